@@ -1,0 +1,34 @@
+#include "PXL.h"
+#include "platform/K.h"
+#include "state/messages/Messages.h"
+
+std::uint32_t PXLp_ReportCode(PXLp_Site site) {
+  return std::uint32_t{PXL_ModuleNumber} << 16 | static_cast<std::uint32_t>(site);
+}
+
+const char* PXLp_MessageText(PXLp_Message message) {
+  return K_ZLookupLStrCache(PXL_G_zref, static_cast<std::int32_t>(message), 0, 0);
+}
+
+void PXLp_ReportMessage(PXLp_Site site, PXLp_Message message) {
+  Kp_ReportErrString(PXLp_ReportCode(site), PXLp_Class_ERROR, PXLp_MessageText(message));
+}
+
+std::int32_t PXLp_ReportMessageWithError(PXLp_Site site, PXLp_Message message, std::int32_t error) {
+  return Kp_ReportQuexErrString(PXLp_ReportCode(site), PXLp_Class_ERROR, error,
+                                PXLp_MessageText(message));
+}
+
+void PXLp_BeginReport(std::int32_t error) {
+  Kp_G_err_buf = error;
+}
+
+void PXLp_SendReport(std::uint32_t code, std::uint16_t reportClass) {
+  if (Kp_G_err_buf != 0) Kp_SysEnglishError(Kp_G_err_buf);
+  Kp_ReportError(code, reportClass);
+}
+
+std::int32_t PXLp_FailVerification(std::uint32_t code, std::int32_t line, const char* text) {
+  K_ReportFailedVerification(code, line, 0, text);
+  return PXL_Err_REFUSED;
+}
