@@ -1,0 +1,18 @@
+#include "memory/caught_code.h"
+
+#include <exception>
+
+#include "PXL.h"
+#include "platform/K.h"
+
+std::int32_t PXLp_CaughtCode() {
+  try {
+    throw;
+  } catch (const std::exception& exception) {
+    return K_TranslateAndReportException(exception);
+  } catch (long code) {  // 32 bits wide on some systems, 64 on others
+    return static_cast<std::int32_t>(code);
+  } catch (...) {
+    return PXL_Err_NO_MEMORY;
+  }
+}
