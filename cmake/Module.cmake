@@ -1,0 +1,45 @@
+# The module, twice from one list of sources: the shared library that ships,
+# and a static one in which tests reach the internals and put a recorder in
+# the place of the imports.
+
+set(PXL_SOURCES
+  memory/caught_code.cpp
+  memory/failure_report.cpp
+  memory/frame_allocator.cpp
+  memory/frame_settings.cpp
+  memory/mapped_provider.cpp
+  state/clearing.cpp
+  state/locking.cpp
+  state/messages/catalogue.cpp
+  state/messages/reports.cpp
+  state/reload.cpp
+  state/resize_frame.cpp
+  state/surface_update.cpp
+  state/update.cpp
+  transfer/blit.cpp
+  transfer/conversion_tables.cpp
+  transfer/deep_blit.cpp
+  transfer/kernels/to_8.cpp
+  transfer/kernels/from_8.cpp
+  transfer/pixel_conversion.cpp
+  transfer/row_address.cpp
+  world/build.cpp
+  world/channel_order.cpp
+  world/creation.cpp
+  world/disposal.cpp
+  world/frame_world.cpp
+  world/geometry.cpp
+  world/lifecycle.cpp
+  world/surface_world.cpp
+  world/validity.cpp
+  world/version_check.cpp)
+
+function(pxl_add_module name kind)
+  add_library(${name} ${kind} ${PXL_SOURCES})
+  target_link_libraries(${name} PRIVATE pxl_flags simd)
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include)
+endfunction()
+
+pxl_add_module(PXL_static STATIC)
+target_compile_definitions(PXL_static PUBLIC
+  PXL_STATIC QDE_STATIC K_STATIC VETRIX_STATIC TRC_STATIC Q_STATIC TXT_STATIC)

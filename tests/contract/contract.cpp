@@ -1,0 +1,63 @@
+#include "tests/contract/contract.h"
+
+#include <cstring>
+
+#include "memory/frame_settings.h"
+#include "memory/mapped_provider.h"
+#include "transfer/conversion_tables.h"
+#include "world/version_check.h"
+
+namespace {
+
+// What happens once a process happens once a test.
+void UnloadModule() {
+  PXLp_G = {};
+  PXLp_frameSettings = {};
+  PXLp_nextMappedFile = 1;
+  PXLp_librariesChecked = false;
+  PXLp_table8to16.fill(0);
+  PXLp_table8toF.fill(0.0F);
+  Kp_G_err_buf = -1;
+  std::memset(Kp_G_buffer, 0, sizeof Kp_G_buffer);
+}
+
+}  // namespace
+
+Contract::Contract() : recorder_(recorder::Current()) {
+  recorder_.Reset();
+  UnloadModule();
+}
+
+Contract::~Contract() {
+  recorder_.Reset();
+}
+
+void Contract::BeBorn() {
+  PXL_Birth(0);
+  ForgetLog();
+}
+
+void Contract::ForgetLog() {
+  recorder_.log.clear();
+}
+
+const std::vector<std::string>& Contract::Log() const {
+  return recorder_.log;
+}
+
+PXL_WorldHandle Contract::Make(std::int32_t depth, const Rect& rect, std::uint32_t flags) {
+  PXL_WorldHandle worldH = nullptr;
+  PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &worldH);
+  return worldH;
+}
+
+PXL_WorldHandle Contract::CallerHandle() {
+  Handle handle = recorder_.NewHandle(sizeof(PXL_World));
+  std::memset(*handle, 0x5A, sizeof(PXL_World));
+  recorder_.Name(handle, "caller");
+  return reinterpret_cast<PXL_WorldHandle>(handle);
+}
+
+Rect Sized(int width, int height) {
+  return {0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
+}

@@ -1,0 +1,38 @@
+#include "PXL.h"
+#include "platform/TRC.h"
+#include "state/messages/Messages.h"
+#include "transfer/Transfer.h"
+
+constinit PXL_ModuleState PXLp_G = {0, 0, 0};
+
+namespace {
+
+constexpr std::int32_t LOG_LEVEL = 10;
+
+}  // namespace
+
+// Birth takes any mark for a life, death only the right one: a damaged state
+// blocks both.
+
+std::int32_t PXL_Birth(std::uint32_t birthArg) {
+  TRC_Log(LOG_LEVEL, "PXL", "Birth", "PXL Birth");
+  if (PXLp_G.bornMark != 0) {
+    PXLp_ReportMessage(PXLp_Site::Birth, PXLp_Message::Rebirth);
+    return PXL_Err_NONE;
+  }
+  PXLp_G.bornMark = PXL_LiveMark;
+  PXLp_G.birthArg = birthArg;
+  PXLp_G.worldCount = 0;
+  PXLp_BuildConversionTables();
+  return PXL_Err_NONE;
+}
+
+std::int32_t PXL_Death(void) {
+  TRC_Log(LOG_LEVEL, "PXL", "Death", "PXL Death");
+  if (PXLp_G.bornMark != PXL_LiveMark) {
+    PXLp_ReportMessage(PXLp_Site::Death, PXLp_Message::DoubleDeath);
+    return PXL_Err_INVALID;
+  }
+  PXLp_G.bornMark = 0;
+  return PXL_Err_NONE;
+}
