@@ -40,6 +40,16 @@ function(pxl_add_module name kind)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include)
 endfunction()
 
+pxl_add_module(PXL SHARED)
+target_link_libraries(PXL PRIVATE QDE K vetrix TRC Q TXT)
+target_link_options(PXL PRIVATE -Wl,--version-script=${PXL_VERSION_SCRIPT})
+pxl_refuse_undefined(PXL)
+set_target_properties(PXL PROPERTIES
+  DEFINE_SYMBOL PXL_EXPORTS
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR}
+  LINK_DEPENDS ${PXL_VERSION_SCRIPT})
+
 pxl_add_module(PXL_static STATIC)
 target_compile_definitions(PXL_static PUBLIC
   PXL_STATIC QDE_STATIC K_STATIC VETRIX_STATIC TRC_STATIC Q_STATIC TXT_STATIC)

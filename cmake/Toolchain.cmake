@@ -27,3 +27,11 @@ target_compile_options(pxl_flags INTERFACE
   -ffp-contract=off)
 # The root, for "world/World.h" and the like; include/ for "PXL.h".
 target_include_directories(pxl_flags INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+
+# A shared library names all that it needs. Not under a sanitizer, whose
+# runtime stands in the program.
+function(pxl_refuse_undefined library)
+  if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    target_link_options(${library} PRIVATE -Wl,--no-undefined)
+  endif()
+endfunction()

@@ -1,0 +1,200 @@
+#include "handle_store.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "budget.h"
+
+namespace k {
+namespace {
+
+// So many freed master pointers rest before the oldest is used again, so that a
+// handle freed twice is not soon somebody else's.
+constexpr std::size_t kResting = 256;
+
+// An empty block has an address of its own: only empty handles have none.
+std::uint64_t HeapSize(std::uint64_t size) {
+  return std::max<std::uint64_t>(size, 1);
+}
+
+}  // namespace
+
+HandleStore& HandleStore::Instance() {
+  // Never destroyed: handles are still used while the process ends.
+  static auto* const store = new HandleStore;
+  return *store;
+}
+
+HandleStore::Master* HandleStore::Find(Handle handle) const {
+  if (!known_.contains(handle)) return nullptr;
+  auto* master = reinterpret_cast<Master*>(handle);
+  return master->live ? master : nullptr;
+}
+
+HandleStore::Master* HandleStore::TakeMaster() {
+  if (resting_.size() > kResting) {
+    Master* master = resting_.front();
+    resting_.pop_front();
+    return master;
+  }
+  Master* master = &masters_.emplace_back();
+  known_.insert(HandleOf(master));
+  return master;
+}
+
+Handle HandleStore::Adopt(void* block, std::uint64_t size) {
+  Master* master = TakeMaster();
+  *master = {.block = static_cast<Ptr>(block), .size = size, .live = true};
+  ++count_;
+  return HandleOf(master);
+}
+
+Handle HandleStore::NewEmpty() {
+  const std::lock_guard lock(mutex_);
+  return Adopt(nullptr, 0);
+}
+
+namespace {
+
+using HeapCall = void* (*)(std::uint64_t size);
+
+void* AllocateUnset(std::uint64_t size) {
+  return std::malloc(size);
+}
+
+void* AllocateClear(std::uint64_t size) {
+  return std::calloc(1, size);
+}
+
+// A block from the heap, booked in the budget; null when either refuses.
+void* AllocateBooked(HeapCall allocate, std::uint64_t size) {
+  if (!ReserveMemory(size)) return nullptr;
+  void* block = allocate(HeapSize(size));
+  if (block == nullptr) ReleaseMemory(size);
+  return block;
+}
+
+}  // namespace
+
+Handle HandleStore::New(std::uint64_t size) {
+  const std::lock_guard lock(mutex_);
+  void* block = AllocateBooked(AllocateUnset, size);
+  return block != nullptr ? Adopt(block, size) : nullptr;
+}
+
+Handle HandleStore::NewClear(std::uint64_t size) {
+  const std::lock_guard lock(mutex_);
+  void* block = AllocateBooked(AllocateClear, size);
+  return block != nullptr ? Adopt(block, size) : nullptr;
+}
+
+bool HandleStore::Free(Handle handle) {
+  const std::lock_guard lock(mutex_);
+  Master* master = Find(handle);
+  if (master == nullptr) return false;
+  if (master->block != nullptr) {
+    ReleaseMemory(master->size);
+    Retire(master->block, master->size);
+  }
+  *master = {};
+  --count_;
+  resting_.push_back(master);
+  return true;
+}
+
+bool HandleStore::SetLocked(Handle handle, bool locked) {
+  const std::lock_guard lock(mutex_);
+  Master* master = Find(handle);
+  if (master == nullptr) return false;
+  master->locked = locked;
+  return true;
+}
+
+bool HandleStore::SetPurgeable(Handle handle, bool purgeable) {
+  const std::lock_guard lock(mutex_);
+  Master* master = Find(handle);
+  if (master == nullptr) return false;
+  master->purgeable = purgeable;
+  return true;
+}
+
+bool HandleStore::Purge(Handle handle) {
+  const std::lock_guard lock(mutex_);
+  Master* master = Find(handle);
+  if (master == nullptr || master->locked || master->block == nullptr) return false;
+  Discard(*master);
+  return true;
+}
+
+std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
+  const std::lock_guard lock(mutex_);
+  std::uint64_t freed = quarantine_.Clear();
+  for (Master& master : masters_) {
+    if (freed >= bytes) break;
+    if (!master.purgeable || master.locked || master.block == nullptr) continue;
+    freed += master.size;
+    Discard(master);
+  }
+  return freed;
+}
+
+// Takes the block away for good, so that its memory is free at once.
+void HandleStore::Discard(Master& master) {
+  ReleaseMemory(master.size);
+  std::free(master.block);
+  master.block = nullptr;
+  master.size = 0;
+}
+
+// Lets go of a place that somebody may still point to.
+void HandleStore::Retire(void* block, std::uint64_t size) {
+  if (scramble_) {
+    quarantine_.Add(block, HeapSize(size));
+  } else {
+    std::free(block);
+  }
+}
+
+void HandleStore::SetScramble(bool on) {
+  const std::lock_guard lock(mutex_);
+  scramble_ = on;
+  if (!on) quarantine_.Clear();
+}
+
+void HandleStore::MoveUnlocked() {
+  const std::lock_guard lock(mutex_);
+  MoveAll();
+}
+
+void HandleStore::ScrambleUnlocked() {
+  const std::lock_guard lock(mutex_);
+  if (scramble_) MoveAll();
+}
+
+void HandleStore::MoveAll() {
+  for (Master& master : masters_) {
+    if (!master.locked && master.block != nullptr) Move(master);
+  }
+}
+
+void HandleStore::Move(Master& master) {
+  void* place = std::malloc(HeapSize(master.size));
+  if (place == nullptr) return;
+  std::memcpy(place, master.block, master.size);
+  Retire(master.block, master.size);
+  master.block = static_cast<Ptr>(place);
+}
+
+std::uint64_t HandleStore::SizeOf(Handle handle) const {
+  const std::lock_guard lock(mutex_);
+  const Master* master = Find(handle);
+  return master != nullptr ? master->size : 0;
+}
+
+std::uint64_t HandleStore::Count() const {
+  const std::lock_guard lock(mutex_);
+  return count_;
+}
+
+}  // namespace k

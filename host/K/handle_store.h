@@ -1,0 +1,76 @@
+// The store of relocatable blocks: master pointers that stay where they are,
+// and blocks that move.
+#ifndef K_HANDLE_STORE_H
+#define K_HANDLE_STORE_H
+
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <unordered_set>
+
+#include "include/PXL_Types.h"
+#include "quarantine.h"
+
+namespace k {
+
+// Safe on any thread in itself; a block must not be in use elsewhere while a
+// call moves or frees it.
+class HandleStore {
+ public:
+  static HandleStore& Instance();
+
+  // Null when memory is short.
+  Handle NewEmpty();
+  Handle New(std::uint64_t size);
+  Handle NewClear(std::uint64_t size);
+
+  // These give false, and do nothing, for what is no live handle.
+  bool Free(Handle handle);
+  bool SetLocked(Handle handle, bool locked);
+  bool SetPurgeable(Handle handle, bool purgeable);
+  // Also false for a locked or an empty handle.
+  bool Purge(Handle handle);
+
+  // Purges unlocked purgeable blocks, in the order of their master pointers,
+  // until `bytes` are free; gives the bytes freed. Moves nothing.
+  std::uint64_t PurgeAtLeast(std::uint64_t bytes);
+
+  void SetScramble(bool on);
+  // Moves all unlocked blocks: always, or only when the scramble switch is on.
+  void MoveUnlocked();
+  void ScrambleUnlocked();
+
+  std::uint64_t SizeOf(Handle handle) const;
+  std::uint64_t Count() const;
+
+ private:
+  // A handle is the address of the first member.
+  struct Master {
+    Ptr block = nullptr;
+    std::uint64_t size = 0;
+    bool live = false;
+    bool locked = false;
+    bool purgeable = false;
+  };
+
+  static Handle HandleOf(Master* master) { return &master->block; }
+  Master* Find(Handle handle) const;
+  Master* TakeMaster();
+  Handle Adopt(void* block, std::uint64_t size);
+  void Discard(Master& master);
+  void Retire(void* block, std::uint64_t size);
+  void MoveAll();
+  void Move(Master& master);
+
+  mutable std::mutex mutex_;
+  std::deque<Master> masters_;        // grows only: addresses stay
+  std::unordered_set<Handle> known_;  // the addresses of all masters
+  std::deque<Master*> resting_;       // freed ones, oldest first
+  std::uint64_t count_ = 0;
+  Quarantine quarantine_;
+  bool scramble_ = false;
+};
+
+}  // namespace k
+
+#endif

@@ -1,0 +1,106 @@
+// The calls on handles.
+#include <new>
+#include <string>
+
+#include "K_host.h"
+#include "TRC_host.h"
+#include "handle_store.h"
+#include "mac_roman.h"
+#include "purge_loop.h"
+#include "report_sink.h"
+
+namespace {
+
+using k::HandleStore;
+
+// The store's own tables may run out of memory too.
+template <typename Allocate>
+Handle NullWhenShort(Allocate allocate) {
+  try {
+    return allocate();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+Handle NewClear(std::uint64_t size) {
+  return NullWhenShort([size] { return HandleStore::Instance().NewClear(size); });
+}
+
+Handle NewClearAfterFreeing(std::uint64_t size) {
+  Handle handle = NewClear(size);
+  while (handle == nullptr && k::FreeMemory(size) > 0) handle = NewClear(size);
+  return handle;
+}
+
+void ReportShortage(std::uint32_t code, const char* what, std::uint64_t size) {
+  const std::string name = k::MacRomanToUTF8(what != nullptr ? what : "handle");
+  k::Report(code, K_ReportClass_ERROR, K_Err_NO_MEMORY,
+            "not enough memory for " + name + " (" + std::to_string(size) + " bytes)");
+}
+
+// Callers may lock a handle that they made themselves.
+void NoteForeign(bool known, const char* call) {
+  if (!known) TRC_Log(TRC_Level_NOTE, "K", call, "no live handle of this store");
+}
+
+}  // namespace
+
+Handle K_AllocateHandleClear(std::uint32_t code, const char* what, std::uint64_t size) {
+  HandleStore::Instance().ScrambleUnlocked();
+  const Handle handle = NewClearAfterFreeing(size);
+  if (handle == nullptr) ReportShortage(code, what, size);
+  return handle;
+}
+
+void K_FreeHandle(Handle handle) {
+  if (handle == nullptr || HandleStore::Instance().Free(handle)) return;
+  k::Report(K_Code_HANDLE, K_ReportClass_ERROR, 0,
+            "a handle was freed that is not live: freed twice, or not made here");
+}
+
+void K_PurgeHandlesAndCompact() {
+  k::FreePurgeable();
+  HandleStore::Instance().MoveUnlocked();
+}
+
+void K_SetScramble(Boolean on) {
+  HandleStore::Instance().SetScramble(on != 0);
+}
+
+void K_MoveUnlockedHandles() {
+  HandleStore::Instance().ScrambleUnlocked();
+}
+
+Handle K_NewEmptyHandle() {
+  HandleStore::Instance().ScrambleUnlocked();
+  return NullWhenShort([] { return HandleStore::Instance().NewEmpty(); });
+}
+
+Handle K_NewHandle(std::uint64_t size) {
+  return NullWhenShort([size] { return HandleStore::Instance().New(size); });
+}
+
+void K_LockHandle(Handle handle) {
+  if (handle != nullptr) NoteForeign(HandleStore::Instance().SetLocked(handle, true), "lock");
+}
+
+void K_UnlockHandle(Handle handle) {
+  if (handle != nullptr) NoteForeign(HandleStore::Instance().SetLocked(handle, false), "unlock");
+}
+
+void K_SetHandlePurgeable(Handle handle, Boolean purgeable) {
+  HandleStore::Instance().SetPurgeable(handle, purgeable != 0);
+}
+
+Boolean K_PurgeHandle(Handle handle) {
+  return HandleStore::Instance().Purge(handle) ? 1 : 0;
+}
+
+std::uint64_t K_GetHandleSize(Handle handle) {
+  return HandleStore::Instance().SizeOf(handle);
+}
+
+std::uint64_t K_CountHandles() {
+  return HandleStore::Instance().Count();
+}

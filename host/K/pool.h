@@ -1,0 +1,73 @@
+// The pool of recycled blocks.
+#ifndef K_POOL_H
+#define K_POOL_H
+
+#include <cstdint>
+#include <list>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+
+#include "K_host.h"
+
+// A block of the pool: what K_AllocateRecycledPtr gives a reference to. Nothing
+// of it lies in the memory that the caller gets.
+struct K_RecycledPtr {
+  // `memory` was mapped with `bytes` and reserved in the budget; both end with
+  // this record.
+  K_RecycledPtr(void* memory, std::uint64_t bytes) : base(memory), capacity(bytes) {}
+  K_RecycledPtr(const K_RecycledPtr&) = delete;
+  K_RecycledPtr& operator=(const K_RecycledPtr&) = delete;
+  ~K_RecycledPtr();
+
+  void* const base;
+  const std::uint64_t capacity;
+  std::uint32_t ownerCode = 0;
+  std::string label;
+  std::uint64_t age = 0;  // of kept blocks: the lower, the longer kept
+};
+
+namespace k {
+
+// Safe on any thread.
+class Pool {
+ public:
+  static Pool& Instance();
+
+  // Null when the budget or the system refuses. The content is unset.
+  K_RecycledPtrRef Allocate(std::uint32_t ownerCode, const char* label, std::uint64_t size);
+  // False, and nothing done, when `base` is not a live block's address.
+  bool Free(void* base);
+  bool Owns(const void* base) const;
+
+  void SetLimit(std::uint64_t bytes);
+  // Unmaps kept blocks, the oldest first, until `bytes` are free or none is
+  // left; gives the bytes freed.
+  std::uint64_t GiveBack(std::uint64_t bytes);
+  K_PoolStatistics Statistics() const;
+
+ private:
+  using Block = std::unique_ptr<K_RecycledPtr>;
+  using Blocks = std::list<Block>;
+
+  Block TakeKept(std::uint64_t capacity);
+  Block Acquire(std::uint64_t capacity);
+  K_RecycledPtrRef MakeLive(Block block);
+  Block TakeLive(void* base);
+  Blocks Keep(Block block);
+  void MoveOldest(Blocks& to);
+  Blocks TakeOverLimit();
+
+  mutable std::mutex mutex_;
+  std::unordered_map<const void*, Block> live_;
+  std::map<std::uint64_t, Blocks> kept_;  // by capacity, each the oldest first
+  std::uint64_t limit_ = K_DefaultPoolLimit;
+  std::uint64_t clock_ = 0;
+  K_PoolStatistics statistics_{};
+};
+
+}  // namespace k
+
+#endif

@@ -1,0 +1,42 @@
+#include "purge_loop.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "K_host.h"
+#include "TRC_host.h"
+#include "handle_store.h"
+#include "pool.h"
+#include "purgers.h"
+
+namespace k {
+
+std::uint64_t FreeMemory(std::uint64_t bytesNeeded) {
+  // A need of nothing still asks for something: the last try failed.
+  const std::uint64_t needed = std::max<std::uint64_t>(bytesNeeded, 1);
+  TRC_Log(TRC_Level_DETAIL, "K", "purge", "memory is short");
+  std::uint64_t freed = Pool::Instance().GiveBack(needed);
+  if (freed < needed) freed += HandleStore::Instance().PurgeAtLeast(needed - freed);
+  if (freed < needed) freed += RunPurgers(needed - freed);
+  return freed;
+}
+
+void FreePurgeable() {
+  constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
+  Pool::Instance().GiveBack(kAll);
+  HandleStore::Instance().PurgeAtLeast(kAll);
+}
+
+}  // namespace k
+
+// The last argument says that the caller has no other way out; the loop always
+// does all it can.
+std::int32_t K_PurgeLoop(std::uint64_t bytesNeeded, K_PurgeAttempt attempt, void* context,
+                         Boolean) {
+  for (;;) {
+    std::uint8_t done = 0;
+    const std::int32_t result = attempt(context, &done);
+    if (done != 0) return result;
+    if (k::FreeMemory(bytesNeeded) == 0) return K_Err_NO_MEMORY;
+  }
+}

@@ -1,0 +1,48 @@
+// The calls on recycled pointers.
+#include <cstdint>
+#include <new>
+
+#include "K_host.h"
+#include "pool.h"
+#include "report_sink.h"
+
+using k::Pool;
+
+K_RecycledPtrRef K_AllocateRecycledPtr(std::uint32_t ownerCode, const char* label,
+                                       std::uint64_t size) {
+  try {
+    return Pool::Instance().Allocate(ownerCode, label, size);
+  } catch (const std::bad_alloc&) {
+    // No memory for the block's record: the same to the caller.
+    return nullptr;
+  }
+}
+
+void* K_GetRecycledPtrBaseAddress(K_RecycledPtrRef ref) {
+  return ref != nullptr ? ref->base : nullptr;
+}
+
+void K_FreeRecycledPtr(void* base) {
+  if (base == nullptr) return;
+  bool own = true;
+  try {
+    own = Pool::Instance().Free(base);
+  } catch (const std::bad_alloc&) {
+    // No memory to keep the block: it was unmapped instead.
+  }
+  if (own) return;
+  k::Report(K_Code_ADDRESS, K_ReportClass_ERROR, 0,
+            "an address was freed that is no recycled pointer; it was left alone");
+}
+
+void K_GetPoolStatistics(K_PoolStatistics* statistics) {
+  *statistics = Pool::Instance().Statistics();
+}
+
+void K_SetPoolLimit(std::uint64_t bytes) {
+  Pool::Instance().SetLimit(bytes);
+}
+
+Boolean K_IsRecycledPtr(const void* base) {
+  return Pool::Instance().Owns(base) ? 1 : 0;
+}

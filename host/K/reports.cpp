@@ -1,0 +1,72 @@
+// The report calls that modules import.
+#include <cstring>
+#include <new>
+
+#include "K_host.h"
+#include "mac_roman.h"
+#include "platform/vetrix.h"
+#include "report_sink.h"
+#include "system_errors.h"
+
+char Kp_G_buffer[1024];
+std::int32_t Kp_G_err_buf;
+
+namespace {
+
+constexpr std::int32_t kFailed = 1;
+
+std::string Text(const char* macRoman) {
+  return macRoman != nullptr ? k::MacRomanToUTF8(macRoman) : std::string();
+}
+
+// Appends to the text of the pending report as far as it fits.
+void AppendToPending(const std::string& text) {
+  const std::size_t used = std::strlen(Kp_G_buffer);
+  const std::size_t room = sizeof Kp_G_buffer - 1 - used;
+  const std::size_t length = text.copy(Kp_G_buffer + used, room);
+  Kp_G_buffer[used + length] = '\0';
+}
+
+}  // namespace
+
+void Kp_ReportErrString(std::uint32_t code, std::uint16_t cls, const char* text) {
+  k::Report(code, cls, 0, Text(text));
+}
+
+std::int32_t Kp_ReportQuexErrString(std::uint32_t code, std::uint16_t cls, std::int32_t error,
+                                    const char* text) {
+  k::Report(code, cls, error, Text(text));
+  return error;
+}
+
+void Kp_SysEnglishError(std::int32_t error) {
+  if (Kp_G_buffer[0] != '\0') AppendToPending(" ");
+  AppendToPending(k::EnglishError(error));
+}
+
+void Kp_ReportError(std::uint32_t code, std::uint16_t cls) {
+  const std::string text = Text(Kp_G_buffer);
+  const std::int32_t error = Kp_G_err_buf;
+  Kp_G_buffer[0] = '\0';
+  Kp_G_err_buf = 0;
+  k::Report(code, cls, error, text);
+}
+
+void K_ReportFailedVerification(std::uint32_t code, std::int32_t line, std::int32_t,
+                                const char* text) {
+  k::Report(code, K_ReportClass_ERROR, 0,
+            "failed verification " + std::to_string(line) + ": " + Text(text));
+}
+
+void K_ReportError(std::uint32_t code, std::uint16_t cls, const std::u16string& text) {
+  k::Report(code, cls, 0, vetrix::utility::UTF16to8(text));
+}
+
+std::int32_t K_TranslateAndReportException(const std::exception& exception) {
+  const bool memory = dynamic_cast<const std::bad_alloc*>(&exception) != nullptr;
+  const std::int32_t error = memory ? std::int32_t{K_Err_NO_MEMORY} : kFailed;
+  // What an exception says may be in any character set.
+  const std::u16string what = vetrix::utility::UTF8to16(exception.what());
+  k::Report(K_Code_EXCEPTION, K_ReportClass_ERROR, error, vetrix::utility::UTF16to8(what));
+  return error;
+}

@@ -1,0 +1,28 @@
+#include "standard_error_sink.h"
+
+#include <spdlog/logger.h>
+#include <spdlog/sinks/stdout_sinks.h>
+
+#include <memory>
+
+namespace trc {
+namespace {
+
+spdlog::logger& Logger() {
+  // Never destroyed: events may still come while the process ends.
+  static auto* const logger = [] {
+    auto* made = new spdlog::logger("TRC", std::make_shared<spdlog::sinks::stderr_sink_mt>());
+    made->set_pattern("%H:%M:%S.%e %v");
+    return made;
+  }();
+  return *logger;
+}
+
+}  // namespace
+
+void LogToStandardError(std::int32_t level, const char* category, const char* event,
+                        const char* text, void*) {
+  Logger().info("{} {} {}: {}", level, category, event, text);
+}
+
+}  // namespace trc
