@@ -12,7 +12,8 @@ constinit bool PXLp_librariesChecked = false;
 
 namespace {
 
-constexpr std::uint32_t REVISION = 14;
+constexpr std::int32_t REVISION = 14;
+constexpr std::uint32_t PACKAGE_VERSION = PXL_InterfaceVersion << 16 | REVISION;
 
 // The header versions that the module is built with.
 constexpr std::int32_t K_HEADER = 61;
@@ -43,12 +44,12 @@ void ReportMismatch(std::uint32_t code, std::int32_t packageVersion, std::int32_
 }  // namespace
 
 std::uint32_t PXL_PkgObjectVersion(void) {
-  return std::uint32_t{PXL_InterfaceVersion} << 16 | REVISION;
+  return PACKAGE_VERSION;
 }
 
 std::int32_t PXL_CheckVersions(std::uint32_t reportCode, std::int32_t headerVersion) {
   const std::int32_t libraries = CheckLibrariesOnce();
-  const auto packageVersion = static_cast<std::int32_t>(PXL_PkgObjectVersion() >> 16);
+  const auto packageVersion = static_cast<std::int32_t>(PACKAGE_VERSION >> 16);
   if (packageVersion != headerVersion) {
     ReportMismatch(reportCode, packageVersion, headerVersion);
     return PXL_Err_VERSION;

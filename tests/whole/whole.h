@@ -1,0 +1,58 @@
+// What the tests of the module with the stand-in host share.
+#ifndef TESTS_WHOLE_WHOLE_H
+#define TESTS_WHOLE_WHOLE_H
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "K_host.h"
+#include "PXL.h"
+
+// A report as the sink receives it.
+struct Reported {
+  std::uint32_t code;
+  std::uint16_t cls;
+  std::int32_t error;
+  std::string text;
+};
+std::ostream& operator<<(std::ostream& out, const Reported& report);
+
+// The module is born, and every allocation moves the unlocked records. Each
+// test has to leave no handle, no block and no booking behind.
+class Whole : public ::testing::Test {
+ protected:
+  Whole();
+  ~Whole() override;
+
+  // A World in module memory, in a handle that the module allocates; fails the
+  // test and gives null when there is none.
+  PXL_WorldHandle Make(std::int32_t depth, int width, int height, std::uint32_t flags = 0);
+  void Dispose(PXL_WorldHandle worldH);
+  // The status of making a World that cannot be made.
+  std::int32_t FailToMake(std::int32_t depth, int width, int height, std::uint32_t flags = 0);
+
+  std::vector<Reported> reports_;
+
+ private:
+  std::uint64_t handles_;
+  std::uint64_t poolBlocks_;
+  K_MemoryTotals totals_;
+};
+
+// The record, valid until the module is called.
+inline const PXL_World& Record(PXL_WorldHandle worldH) {
+  return **worldH;
+}
+
+// Pixel (x, y) of a locked World.
+template <class Pixel>
+Pixel& PixelAt(PXL_WorldHandle worldH, int x, int y) {
+  auto* base = static_cast<char*>(PXLp_GetPixBaseAddr(worldH));
+  return reinterpret_cast<Pixel*>(base + std::int64_t{Record(worldH).pixels.rowBytes} * y)[x];
+}
+
+#endif
