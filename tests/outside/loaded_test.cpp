@@ -17,11 +17,13 @@ std::vector<std::string> ExportedNames() {
   return names;
 }
 
+// Loaded once and not unloaded: the libraries underneath keep what they hold
+// for as long as the process lives.
 class LoadedLibrary : public ::testing::Test {
  protected:
-  LoadedLibrary() : library_(dlopen(LIBRARY_FILE, RTLD_NOW | RTLD_LOCAL)) {}
-  ~LoadedLibrary() override {
-    if (library_ != nullptr) dlclose(library_);
+  LoadedLibrary() {
+    static void* const loaded = dlopen(LIBRARY_FILE, RTLD_NOW | RTLD_LOCAL);
+    library_ = loaded;
   }
 
   template <class Function>
