@@ -45,7 +45,7 @@ class VETRIX_API MemoryMappedFile {
 
  private:
   struct Impl;
-  Impl* impl_;
+  Impl* impl_ = nullptr;
 };
 
 // Formats values as UTF-16 text, always in the classic locale.
@@ -66,7 +66,7 @@ class VETRIX_API oUTF16StringStream {
 
  private:
   struct Impl;
-  Impl* impl_;
+  Impl* impl_ = nullptr;
 };
 
 // Parses values from UTF-16 text by the rules of a standard input stream.
@@ -86,7 +86,7 @@ class VETRIX_API iUTF16StringStream {
 
  private:
   struct Impl;
-  Impl* impl_;
+  Impl* impl_ = nullptr;
 };
 
 namespace utility {
@@ -126,7 +126,7 @@ class VETRIX_API DebugDatabase {
   DebugDatabase();
   ~DebugDatabase();
   struct Impl;
-  Impl* impl_;
+  Impl* impl_ = nullptr;
 };
 
 }  // namespace debug

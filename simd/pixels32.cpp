@@ -14,7 +14,7 @@ void Fill32(void* destination, std::uint32_t value, std::size_t count) {
 void ReverseBytes32(void* words, std::size_t count) {
   auto* bytes = static_cast<unsigned char*>(words);
   for (std::size_t i = 0; i < count; ++i, bytes += sizeof(std::uint32_t)) {
-    std::uint32_t word;
+    std::uint32_t word = 0;
     std::memcpy(&word, bytes, sizeof word);
     word = word << 24 | (word << 8 & 0x00FF0000U) | (word >> 8 & 0x0000FF00U) | word >> 24;
     std::memcpy(bytes, &word, sizeof word);

@@ -28,7 +28,7 @@ void SetUp(QDE_Port& port, std::int16_t depth, const Rect& bounds) {
   const int height = bounds.bottom - bounds.top;
   const int bytes = ((width * depth / 8) + 15) & ~15;
   const int stride = script.surfaceRowBytes != 0 ? script.surfaceRowBytes : bytes;
-  port.pixels.assign(static_cast<std::size_t>(stride * height), 0xA5);
+  port.pixels.assign(static_cast<std::size_t>(stride) * static_cast<std::size_t>(height), 0xA5);
   port.map.bounds = bounds;
   port.map.pixelSize = script.surfaceDepth != 0 ? script.surfaceDepth : depth;
   port.map.rowBytes = static_cast<std::int16_t>(stride | 0x8000);

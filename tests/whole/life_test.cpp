@@ -9,7 +9,7 @@ class LifeOfAWorld : public Whole, public ::testing::WithParamInterface<std::int
 TEST_P(LifeOfAWorld, KeepsItsPixelsFromLockToLock) {
   PXL_WorldHandle worldH = Make(GetParam(), 37, 11, PXL_Flag_CLEAR);
   ASSERT_NE(worldH, nullptr);
-  const auto bytes = static_cast<std::size_t>(Record(worldH).pixels.rowBytes * 11);
+  const auto bytes = static_cast<std::size_t>(Record(worldH).pixels.rowBytes) * 11;
   ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
   void* base = Record(worldH).pixels.baseAddr;
   EXPECT_EQ(reinterpret_cast<std::uintptr_t>(base) % 16, 0U);

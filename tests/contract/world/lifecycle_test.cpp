@@ -2,7 +2,6 @@
 #include "transfer/conversion_tables.h"
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class Birth : public Contract {};
 class Death : public Contract {};
