@@ -18,6 +18,24 @@ std::uint64_t HeapSize(std::uint64_t size) {
   return std::max<std::uint64_t>(size, 1);
 }
 
+using HeapCall = void* (*)(std::uint64_t size);
+
+void* AllocateUnset(std::uint64_t size) {
+  return std::malloc(size);
+}
+
+void* AllocateClear(std::uint64_t size) {
+  return std::calloc(1, size);
+}
+
+// A block from the heap, booked in the budget; null when either refuses.
+void* AllocateBooked(HeapCall allocate, std::uint64_t size) {
+  if (!ReserveMemory(size)) return nullptr;
+  void* block = allocate(HeapSize(size));
+  if (block == nullptr) ReleaseMemory(size);
+  return block;
+}
+
 }  // namespace
 
 HandleStore& HandleStore::Instance() {
@@ -54,28 +72,6 @@ Handle HandleStore::NewEmpty() {
   const std::lock_guard lock(mutex_);
   return Adopt(nullptr, 0);
 }
-
-namespace {
-
-using HeapCall = void* (*)(std::uint64_t size);
-
-void* AllocateUnset(std::uint64_t size) {
-  return std::malloc(size);
-}
-
-void* AllocateClear(std::uint64_t size) {
-  return std::calloc(1, size);
-}
-
-// A block from the heap, booked in the budget; null when either refuses.
-void* AllocateBooked(HeapCall allocate, std::uint64_t size) {
-  if (!ReserveMemory(size)) return nullptr;
-  void* block = allocate(HeapSize(size));
-  if (block == nullptr) ReleaseMemory(size);
-  return block;
-}
-
-}  // namespace
 
 Handle HandleStore::New(std::uint64_t size) {
   const std::lock_guard lock(mutex_);
