@@ -2,10 +2,27 @@
 
 #include <algorithm>
 #include <bit>
+#include <new>
+#include <utility>
 
 #include "budget.h"
 #include "poison.h"
 #include "virtual_memory.h"
+
+namespace {
+
+void* MapBooked(std::uint64_t bytes) {
+  if (!k::ReserveMemory(bytes)) throw std::bad_alloc();
+  void* base = k::MapMemory(bytes);
+  if (base != nullptr) return base;
+  k::ReleaseMemory(bytes);
+  throw std::bad_alloc();
+}
+
+}  // namespace
+
+K_RecycledPtr::K_RecycledPtr(std::uint64_t bytes) : base(MapBooked(bytes)), capacity(bytes) {
+}
 
 K_RecycledPtr::~K_RecycledPtr() {
   k::UnpoisonMemory(base, capacity);
@@ -40,9 +57,8 @@ Pool& Pool::Instance() {
 }
 
 K_RecycledPtrRef Pool::Allocate(std::uint32_t ownerCode, const char* label, std::uint64_t size) {
-  if (size > kMostBytes) return nullptr;
+  if (size > kMostBytes) throw std::bad_alloc();
   Block block = Acquire(SizeClass(size));
-  if (block == nullptr) return nullptr;
   block->ownerCode = ownerCode;
   block->label = label != nullptr ? label : "";
   return MakeLive(std::move(block));
@@ -50,10 +66,7 @@ K_RecycledPtrRef Pool::Allocate(std::uint32_t ownerCode, const char* label, std:
 
 Pool::Block Pool::Acquire(std::uint64_t capacity) {
   if (Block kept = TakeKept(capacity)) return kept;
-  if (!ReserveMemory(capacity)) return nullptr;
-  void* base = MapMemory(capacity);
-  if (base == nullptr) ReleaseMemory(capacity);
-  return base != nullptr ? std::make_unique<K_RecycledPtr>(base, capacity) : nullptr;
+  return std::make_unique<K_RecycledPtr>(capacity);
 }
 
 // The newest block of the smallest capacity that fits without much waste.
@@ -75,7 +88,7 @@ Pool::Block Pool::TakeKept(std::uint64_t capacity) {
 }
 
 K_RecycledPtrRef Pool::MakeLive(Block block) {
-  const K_RecycledPtrRef ref = block.get();
+  K_RecycledPtr* ref = block.get();
   const std::lock_guard lock(mutex_);
   live_.emplace(ref->base, std::move(block));
   ++statistics_.liveBlocks;

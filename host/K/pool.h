@@ -15,9 +15,9 @@
 // A block of the pool: what K_AllocateRecycledPtr gives a reference to. Nothing
 // of it lies in the memory that the caller gets.
 struct K_RecycledPtr {
-  // `memory` was mapped with `bytes` and reserved in the budget; both end with
-  // this record.
-  K_RecycledPtr(void* memory, std::uint64_t bytes) : base(memory), capacity(bytes) {}
+  // Takes the memory from the budget and from the system, for as long as the
+  // record lives. Throws std::bad_alloc when either refuses.
+  explicit K_RecycledPtr(std::uint64_t bytes);
   K_RecycledPtr(const K_RecycledPtr&) = delete;
   K_RecycledPtr& operator=(const K_RecycledPtr&) = delete;
   ~K_RecycledPtr();
@@ -36,9 +36,11 @@ class Pool {
  public:
   static Pool& Instance();
 
-  // Null when the budget or the system refuses. The content is unset.
+  // Throws std::bad_alloc when the budget or the system refuses. The content is
+  // unset.
   K_RecycledPtrRef Allocate(std::uint32_t ownerCode, const char* label, std::uint64_t size);
-  // False, and nothing done, when `base` is not a live block's address.
+  // False, and nothing done, when `base` is not a live block's address. Throws
+  // std::bad_alloc when the block was freed but could not be kept.
   bool Free(void* base);
   bool Owns(const void* base) const;
 
