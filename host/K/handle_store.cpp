@@ -171,18 +171,13 @@ void HandleStore::SetScramble(bool on) {
 
 void HandleStore::MoveUnlocked() {
   const std::lock_guard lock(mutex_);
-  MoveAll();
-}
-
-void HandleStore::ScrambleUnlocked() {
-  const std::lock_guard lock(mutex_);
-  if (scramble_) MoveAll();
-}
-
-void HandleStore::MoveAll() {
   for (Master& master : masters_) {
     if (!master.locked && master.block != nullptr) Move(master);
   }
+}
+
+void HandleStore::ScrambleUnlocked() {
+  if (scramble_) MoveUnlocked();
 }
 
 void HandleStore::Move(Master& master) {

@@ -3,6 +3,7 @@
 #ifndef K_HANDLE_STORE_H
 #define K_HANDLE_STORE_H
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -64,7 +65,6 @@ class HandleStore {
   Handle Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
   static void Discard(Master& master);
   void Retire(void* block, std::uint64_t size);
-  void MoveAll();
   void Move(Master& master);
 
   mutable std::mutex mutex_;
@@ -73,7 +73,7 @@ class HandleStore {
   std::deque<Master*> resting_;       // freed ones, oldest first
   std::uint64_t count_ = 0;
   Quarantine quarantine_;
-  bool scramble_ = false;
+  std::atomic<bool> scramble_ = false;
 };
 
 }  // namespace k

@@ -2,13 +2,14 @@
 #ifndef K_POOL_H
 #define K_POOL_H
 
+#include <atomic>
 #include <cstdint>
-#include <list>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "K_host.h"
 
@@ -51,21 +52,28 @@ class Pool {
   K_PoolStatistics Statistics() const;
 
  private:
-  using Block = std::unique_ptr<K_RecycledPtr>;
-  using Blocks = std::list<Block>;
+  using Blocks = std::unordered_map<const void*, std::unique_ptr<K_RecycledPtr>>;
+  // A block changes between live and kept as a node of the table of live ones,
+  // so that re-use costs no memory management.
+  using Node = Blocks::node_type;
+  using Bucket = std::vector<Node>;
 
-  Block TakeKept(std::uint64_t capacity);
-  Block Acquire(std::uint64_t capacity);
-  K_RecycledPtrRef MakeLive(Block block);
-  Block TakeLive(void* base);
-  Blocks Keep(Block block);
-  void MoveOldest(Blocks& to);
-  Blocks TakeOverLimit();
+  K_RecycledPtrRef Acquire(std::uint64_t capacity);
+  // One block to be unmapped when at least `keptBytes` are kept; else nothing.
+  Node TakeOldest(std::uint64_t keptBytes);
+  void EvictOverLimit();
+  // These run under the lock.
+  K_RecycledPtrRef MakeLive(Node node);
+  Node TakeKept(std::uint64_t capacity);
+  Node TakeLive(const void* base);
+  void Keep(Node node);
+  Bucket* OldestBucket();
+  Node TakeFromBucket(Bucket& bucket, std::size_t position);
 
   mutable std::mutex mutex_;
-  std::unordered_map<const void*, Block> live_;
-  std::map<std::uint64_t, Blocks> kept_;  // by capacity, each the oldest first
-  std::uint64_t limit_ = K_DefaultPoolLimit;
+  Blocks live_;
+  std::map<std::uint64_t, Bucket> kept_;  // by capacity, each the oldest first
+  std::atomic<std::uint64_t> limit_ = K_DefaultPoolLimit;
   std::uint64_t clock_ = 0;
   K_PoolStatistics statistics_{};
 };
