@@ -76,6 +76,15 @@ TEST_F(HandleStore, ReportsAHandleFreedTwiceAndLeavesItAlone) {
   K_FreeHandle(other);
 }
 
+TEST_F(HandleStore, DoesNotSoonGiveAFreedMasterPointerAgain) {
+  const Handle freed = NewHandle(1);
+  K_FreeHandle(freed);
+  std::vector<Handle> handles;
+  for (int i = 0; i < 5000; ++i) handles.push_back(NewHandle(1));
+  EXPECT_EQ(std::count(handles.begin(), handles.end(), freed), 0);
+  for (const Handle handle : handles) K_FreeHandle(handle);
+}
+
 TEST_F(HandleStore, ReportsAForeignHandleAndLeavesItAlone) {
   char bytes[4] = {1, 2, 3, 4};
   Ptr master = bytes;
