@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "budget.h"
 
@@ -16,6 +17,24 @@ constexpr std::size_t kResting = 256;
 // An empty block has an address of its own: only empty handles have none.
 std::uint64_t HeapSize(std::uint64_t size) {
   return std::max<std::uint64_t>(size, 1);
+}
+
+using HeapCall = void* (*)(std::uint64_t size);
+
+void* AllocateUnset(std::uint64_t size) {
+  return std::malloc(size);
+}
+
+void* AllocateClear(std::uint64_t size) {
+  return std::calloc(1, size);
+}
+
+// A block from the heap, booked in the budget; null when either refuses.
+void* AllocateBooked(HeapCall allocate, std::uint64_t size) {
+  if (!ReserveMemory(size)) return nullptr;
+  void* block = allocate(HeapSize(size));
+  if (block == nullptr) ReleaseMemory(size);
+  return block;
 }
 
 }  // namespace
@@ -43,8 +62,7 @@ HandleStore::Master* HandleStore::TakeMaster() {
   return master;
 }
 
-Handle HandleStore::Adopt(void* block, std::uint64_t size) {
-  Master* master = TakeMaster();
+Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
   *master = {.block = static_cast<Ptr>(block), .size = size, .live = true};
   ++count_;
   return HandleOf(master);
@@ -52,53 +70,37 @@ Handle HandleStore::Adopt(void* block, std::uint64_t size) {
 
 Handle HandleStore::NewEmpty() {
   const std::lock_guard lock(mutex_);
-  return Adopt(nullptr, 0);
+  return MakeLive(TakeMaster(), nullptr, 0);
 }
 
-namespace {
-
-using HeapCall = void* (*)(std::uint64_t size);
-
-void* AllocateUnset(std::uint64_t size) {
-  return std::malloc(size);
+// The master pointer comes first: what throws must not leave a block behind.
+Handle HandleStore::Allocate(HeapCall heapCall, std::uint64_t size) {
+  const std::lock_guard lock(mutex_);
+  Master* master = TakeMaster();
+  void* block = AllocateBooked(heapCall, size);
+  if (block != nullptr) return MakeLive(master, block, size);
+  resting_.push_front(master);
+  return nullptr;
 }
-
-void* AllocateClear(std::uint64_t size) {
-  return std::calloc(1, size);
-}
-
-// A block from the heap, booked in the budget; null when either refuses.
-void* AllocateBooked(HeapCall allocate, std::uint64_t size) {
-  if (!ReserveMemory(size)) return nullptr;
-  void* block = allocate(HeapSize(size));
-  if (block == nullptr) ReleaseMemory(size);
-  return block;
-}
-
-}  // namespace
 
 Handle HandleStore::New(std::uint64_t size) {
-  const std::lock_guard lock(mutex_);
-  void* block = AllocateBooked(AllocateUnset, size);
-  return block != nullptr ? Adopt(block, size) : nullptr;
+  return Allocate(AllocateUnset, size);
 }
 
 Handle HandleStore::NewClear(std::uint64_t size) {
-  const std::lock_guard lock(mutex_);
-  void* block = AllocateBooked(AllocateClear, size);
-  return block != nullptr ? Adopt(block, size) : nullptr;
+  return Allocate(AllocateClear, size);
 }
 
 bool HandleStore::Free(Handle handle) {
   const std::lock_guard lock(mutex_);
   Master* master = Find(handle);
   if (master == nullptr) return false;
-  if (master->block != nullptr) {
-    ReleaseMemory(master->size);
-    Retire(master->block, master->size);
-  }
-  *master = {};
+  const Master old = std::exchange(*master, {});
   --count_;
+  if (old.block != nullptr) {
+    ReleaseMemory(old.size);
+    Retire(old.block, old.size);
+  }
   resting_.push_back(master);
   return true;
 }
@@ -127,9 +129,14 @@ bool HandleStore::Purge(Handle handle) {
   return true;
 }
 
+std::uint64_t HandleStore::FreeOldPlaces() {
+  const std::lock_guard lock(mutex_);
+  return quarantine_.Clear();
+}
+
 std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
   const std::lock_guard lock(mutex_);
-  std::uint64_t freed = quarantine_.Clear();
+  std::uint64_t freed = 0;
   for (Master& master : masters_) {
     if (freed >= bytes) break;
     if (!master.purgeable || master.locked || master.block == nullptr) continue;
@@ -164,18 +171,13 @@ void HandleStore::SetScramble(bool on) {
 
 void HandleStore::MoveUnlocked() {
   const std::lock_guard lock(mutex_);
-  MoveAll();
-}
-
-void HandleStore::ScrambleUnlocked() {
-  const std::lock_guard lock(mutex_);
-  if (scramble_) MoveAll();
-}
-
-void HandleStore::MoveAll() {
   for (Master& master : masters_) {
     if (!master.locked && master.block != nullptr) Move(master);
   }
+}
+
+void HandleStore::ScrambleUnlocked() {
+  if (scramble_) MoveUnlocked();
 }
 
 void HandleStore::Move(Master& master) {

@@ -3,6 +3,7 @@
 #ifndef K_HANDLE_STORE_H
 #define K_HANDLE_STORE_H
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -19,7 +20,8 @@ class HandleStore {
  public:
   static HandleStore& Instance();
 
-  // Null when memory is short.
+  // Null when the budget or the heap refuses; std::bad_alloc when the store's
+  // own tables cannot grow.
   Handle NewEmpty();
   Handle New(std::uint64_t size);
   Handle NewClear(std::uint64_t size);
@@ -34,6 +36,9 @@ class HandleStore {
   // Purges unlocked purgeable blocks, in the order of their master pointers,
   // until `bytes` are free; gives the bytes freed. Moves nothing.
   std::uint64_t PurgeAtLeast(std::uint64_t bytes);
+
+  // Frees the places that scrambled blocks left behind; gives their bytes.
+  std::uint64_t FreeOldPlaces();
 
   void SetScramble(bool on);
   // Moves all unlocked blocks: always, or only when the scramble switch is on.
@@ -56,10 +61,10 @@ class HandleStore {
   static Handle HandleOf(Master* master) { return &master->block; }
   Master* Find(Handle handle) const;
   Master* TakeMaster();
-  Handle Adopt(void* block, std::uint64_t size);
-  void Discard(Master& master);
+  Handle MakeLive(Master* master, void* block, std::uint64_t size);
+  Handle Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
+  static void Discard(Master& master);
   void Retire(void* block, std::uint64_t size);
-  void MoveAll();
   void Move(Master& master);
 
   mutable std::mutex mutex_;
@@ -68,7 +73,7 @@ class HandleStore {
   std::deque<Master*> resting_;       // freed ones, oldest first
   std::uint64_t count_ = 0;
   Quarantine quarantine_;
-  bool scramble_ = false;
+  std::atomic<bool> scramble_ = false;
 };
 
 }  // namespace k

@@ -23,6 +23,16 @@ Handle NullWhenShort(Allocate allocate) {
   }
 }
 
+// Whether it was a live handle. It is freed even when the store has no memory
+// to note its place for later use.
+bool Free(Handle handle) {
+  try {
+    return HandleStore::Instance().Free(handle);
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+}
+
 Handle NewClear(std::uint64_t size) {
   return NullWhenShort([size] { return HandleStore::Instance().NewClear(size); });
 }
@@ -48,13 +58,13 @@ void NoteForeign(bool known, const char* call) {
 
 Handle K_AllocateHandleClear(std::uint32_t code, const char* what, std::uint64_t size) {
   HandleStore::Instance().ScrambleUnlocked();
-  const Handle handle = NewClearAfterFreeing(size);
+  Handle handle = NewClearAfterFreeing(size);
   if (handle == nullptr) ReportShortage(code, what, size);
   return handle;
 }
 
 void K_FreeHandle(Handle handle) {
-  if (handle == nullptr || HandleStore::Instance().Free(handle)) return;
+  if (handle == nullptr || Free(handle)) return;
   k::Report(K_Code_HANDLE, K_ReportClass_ERROR, 0,
             "a handle was freed that is not live: freed twice, or not made here");
 }

@@ -2,10 +2,27 @@
 
 #include <algorithm>
 #include <bit>
+#include <new>
+#include <utility>
 
 #include "budget.h"
 #include "poison.h"
 #include "virtual_memory.h"
+
+namespace {
+
+void* MapBooked(std::uint64_t bytes) {
+  if (!k::ReserveMemory(bytes)) throw std::bad_alloc();
+  void* base = k::MapMemory(bytes);
+  if (base != nullptr) return base;
+  k::ReleaseMemory(bytes);
+  throw std::bad_alloc();
+}
+
+}  // namespace
+
+K_RecycledPtr::K_RecycledPtr(std::uint64_t bytes) : base(MapBooked(bytes)), capacity(bytes) {
+}
 
 K_RecycledPtr::~K_RecycledPtr() {
   k::UnpoisonMemory(base, capacity);
@@ -40,44 +57,30 @@ Pool& Pool::Instance() {
 }
 
 K_RecycledPtrRef Pool::Allocate(std::uint32_t ownerCode, const char* label, std::uint64_t size) {
-  if (size > kMostBytes) return nullptr;
-  Block block = Acquire(SizeClass(size));
-  if (block == nullptr) return nullptr;
-  block->ownerCode = ownerCode;
-  block->label = label != nullptr ? label : "";
-  return MakeLive(std::move(block));
+  if (size > kMostBytes) throw std::bad_alloc();
+  K_RecycledPtr* ref = Acquire(SizeClass(size));
+  ref->ownerCode = ownerCode;
+  ref->label = label != nullptr ? label : "";
+  return ref;
 }
 
-Pool::Block Pool::Acquire(std::uint64_t capacity) {
-  if (Block kept = TakeKept(capacity)) return kept;
-  if (!ReserveMemory(capacity)) return nullptr;
-  void* base = MapMemory(capacity);
-  if (base == nullptr) ReleaseMemory(capacity);
-  return base != nullptr ? std::make_unique<K_RecycledPtr>(base, capacity) : nullptr;
-}
-
-// The newest block of the smallest capacity that fits without much waste.
-Pool::Block Pool::TakeKept(std::uint64_t capacity) {
-  const std::lock_guard lock(mutex_);
-  auto found = kept_.lower_bound(capacity);
-  while (found != kept_.end() && found->second.empty()) ++found;
-  if (found == kept_.end() || found->first > LargestFit(capacity)) {
+K_RecycledPtrRef Pool::Acquire(std::uint64_t capacity) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (Node kept = TakeKept(capacity)) return MakeLive(std::move(kept));
     ++statistics_.misses;
-    return nullptr;
   }
-  Block block = std::move(found->second.back());
-  found->second.pop_back();
-  ++statistics_.hits;
-  --statistics_.keptBlocks;
-  statistics_.keptBytes -= block->capacity;
-  UnpoisonMemory(block->base, block->capacity);
-  return block;
+  auto block = std::make_unique<K_RecycledPtr>(capacity);
+  Blocks alone;
+  const auto [made, _] = alone.emplace(block->base, std::move(block));
+  Node node = alone.extract(made);
+  const std::lock_guard lock(mutex_);
+  return MakeLive(std::move(node));
 }
 
-K_RecycledPtrRef Pool::MakeLive(Block block) {
-  const K_RecycledPtrRef ref = block.get();
-  const std::lock_guard lock(mutex_);
-  live_.emplace(ref->base, std::move(block));
+K_RecycledPtrRef Pool::MakeLive(Node node) {
+  K_RecycledPtr* ref = node.mapped().get();
+  live_.insert(std::move(node));
   ++statistics_.liveBlocks;
   statistics_.liveBytes += ref->capacity;
   statistics_.peakBytes =
@@ -85,74 +88,95 @@ K_RecycledPtrRef Pool::MakeLive(Block block) {
   return ref;
 }
 
+// The newest block of the smallest capacity that fits without much waste.
+Pool::Node Pool::TakeKept(std::uint64_t capacity) {
+  auto found = kept_.lower_bound(capacity);
+  while (found != kept_.end() && found->second.empty()) ++found;
+  if (found == kept_.end() || found->first > LargestFit(capacity)) return {};
+  ++statistics_.hits;
+  Node node = TakeFromBucket(found->second, found->second.size() - 1);
+  UnpoisonMemory(node.mapped()->base, node.mapped()->capacity);
+  return node;
+}
+
 bool Pool::Free(void* base) {
-  Block block = TakeLive(base);
-  if (block == nullptr) return false;
-  // What falls out of the pool is unmapped here, outside the lock.
-  Keep(std::move(block));
+  Node tooLarge;  // unmapped after the lock
+  {
+    const std::lock_guard lock(mutex_);
+    Node node = TakeLive(base);
+    if (node.empty()) return false;
+    if (node.mapped()->capacity > limit_) {
+      tooLarge = std::move(node);
+    } else {
+      Keep(std::move(node));
+    }
+  }
+  EvictOverLimit();
   return true;
 }
 
-Pool::Block Pool::TakeLive(void* base) {
-  const std::lock_guard lock(mutex_);
-  const auto found = live_.find(base);
-  if (found == live_.end()) return nullptr;
-  Block block = std::move(found->second);
-  live_.erase(found);
+Pool::Node Pool::TakeLive(const void* base) {
+  Node node = live_.extract(base);
+  if (node.empty()) return node;
   --statistics_.liveBlocks;
-  statistics_.liveBytes -= block->capacity;
-  return block;
+  statistics_.liveBytes -= node.mapped()->capacity;
+  return node;
 }
 
-// Gives what no longer fits under the limit.
-Pool::Blocks Pool::Keep(Block block) {
-  const std::lock_guard lock(mutex_);
-  if (block->capacity > limit_) {
-    Blocks rejected;
-    rejected.push_back(std::move(block));
-    return rejected;
-  }
-  const std::uint64_t capacity = block->capacity;
-  block->age = ++clock_;
-  PoisonMemory(block->base, capacity);
-  kept_[capacity].push_back(std::move(block));
+void Pool::Keep(Node node) {
+  K_RecycledPtr& block = *node.mapped();
+  block.age = ++clock_;
+  PoisonMemory(block.base, block.capacity);
+  kept_[block.capacity].push_back(std::move(node));
   ++statistics_.keptBlocks;
-  statistics_.keptBytes += capacity;
-  return TakeOverLimit();
+  statistics_.keptBytes += block.capacity;
 }
 
-Pool::Blocks Pool::TakeOverLimit() {
-  Blocks taken;
-  while (statistics_.keptBytes > limit_) MoveOldest(taken);
-  return taken;
-}
-
-// Moves list nodes, since this runs when memory is short.
-void Pool::MoveOldest(Blocks& to) {
-  Blocks* oldest = nullptr;
-  for (auto& [capacity, blocks] : kept_) {
-    if (blocks.empty()) continue;
-    if (oldest == nullptr || blocks.front()->age < oldest->front()->age) oldest = &blocks;
-  }
-  to.splice(to.end(), *oldest, oldest->begin());
+Pool::Node Pool::TakeFromBucket(Bucket& bucket, std::size_t position) {
+  Node node = std::move(bucket[position]);
+  bucket.erase(bucket.begin() + static_cast<std::ptrdiff_t>(position));
   --statistics_.keptBlocks;
-  statistics_.keptBytes -= to.back()->capacity;
+  statistics_.keptBytes -= node.mapped()->capacity;
+  return node;
+}
+
+Pool::Bucket* Pool::OldestBucket() {
+  Bucket* oldest = nullptr;
+  std::uint64_t age = 0;
+  for (auto& [capacity, bucket] : kept_) {
+    if (bucket.empty()) continue;
+    const std::uint64_t candidate = bucket.front().mapped()->age;
+    if (oldest != nullptr && candidate > age) continue;
+    oldest = &bucket;
+    age = candidate;
+  }
+  return oldest;
+}
+
+Pool::Node Pool::TakeOldest(std::uint64_t keptBytes) {
+  const std::lock_guard lock(mutex_);
+  if (statistics_.keptBlocks == 0 || statistics_.keptBytes < keptBytes) return {};
+  return TakeFromBucket(*OldestBucket(), 0);
+}
+
+// Block by block: unmapping is slow and must not hold up other threads, and a
+// list of what to unmap would need memory.
+void Pool::EvictOverLimit() {
+  while (TakeOldest(limit_ + 1)) {
+  }
 }
 
 void Pool::SetLimit(std::uint64_t bytes) {
-  Blocks evicted;
-  const std::lock_guard lock(mutex_);
-  limit_ = bytes;
-  evicted = TakeOverLimit();
+  limit_ = std::min(bytes, kMostBytes);
+  EvictOverLimit();
 }
 
 std::uint64_t Pool::GiveBack(std::uint64_t bytes) {
-  Blocks evicted;
   std::uint64_t freed = 0;
-  const std::lock_guard lock(mutex_);
-  while (freed < bytes && statistics_.keptBlocks != 0) {
-    MoveOldest(evicted);
-    freed += evicted.back()->capacity;
+  while (freed < bytes) {
+    const Node oldest = TakeOldest(0);
+    if (oldest.empty()) break;
+    freed += oldest.mapped()->capacity;
   }
   return freed;
 }

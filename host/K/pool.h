@@ -2,22 +2,23 @@
 #ifndef K_POOL_H
 #define K_POOL_H
 
+#include <atomic>
 #include <cstdint>
-#include <list>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "K_host.h"
 
 // A block of the pool: what K_AllocateRecycledPtr gives a reference to. Nothing
 // of it lies in the memory that the caller gets.
 struct K_RecycledPtr {
-  // `memory` was mapped with `bytes` and reserved in the budget; both end with
-  // this record.
-  K_RecycledPtr(void* memory, std::uint64_t bytes) : base(memory), capacity(bytes) {}
+  // Takes the memory from the budget and from the system, for as long as the
+  // record lives. Throws std::bad_alloc when either refuses.
+  explicit K_RecycledPtr(std::uint64_t bytes);
   K_RecycledPtr(const K_RecycledPtr&) = delete;
   K_RecycledPtr& operator=(const K_RecycledPtr&) = delete;
   ~K_RecycledPtr();
@@ -36,9 +37,11 @@ class Pool {
  public:
   static Pool& Instance();
 
-  // Null when the budget or the system refuses. The content is unset.
+  // Throws std::bad_alloc when the budget or the system refuses. The content is
+  // unset.
   K_RecycledPtrRef Allocate(std::uint32_t ownerCode, const char* label, std::uint64_t size);
-  // False, and nothing done, when `base` is not a live block's address.
+  // False, and nothing done, when `base` is not a live block's address. Throws
+  // std::bad_alloc when the block was freed but could not be kept.
   bool Free(void* base);
   bool Owns(const void* base) const;
 
@@ -49,21 +52,28 @@ class Pool {
   K_PoolStatistics Statistics() const;
 
  private:
-  using Block = std::unique_ptr<K_RecycledPtr>;
-  using Blocks = std::list<Block>;
+  using Blocks = std::unordered_map<const void*, std::unique_ptr<K_RecycledPtr>>;
+  // A block changes between live and kept as a node of the table of live ones,
+  // so that re-use costs no memory management.
+  using Node = Blocks::node_type;
+  using Bucket = std::vector<Node>;
 
-  Block TakeKept(std::uint64_t capacity);
-  Block Acquire(std::uint64_t capacity);
-  K_RecycledPtrRef MakeLive(Block block);
-  Block TakeLive(void* base);
-  Blocks Keep(Block block);
-  void MoveOldest(Blocks& to);
-  Blocks TakeOverLimit();
+  K_RecycledPtrRef Acquire(std::uint64_t capacity);
+  // One block to be unmapped when at least `keptBytes` are kept; else nothing.
+  Node TakeOldest(std::uint64_t keptBytes);
+  void EvictOverLimit();
+  // These run under the lock.
+  K_RecycledPtrRef MakeLive(Node node);
+  Node TakeKept(std::uint64_t capacity);
+  Node TakeLive(const void* base);
+  void Keep(Node node);
+  Bucket* OldestBucket();
+  Node TakeFromBucket(Bucket& bucket, std::size_t position);
 
   mutable std::mutex mutex_;
-  std::unordered_map<const void*, Block> live_;
-  std::map<std::uint64_t, Blocks> kept_;  // by capacity, each the oldest first
-  std::uint64_t limit_ = K_DefaultPoolLimit;
+  Blocks live_;
+  std::map<std::uint64_t, Bucket> kept_;  // by capacity, each the oldest first
+  std::atomic<std::uint64_t> limit_ = K_DefaultPoolLimit;
   std::uint64_t clock_ = 0;
   K_PoolStatistics statistics_{};
 };

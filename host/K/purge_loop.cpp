@@ -16,6 +16,7 @@ std::uint64_t FreeMemory(std::uint64_t bytesNeeded) {
   const std::uint64_t needed = std::max<std::uint64_t>(bytesNeeded, 1);
   TRC_Log(TRC_Level_DETAIL, "K", "purge", "memory is short");
   std::uint64_t freed = Pool::Instance().GiveBack(needed);
+  if (freed < needed) freed += HandleStore::Instance().FreeOldPlaces();
   if (freed < needed) freed += HandleStore::Instance().PurgeAtLeast(needed - freed);
   if (freed < needed) freed += RunPurgers(needed - freed);
   return freed;

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <utility>
+#include <new>
 
 #include "K_host.h"
 #include "poison.h"
@@ -17,8 +17,13 @@ constexpr std::size_t kMostPlaces = 65536;
 }  // namespace
 
 void Quarantine::Add(void* block, std::uint64_t size) {
+  try {
+    places_.push_back({block, size});
+  } catch (const std::bad_alloc&) {
+    std::free(block);
+    return;
+  }
   std::memset(block, K_ScramblePattern, size);
-  places_.push_back({block, size});
   bytes_ += size;
   PoisonMemory(block, size);
   while (bytes_ > kMostBytes || places_.size() > kMostPlaces) FreeOldest();

@@ -11,7 +11,8 @@ namespace k {
 // Not safe for use on several threads: its owner locks.
 class Quarantine {
  public:
-  // Takes over a block from malloc. The oldest are freed to stay within bounds.
+  // Takes over a block from malloc. The oldest are freed to stay within bounds,
+  // this one at once when there is no memory to note it.
   void Add(void* block, std::uint64_t size);
   // Frees all; gives their bytes.
   std::uint64_t Clear();

@@ -13,7 +13,6 @@ K_RecycledPtrRef K_AllocateRecycledPtr(std::uint32_t ownerCode, const char* labe
   try {
     return Pool::Instance().Allocate(ownerCode, label, size);
   } catch (const std::bad_alloc&) {
-    // No memory for the block's record: the same to the caller.
     return nullptr;
   }
 }
@@ -28,7 +27,7 @@ void K_FreeRecycledPtr(void* base) {
   try {
     own = Pool::Instance().Free(base);
   } catch (const std::bad_alloc&) {
-    // No memory to keep the block: it was unmapped instead.
+    // It was unmapped instead of kept.
   }
   if (own) return;
   k::Report(K_Code_ADDRESS, K_ReportClass_ERROR, 0,

@@ -12,7 +12,7 @@ void HUnlock(Handle handle) {
 }
 
 Handle NewEmptyHandle() {
-  const Handle handle = K_NewEmptyHandle();
+  Handle handle = K_NewEmptyHandle();
   qde::SetError(handle != nullptr ? qde::kNoError : qde::kMemoryFull);
   return handle;
 }

@@ -26,5 +26,6 @@ std::int16_t QDE_SetGWorld32PixmapFormat(GWorldPtr, std::int32_t) {
   return qde::SetError(qde::kIllegalParameter);
 }
 
+// Nor is there anything to force on their bitmaps.
 void QDE_ForceBitmapCreationBitfields(Boolean, std::int32_t, std::int32_t) {
 }

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -15,7 +14,10 @@ namespace {
 
 std::optional<std::string> ReadWholeFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::string text;
+  // Character by character: that way the stream keeps the error of what opens
+  // but cannot be read, such as a directory.
+  for (char c = 0; file.get(c);) text += c;
   if (!file.is_open() || file.bad()) return std::nullopt;
   return text;
 }
