@@ -24,12 +24,16 @@ void UnloadModule() {
 }  // namespace
 
 Contract::Contract() : recorder_(recorder::Current()) {
-  recorder_.Reset();
-  UnloadModule();
+  Unload();
 }
 
 Contract::~Contract() {
   recorder_.Reset();
+}
+
+void Contract::Unload() {
+  recorder_.Reset();
+  UnloadModule();
 }
 
 void Contract::BeBorn() {
