@@ -215,6 +215,7 @@ TEST_F(ChannelOrder, OfAMappedWorldConvertsItsViewWhileItIsLocked) {
   ForgetLog();
   EXPECT_EQ(PXL_SetChannelOrder(worldH, 1), 0);
   EXPECT_THAT(Log(), ElementsAre("QDE_ConvertBitsFast(view, 6, 10, 48)"));
+  PXL_DisposeWorld(worldH);
 }
 
 // The record may move in every call of the layer.

@@ -313,6 +313,7 @@ TEST_F(Creation, SharesNothingButNumbersWithTheParent) {
   PXL_WorldHandle mappedH = Make(32, rect_, PXL_Flag_DEFERRED | PXL_Flag_MAPPED);
   EXPECT_EQ(New(mappedH, nullptr, 0, PXL_Flag_DEFERRED), 0);
   EXPECT_EQ(Record(worldH_).pixels.provider, nullptr);
+  PXL_DisposeWorld(mappedH);
 }
 
 TEST_F(Creation, PrefersItsOwnArgumentsToTheParents) {

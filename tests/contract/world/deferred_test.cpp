@@ -1,4 +1,6 @@
 // Worlds that are made without pixel memory.
+#include <utility>
+
 #include "tests/contract/contract.h"
 
 using ::testing::ElementsAre;
@@ -20,6 +22,10 @@ class DeferredWorld : public Contract {
 
 class MappedWorld : public DeferredWorld {
  protected:
+  ~MappedWorld() override {
+    if (worldH_ != nullptr) Dispose();
+  }
+  std::int32_t Dispose() { return PXL_DisposeWorld(std::exchange(worldH_, nullptr)); }
   std::int32_t NewMapped(std::int32_t depth, const Rect& rect, std::uint32_t flags = 0) {
     return New(depth, rect, flags | PXL_Flag_MAPPED);
   }
@@ -156,7 +162,7 @@ TEST_F(MappedWorld, LivesThroughLocksToItsDisposal) {
   EXPECT_EQ(World().pixels.frame, nullptr);
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
   PXL_UnlockPixels(worldH_);
-  EXPECT_EQ(PXL_DisposeWorld(worldH_), 0);
+  EXPECT_EQ(Dispose(), 0);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "MemoryMappedFile()",
@@ -183,7 +189,7 @@ TEST_F(MappedWorld, LivesThroughLocksToItsDisposal) {
 TEST_F(MappedWorld, DisposedOfWhileLockedLeavesItsBytesWithTheApplication) {
   EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
-  EXPECT_EQ(PXL_DisposeWorld(worldH_), 0);
+  EXPECT_EQ(Dispose(), 0);
   EXPECT_THAT(recorder_.LogOf({"K_AccountAllocation", "K_AccountSystemAllocation", "UnmapMemory"}),
               ElementsAre("K_AccountSystemAllocation(496)", "K_AccountSystemAllocation(-496)",
                           "K_AccountAllocation(496)", "K_AccountSystemAllocation(-496)"));
@@ -251,7 +257,7 @@ TEST_F(MappedWorld, LivesWithoutItsFileWhenTheFailureHadNoCode) {
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 4);
   PXL_UnlockPixels(worldH_);
   EXPECT_EQ(World().pixels.lockCount, 2);
-  EXPECT_EQ(PXL_DisposeWorld(worldH_), 0);
+  EXPECT_EQ(Dispose(), 0);
   EXPECT_THAT(Log(), ElementsAre("HLock(handle1)", "K_FreeHandle(handle1)"));
   EXPECT_EQ(PXLp_G.worldCount, 0);
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
@@ -278,6 +284,7 @@ TEST_F(MappedWorld, TakesTheNextNameAlsoAfterAnotherBirth) {
   EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
   PXL_Death();
   PXL_Birth(0);
+  Dispose();
   EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
   EXPECT_THAT(recorder_.LogOf({"Init"}), ElementsAre(R"(Init("zelk.ov.pxlmapfile.2", 496, 101))"));
 }
