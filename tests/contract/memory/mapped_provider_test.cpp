@@ -174,6 +174,20 @@ TEST_F(MappedProvider, WithoutMemoryForItselfLeavesItsPlaceAlone) {
   EXPECT_EQ(Log().size(), 1U);
 }
 
+// The stream that writes the name takes 513 bytes here, its text 31.
+TEST_F(MappedProvider, WithoutMemoryForItsNameStaysInItsPlace) {
+  for (const std::size_t size : {std::size_t{513}, std::size_t{31}}) {
+    Unload();
+    recorder::FailNewOf(size);
+    EXPECT_EQ(New(), 4) << size;
+    recorder::FailNewOf(0);
+    ASSERT_NE(provider_, nullptr);
+    EXPECT_EQ(provider_->context, nullptr);
+    EXPECT_EQ(recorder_.Count("Init"), 0);
+    Release();
+  }
+}
+
 TEST_F(MappedProvider, WithoutMemoryForItsFileStaysInItsPlace) {
   recorder::FailNewOf(sizeof(vetrix::MemoryMappedFile));
   EXPECT_EQ(New(), 4);
