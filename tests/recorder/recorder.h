@@ -128,7 +128,7 @@ class Recorder {
 
 Recorder& Current();
 
-// The next allocation of exactly that many bytes with `new` throws.
+// The next allocation of exactly that many bytes with `new` throws; 0: none.
 void FailNewOf(std::size_t size);
 
 // Arguments as they appear in the log.

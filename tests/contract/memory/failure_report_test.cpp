@@ -84,6 +84,15 @@ TEST_F(BufferError, TakesTheTextOfTheCatalogueForNoFormat) {
   EXPECT_THAT(Log().back(), HasSubstr("100 %d%% %s"));
 }
 
+TEST_F(BufferError, CutsATranslationThatIsLongerThanTheBuffer) {
+  const char* key = PXL_G_zref->entries[27].key;
+  const std::string longKey = "key=" + std::string(3000, 'x');
+  PXL_G_zref->entries[27].key = longKey.c_str();
+  Report(-1, 0, Sized(1, 1), 32, 0);
+  PXL_G_zref->entries[27].key = key;
+  EXPECT_EQ(Kp_G_buffer, std::string(sizeof Kp_G_buffer - 1, 'x'));
+}
+
 TEST_F(BufferError, OfMemoryLeavesThePendingReportAlone) {
   Kp_G_err_buf = 5;
   std::snprintf(Kp_G_buffer, sizeof Kp_G_buffer, "mine");

@@ -79,7 +79,7 @@ TEST_F(Creation, RefusedGivesWhatTheReportGives) {
   EXPECT_EQ(New(nullptr, &rect_, 64, 0x0400), 103);
   EXPECT_EQ(worldH_, Untouched());
   recorder_.script.quexErrString = [](std::int32_t) { return 0; };
-  EXPECT_EQ(New(nullptr, &rect_, 64, 0x0400), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64, 0x0400), 0);
   EXPECT_EQ(worldH_, Untouched());
   EXPECT_EQ(PXLp_G.worldCount, 0);
 }
@@ -96,7 +96,7 @@ TEST_F(Creation, LooksAtBirthThenAtHandlesThenAtFlags) {
 TEST_F(Creation, OfDeepWorldsAcceptsEveryFlagOfTheMask) {
   for (const std::uint32_t flag : {0x0008U, 0x0020U, 0x0100U, 0x0200U, 0x0800U, 0x1000U}) {
     for (const std::int32_t depth : {64, 128}) {
-      EXPECT_EQ(New(nullptr, &rect_, depth, flag), 0) << flag;
+      ASSERT_EQ(New(nullptr, &rect_, depth, flag), 0) << flag;
       EXPECT_EQ(Record(worldH_).flags, flag);
     }
   }
@@ -121,20 +121,20 @@ TEST_F(Creation, RefusesOneWrongFlagAmongRightOnes) {
 }
 
 TEST_F(Creation, OfShallowWorldsAcceptsAnyFlag) {
-  EXPECT_EQ(New(nullptr, &rect_, 32, 0xFFFFE4D7U & ~0x0100U), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 32, 0xFFFFE4D7U & ~0x0100U), 0);
   EXPECT_EQ(Record(worldH_).flags, 0xFFFFE4D7U & ~0x0100U);
-  EXPECT_EQ(New(nullptr, &rect_, 32, 0x0600), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 32, 0x0600), 0);
   EXPECT_EQ(Record(worldH_).flags, 0x0600U);
 }
 
 TEST_F(Creation, TestsTheFlagsAgainstTheDepthAsItWasPassed) {
-  EXPECT_EQ(New(nullptr, &rect_, -64, 0x0400), 0);
+  ASSERT_EQ(New(nullptr, &rect_, -64, 0x0400), 0);
   EXPECT_EQ(Record(worldH_).depth, 64);
   EXPECT_EQ(Record(worldH_).hasFrame, 1);
   PXL_WorldHandle parentH = worldH_;
-  EXPECT_EQ(New(nullptr, &rect_, -128, 0x0400), 0);
+  ASSERT_EQ(New(nullptr, &rect_, -128, 0x0400), 0);
   EXPECT_EQ(Record(worldH_).depth, 128);
-  EXPECT_EQ(New(parentH, &rect_, 0, 0x0400), 0);
+  ASSERT_EQ(New(parentH, &rect_, 0, 0x0400), 0);
   EXPECT_EQ(Record(worldH_).depth, 64);
 }
 
@@ -155,7 +155,7 @@ TEST_F(Creation, HandsItsHandleOutBeforeItBuilds) {
       handedOut.push_back(worldH_ != Untouched() && worldH_ != nullptr);
     }
   });
-  EXPECT_EQ(New(nullptr, &rect_, 64), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64), 0);
   EXPECT_THAT(handedOut, ElementsAre(true, true));
 }
 
@@ -169,7 +169,7 @@ TEST_F(Creation, StoresFlagsAndOwnerBeforeItBuilds) {
     EXPECT_EQ(Record(worldH_).headMark, 0U);
     EXPECT_TRUE(recorder_.IsLocked(AsHandle(worldH_)));
   });
-  EXPECT_EQ(New(nullptr, &rect_, 64, 0x0028), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64, 0x0028), 0);
   EXPECT_TRUE(seen);
 }
 
@@ -182,7 +182,7 @@ TEST_F(Creation, MarksTheWorldThenUnlocksThenCounts) {
     EXPECT_EQ(Record(worldH_).tailMark, 0xBECCAU);
     EXPECT_EQ(PXLp_G.worldCount, 0);
   });
-  EXPECT_EQ(New(nullptr, &rect_, 64), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64), 0);
   EXPECT_TRUE(seen);
   EXPECT_EQ(PXLp_G.worldCount, 1);
   EXPECT_FALSE(recorder_.IsLocked(AsHandle(worldH_)));
@@ -204,7 +204,7 @@ TEST_F(Creation, InTheCallersHandleZeroesItUnderALockOfItsOwn) {
     if (name != "HUnlock" || unlocks++ > 0) return;
     EXPECT_TRUE(IsZero(*callersH, 0, sizeof(PXL_World)));
   });
-  EXPECT_EQ(New(nullptr, &rect_, 64, 0, callersH), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64, 0, callersH), 0);
   EXPECT_EQ(unlocks, 2);
   EXPECT_THAT(Log(), ElementsAre("HLock(caller)", "HUnlock(caller)", "HLock(caller)",
                                  "K_PurgeLoop(820, 1)", "malloc(820)", "HUnlock(caller)"));
@@ -218,14 +218,14 @@ TEST_F(Creation, LeavesTheBytesBehindTheRecordAlone) {
   Handle handle = recorder_.NewHandle(sizeof(PXL_World) + 8);
   std::fill_n(*handle, sizeof(PXL_World) + 8, char{0x5A});
   auto callersH = reinterpret_cast<PXL_WorldHandle>(handle);
-  EXPECT_EQ(New(nullptr, &rect_, 64, 0, callersH), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64, 0, callersH), 0);
   for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ((*handle)[sizeof(PXL_World) + i], 0x5A);
 }
 
 TEST_F(Creation, LeavesEveryFieldThatItDoesNotSetZero) {
-  EXPECT_EQ(New(nullptr, &rect_, 64, 0, CallerHandle()), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64, 0, CallerHandle()), 0);
   PXL_WorldHandle callersH = CallerHandle();
-  EXPECT_EQ(New(nullptr, &rect_, 64, 0, callersH), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64, 0, callersH), 0);
   const PXL_World& world = Record(callersH);
   EXPECT_EQ(world.gworld, nullptr);
   EXPECT_EQ(world.gdevice, nullptr);
@@ -289,7 +289,7 @@ TEST_F(Creation, MissingOnlyTheRectangleLeavesTheBoundsUnwritten) {
 
 TEST_F(Creation, TakesDepthAndSizeFromTheParent) {
   PXL_WorldHandle parentH = Make(32, Rect{5, 7, 25, 47}, PXL_Flag_NO_PLATFORM);
-  EXPECT_EQ(New(parentH, nullptr, 0), 0);
+  ASSERT_EQ(New(parentH, nullptr, 0), 0);
   const PXL_World& world = Record(worldH_);
   EXPECT_EQ(world.depth, 32);
   EXPECT_EQ(world.width, 40);
@@ -304,27 +304,27 @@ TEST_F(Creation, TakesDepthAndSizeFromTheParent) {
 
 TEST_F(Creation, SharesNothingButNumbersWithTheParent) {
   PXL_WorldHandle surfaceH = Make(32, rect_);
-  EXPECT_EQ(New(surfaceH, nullptr, 0), 0);
+  ASSERT_EQ(New(surfaceH, nullptr, 0), 0);
   EXPECT_NE(Record(worldH_).gworld, Record(surfaceH).gworld);
   EXPECT_NE(Record(worldH_).gdevice, Record(surfaceH).gdevice);
   PXL_WorldHandle frameH = Make(64, rect_);
-  EXPECT_EQ(New(frameH, nullptr, 0), 0);
+  ASSERT_EQ(New(frameH, nullptr, 0), 0);
   EXPECT_NE(Record(worldH_).pixels.frame, Record(frameH).pixels.frame);
   PXL_WorldHandle mappedH = Make(32, rect_, PXL_Flag_DEFERRED | PXL_Flag_MAPPED);
-  EXPECT_EQ(New(mappedH, nullptr, 0, PXL_Flag_DEFERRED), 0);
+  ASSERT_EQ(New(mappedH, nullptr, 0, PXL_Flag_DEFERRED), 0);
   EXPECT_EQ(Record(worldH_).pixels.provider, nullptr);
   PXL_DisposeWorld(mappedH);
 }
 
 TEST_F(Creation, PrefersItsOwnArgumentsToTheParents) {
   PXL_WorldHandle parentH = Make(32, Sized(40, 20));
-  EXPECT_EQ(New(parentH, &rect_, 64), 0);
+  ASSERT_EQ(New(parentH, &rect_, 64), 0);
   EXPECT_EQ(Record(worldH_).depth, 64);
   EXPECT_EQ(Record(worldH_).width, 10);
-  EXPECT_EQ(New(parentH, &rect_, 0), 0);
+  ASSERT_EQ(New(parentH, &rect_, 0), 0);
   EXPECT_EQ(Record(worldH_).depth, 32);
   EXPECT_EQ(Record(worldH_).width, 10);
-  EXPECT_EQ(New(parentH, nullptr, 128), 0);
+  ASSERT_EQ(New(parentH, nullptr, 128), 0);
   EXPECT_EQ(Record(worldH_).depth, 128);
   EXPECT_EQ(Record(worldH_).width, 40);
 }
@@ -332,34 +332,41 @@ TEST_F(Creation, PrefersItsOwnArgumentsToTheParents) {
 TEST_F(Creation, ReadsTheParentWhereverItHasMoved) {
   PXL_WorldHandle parentH = Make(64, Sized(40, 20));
   recorder_.OnCall([&](const std::string&) { recorder_.MoveBlocks(); });
-  EXPECT_EQ(New(parentH, nullptr, 0), 0);
+  ASSERT_EQ(New(parentH, nullptr, 0), 0);
   EXPECT_EQ(Record(worldH_).depth, 64);
   EXPECT_EQ(Record(worldH_).width, 40);
   EXPECT_EQ(Record(worldH_).height, 20);
 }
 
+TEST_F(Creation, DoesNotAskWhetherTheParentLives) {
+  PXL_WorldHandle parentH = Make(64, Sized(40, 20));
+  Record(parentH).headMark = 0;
+  EXPECT_EQ(New(parentH, nullptr, 0), 0);
+  EXPECT_EQ(recorder_.Count("Kp_ReportQuexErrString"), 0);
+}
+
 TEST_F(Creation, TakesANegativeDepthOfTheParentForItsAbsoluteValue) {
   PXL_WorldHandle parentH = Make(64, rect_);
   Record(parentH).depth = -128;
-  EXPECT_EQ(New(parentH, nullptr, 0, 0x0400), 0);
+  ASSERT_EQ(New(parentH, nullptr, 0, 0x0400), 0);
   EXPECT_EQ(Record(worldH_).depth, 128);
 }
 
 TEST_F(Creation, TakesADepthOfZeroOfTheParentAsItIs) {
   PXL_WorldHandle parentH = Make(64, rect_);
   Record(parentH).depth = 0;
-  EXPECT_EQ(New(parentH, nullptr, 0, PXL_Flag_DEFERRED), 0);
+  ASSERT_EQ(New(parentH, nullptr, 0, PXL_Flag_DEFERRED), 0);
   EXPECT_EQ(Record(worldH_).depth, 0);
   EXPECT_EQ(recorder_.Count("Kp_ReportErrString"), 0);
 }
 
 TEST_F(Creation, TakesANegativeDepthForItsAbsoluteValue) {
-  EXPECT_EQ(New(nullptr, &rect_, -32), 0);
+  ASSERT_EQ(New(nullptr, &rect_, -32), 0);
   EXPECT_EQ(Record(worldH_).hasGWorld, 1);
   EXPECT_EQ(recorder_.LogOf({"NewGWorld"})[0], "NewGWorld(32, {0, 0, 10, 10}, null, null, 0)");
-  EXPECT_EQ(New(nullptr, &rect_, -32, PXL_Flag_NO_PLATFORM), 0);
+  ASSERT_EQ(New(nullptr, &rect_, -32, PXL_Flag_NO_PLATFORM), 0);
   EXPECT_EQ(Record(worldH_).depth, 32);
-  EXPECT_EQ(New(nullptr, &rect_, -8, PXL_Flag_DEFERRED), 0);
+  ASSERT_EQ(New(nullptr, &rect_, -8, PXL_Flag_DEFERRED), 0);
   EXPECT_EQ(Record(worldH_).depth, 8);
 }
 
@@ -373,7 +380,7 @@ TEST_F(Creation, KeepsTheRectangleWhereItIs) {
   const Rect rect{10, 20, 110, 220};
   for (const std::uint32_t flags :
        {0U, std::uint32_t{PXL_Flag_NO_PLATFORM}, std::uint32_t{PXL_Flag_DEFERRED}}) {
-    EXPECT_EQ(New(nullptr, &rect, 32, flags), 0);
+    ASSERT_EQ(New(nullptr, &rect, 32, flags), 0);
     EXPECT_EQ(recorder::Text(&Record(worldH_).bounds), "{10, 20, 110, 220}");
     EXPECT_EQ(Record(worldH_).width, 200);
     EXPECT_EQ(Record(worldH_).height, 100);
@@ -382,7 +389,7 @@ TEST_F(Creation, KeepsTheRectangleWhereItIs) {
 
 TEST_F(Creation, StoresTheLowHalfOfASizeBeyond16Bits) {
   const Rect rect{-32768, 0, 32767, 1};
-  EXPECT_EQ(New(nullptr, &rect, 32, PXL_Flag_DEFERRED), 0);
+  ASSERT_EQ(New(nullptr, &rect, 32, PXL_Flag_DEFERRED), 0);
   EXPECT_EQ(Record(worldH_).height, -1);
   EXPECT_EQ(Record(worldH_).pixels.frameSize, 65535U * 16U + 16U);
 }
@@ -432,7 +439,7 @@ TEST_F(Creation, LetsAFailureOfTheSettingsPassOutAndLeavesNothingBehind) {
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
   EXPECT_EQ(PXLp_G.worldCount, 0);
 
-  EXPECT_EQ(New(nullptr, &rect_, 64), 0);
+  ASSERT_EQ(New(nullptr, &rect_, 64), 0);
   EXPECT_EQ(recorder_.Count("GetEntry"), 0);
   EXPECT_EQ(PXLp_G.worldCount, 1);
 }

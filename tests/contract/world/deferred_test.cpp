@@ -32,7 +32,7 @@ class MappedWorld : public DeferredWorld {
 };
 
 TEST_F(DeferredWorld, HasGeometryOnly) {
-  EXPECT_EQ(New(32, Sized(10, 10)), 0);
+  ASSERT_EQ(New(32, Sized(10, 10)), 0);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "HUnlock(handle1)"));
@@ -50,7 +50,7 @@ TEST_F(DeferredWorld, HasGeometryOnly) {
 
 TEST_F(DeferredWorld, MayHaveAnyDepth) {
   for (const std::int32_t depth : {1, 8, 16, 64, 96, 128}) {
-    EXPECT_EQ(New(depth, Sized(10, 10)), 0) << depth;
+    ASSERT_EQ(New(depth, Sized(10, 10)), 0) << depth;
     EXPECT_EQ(World().depth, depth);
     EXPECT_EQ(World().pixels.frame, nullptr);
   }
@@ -58,13 +58,13 @@ TEST_F(DeferredWorld, MayHaveAnyDepth) {
 }
 
 TEST_F(DeferredWorld, NeedsNoPlatformAndNeitherDoesItDeclineIt) {
-  EXPECT_EQ(New(8, Sized(10, 10), PXL_Flag_NO_PLATFORM), 0);
+  ASSERT_EQ(New(8, Sized(10, 10), PXL_Flag_NO_PLATFORM), 0);
   EXPECT_EQ(World().pixels.frame, nullptr);
   EXPECT_EQ(World().depth, 8);
 }
 
 TEST_F(DeferredWorld, IsNotChangedByLocks) {
-  EXPECT_EQ(New(32, Sized(10, 10)), 0);
+  ASSERT_EQ(New(32, Sized(10, 10)), 0);
   ForgetLog();
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
   EXPECT_EQ(World().pixels.lockCount, 0);
@@ -123,7 +123,7 @@ TEST_F(DeferredWorld, OfNegativeHeightHasAGeometryOfZeros) {
 }
 
 TEST_F(DeferredWorld, DisposedOfFreesNoFrame) {
-  EXPECT_EQ(New(32, Sized(10, 10)), 0);
+  ASSERT_EQ(New(32, Sized(10, 10)), 0);
   ForgetLog();
   EXPECT_EQ(PXL_DisposeWorld(worldH_), 0);
   EXPECT_THAT(Log(), ElementsAre("HLock(handle1)", "free(null)", "K_FreeHandle(handle1)"));
@@ -131,7 +131,7 @@ TEST_F(DeferredWorld, DisposedOfFreesNoFrame) {
 }
 
 TEST_F(DeferredWorld, OfLargeSizeDisposedOfFreesNoPoolBlock) {
-  EXPECT_EQ(New(128, Sized(1000, 1000)), 0);
+  ASSERT_EQ(New(128, Sized(1000, 1000)), 0);
   ForgetLog();
   EXPECT_EQ(PXL_DisposeWorld(worldH_), 0);
   EXPECT_THAT(Log(),
@@ -139,7 +139,7 @@ TEST_F(DeferredWorld, OfLargeSizeDisposedOfFreesNoPoolBlock) {
 }
 
 TEST_F(MappedWorld, HasAFileOfItsFramesSize) {
-  EXPECT_EQ(NewMapped(128, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(128, Sized(10, 10)), 0);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "MemoryMappedFile()",
@@ -154,7 +154,7 @@ TEST_F(MappedWorld, HasAFileOfItsFramesSize) {
 }
 
 TEST_F(MappedWorld, LivesThroughLocksToItsDisposal) {
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
   EXPECT_NE(World().pixels.frame, nullptr);
   EXPECT_EQ(World().pixels.baseAddr, nullptr);
@@ -187,7 +187,7 @@ TEST_F(MappedWorld, LivesThroughLocksToItsDisposal) {
 }
 
 TEST_F(MappedWorld, DisposedOfWhileLockedLeavesItsBytesWithTheApplication) {
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
   EXPECT_EQ(Dispose(), 0);
   EXPECT_THAT(recorder_.LogOf({"K_AccountAllocation", "K_AccountSystemAllocation", "UnmapMemory"}),
@@ -197,7 +197,7 @@ TEST_F(MappedWorld, DisposedOfWhileLockedLeavesItsBytesWithTheApplication) {
 }
 
 TEST_F(MappedWorld, IsMappedByTheFirstLockAndUnmappedByTheLastUnlock) {
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
   EXPECT_EQ(recorder_.Count("GetAddress"), 1);
@@ -234,6 +234,16 @@ TEST_F(MappedWorld, WithoutAFileLeavesNoProviderInTheCallersRecord) {
   EXPECT_FALSE(recorder_.IsLocked(AsHandle(callersH)));
 }
 
+TEST_F(MappedWorld, WithoutMemoryForItsProviderFails) {
+  recorder::FailNewOf(sizeof(PXL_PixelProvider));
+  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 4);
+  EXPECT_EQ(worldH_, nullptr);
+  EXPECT_EQ(recorder_.Count("MemoryMappedFile"), 0);
+  EXPECT_EQ(recorder_.LogOf({"K_ReportError", "Kp_ReportError"}).size(), 0U);
+  EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
+  EXPECT_EQ(PXLp_G.worldCount, 0);
+}
+
 TEST_F(MappedWorld, WhoseGeometryFailsMakesNoFileAndReportsOnce) {
   EXPECT_EQ(NewMapped(32, Sized(32766, 1)), 3);
   EXPECT_EQ(recorder_.Count("Kp_ReportError"), 1);
@@ -246,7 +256,7 @@ TEST_F(MappedWorld, WhoseGeometryFailsMakesNoFileAndReportsOnce) {
 // A file that failed with the code 0 counts as made, but is not there.
 TEST_F(MappedWorld, LivesWithoutItsFileWhenTheFailureHadNoCode) {
   recorder_.Throw("Init", [] { throw 0L; });
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
   EXPECT_EQ(PXLp_G.worldCount, 1);
   ASSERT_NE(World().pixels.provider, nullptr);
   EXPECT_EQ(World().pixels.provider->context, nullptr);
@@ -265,7 +275,7 @@ TEST_F(MappedWorld, LivesWithoutItsFileWhenTheFailureHadNoCode) {
 
 // The file was mapped by a late attempt of a lock that failed all the same.
 TEST_F(MappedWorld, UnmapsAndBooksAfterALockThatFailedWithAMapping) {
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
   ForgetLog();
   recorder_.Fail("GetAddress");
   EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 4);
@@ -281,10 +291,10 @@ TEST_F(MappedWorld, UnmapsAndBooksAfterALockThatFailedWithAMapping) {
 }
 
 TEST_F(MappedWorld, TakesTheNextNameAlsoAfterAnotherBirth) {
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
   PXL_Death();
   PXL_Birth(0);
   Dispose();
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
   EXPECT_THAT(recorder_.LogOf({"Init"}), ElementsAre(R"(Init("zelk.ov.pxlmapfile.2", 496, 101))"));
 }

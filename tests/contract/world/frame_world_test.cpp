@@ -24,7 +24,7 @@ class FrameWorld : public Contract {
 };
 
 TEST_F(FrameWorld, OfSmallSizeLivesOnTheHeap) {
-  EXPECT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), 0);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "K_PurgeLoop(820, 1)", "malloc(820)",
@@ -42,7 +42,7 @@ TEST_F(FrameWorld, OfSmallSizeLivesOnTheHeap) {
 }
 
 TEST_F(FrameWorld, OfLargeSizeLivesInThePool) {
-  EXPECT_EQ(New(128, Sized(1920, 1080), PXL_Flag_CLEAR), 0);
+  ASSERT_EQ(New(128, Sized(1920, 1080), PXL_Flag_CLEAR), 0);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "K_PurgeLoop(33177620, 1)",
@@ -109,14 +109,14 @@ TEST_F(FrameWorld, TakesAFrameThatComesWithACode) {
     attempt(context, &done);
     return -9;
   };
-  EXPECT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), 0);
   EXPECT_EQ(recorder_.NameOf(World().pixels.frame), "heap1");
   EXPECT_EQ(PXLp_G.worldCount, 1);
   EXPECT_EQ(recorder_.LogOf({"Kp_ReportError", "K_ReportError"}).size(), 0U);
 }
 
 TEST_F(FrameWorld, IsMadeAt32BitsOnRequest) {
-  EXPECT_EQ(New(32, Sized(10, 10), PXL_Flag_NO_PLATFORM), 0);
+  ASSERT_EQ(New(32, Sized(10, 10), PXL_Flag_NO_PLATFORM), 0);
   EXPECT_EQ(World().depth, 32);
   EXPECT_EQ(World().hasFrame, 1);
   EXPECT_EQ(World().hasGWorld, 0);
@@ -126,7 +126,7 @@ TEST_F(FrameWorld, IsMadeAt32BitsOnRequest) {
 }
 
 TEST_F(FrameWorld, IsMadeAt128BitsOfItself) {
-  EXPECT_EQ(New(128, Sized(10, 10)), 0);
+  ASSERT_EQ(New(128, Sized(10, 10)), 0);
   EXPECT_EQ(World().pixels.rowBytes, 160);
   EXPECT_EQ(World().pixels.frameSize, 1620U);
 }
@@ -165,18 +165,18 @@ TEST_F(FrameWorld, BeyondTheLimitIsReportedOnce) {
 }
 
 TEST_F(FrameWorld, OfNoHeightIsAccepted) {
-  EXPECT_EQ(New(64, Sized(10, 0)), 0);
+  ASSERT_EQ(New(64, Sized(10, 0)), 0);
   EXPECT_EQ(World().pixels.frameSize, 20U);
 }
 
 TEST_F(FrameWorld, KeepsWhatTheMemoryHeldUnlessAskedToClear) {
-  EXPECT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), 0);
   const auto* frame = static_cast<const unsigned char*>(World().pixels.frame);
   EXPECT_TRUE(std::all_of(frame, frame + 820, [](unsigned char b) { return b == 0xA5; }));
 }
 
 TEST_F(FrameWorld, ClearsItsRowsAndNothingElse) {
-  EXPECT_EQ(New(64, Sized(10, 10), PXL_Flag_CLEAR), 0);
+  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_CLEAR), 0);
   const auto* frame = static_cast<const unsigned char*>(World().pixels.frame);
   const std::uint64_t offset = World().pixels.alignOffset;
   for (std::uint64_t i = 0; i < 820; ++i) {
@@ -192,7 +192,7 @@ TEST_F(FrameWorld, StartsItsPixelsOnA16ByteBoundary) {
     *address = static_cast<char*>(*address) + 5;
     return 0;
   };
-  EXPECT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), 0);
   const auto first =
       reinterpret_cast<std::uintptr_t>(World().pixels.frame) + World().pixels.alignOffset;
   EXPECT_EQ(first % 16, 0U);
@@ -201,16 +201,16 @@ TEST_F(FrameWorld, StartsItsPixelsOnA16ByteBoundary) {
 }
 
 TEST_F(FrameWorld, DoesNotTellTheAllocatorThatItIsPurgeable) {
-  EXPECT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), 0);
   const std::vector<std::string> plain = recorder_.LogOf({"K_PurgeLoop", "malloc"});
   ForgetLog();
-  EXPECT_EQ(New(64, Sized(10, 10), PXL_Flag_PURGEABLE), 0);
+  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_PURGEABLE), 0);
   EXPECT_EQ(recorder_.LogOf({"K_PurgeLoop", "malloc"}), plain);
   EXPECT_EQ(World().flags, 0x0020U);
 }
 
 TEST_F(FrameWorld, IsNotMappedWithoutBeingDeferred) {
-  EXPECT_EQ(New(64, Sized(10, 10), PXL_Flag_MAPPED), 0);
+  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_MAPPED), 0);
   EXPECT_EQ(World().pixels.provider, nullptr);
   EXPECT_EQ(recorder_.NameOf(World().pixels.frame), "heap1");
   EXPECT_EQ(recorder_.Count("Init"), 0);

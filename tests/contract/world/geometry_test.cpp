@@ -211,6 +211,14 @@ TEST_F(Geometry, ClearsAnErrorThatWasPendingBeforeItsReport) {
   EXPECT_EQ(recorder_.Count("Kp_SysEnglishError"), 0);
 }
 
+TEST_F(Geometry, PrintsTheRowBytesIntoTheTranslatedText) {
+  const char* key = PXL_G_zref->entries[29].key;
+  PXL_G_zref->entries[29].key = "key=%d bytes are too many";
+  EXPECT_EQ(Compute(32, Sized(32766, 1)), 3);
+  PXL_G_zref->entries[29].key = key;
+  EXPECT_STREQ(Kp_G_buffer, "131072 bytes are too many");
+}
+
 TEST_F(AlignOffset, LeadsToTheNext16ByteBoundary) {
   for (std::uintptr_t low = 0; low < 32; ++low) {
     PXL_PixelBuffer pixels{};

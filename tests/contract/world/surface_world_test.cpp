@@ -28,7 +28,7 @@ class SurfaceWorld : public Contract {
 };
 
 TEST_F(SurfaceWorld, IsMadeUnderForcedBitmapsAndPutsPortAndDeviceBack) {
-  EXPECT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), 0);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "GetPort()", "GetGDevice()",
@@ -40,7 +40,7 @@ TEST_F(SurfaceWorld, IsMadeUnderForcedBitmapsAndPutsPortAndDeviceBack) {
 }
 
 TEST_F(SurfaceWorld, HoldsSurfaceAndDeviceAndNoFrame) {
-  EXPECT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), 0);
   EXPECT_EQ(recorder_.NameOf(World().gworld), "gworld1");
   EXPECT_EQ(recorder_.NameOf(World().gdevice), "device of gworld1");
   EXPECT_EQ(World().hasGWorld, 1);
@@ -62,7 +62,7 @@ TEST_F(SurfaceWorld, HoldsSurfaceAndDeviceAndNoFrame) {
 
 TEST_F(SurfaceWorld, IsWhatShallowDepthsGetOfThemselves) {
   for (const std::int32_t depth : {1, 8, 16, 24, 63}) {
-    EXPECT_EQ(New(depth), 0) << depth;
+    ASSERT_EQ(New(depth), 0) << depth;
     EXPECT_EQ(World().hasGWorld, 1);
     EXPECT_THAT(recorder_.LogOf({"NewGWorld"}),
                 ElementsAre(StartsWith("NewGWorld(" + std::to_string(depth) + ", ")));
@@ -71,19 +71,19 @@ TEST_F(SurfaceWorld, IsWhatShallowDepthsGetOfThemselves) {
 
 TEST_F(SurfaceWorld, TakesItsRowBytesFromTheMapWithoutTheFlags) {
   recorder_.script.surfaceRowBytes = 0x3FF0;
-  EXPECT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), 0);
   EXPECT_EQ(World().pixels.rowBytes, 0x3FF0);
 }
 
 TEST_F(SurfaceWorld, TakesTheDepthThatTheSurfaceHas) {
   recorder_.script.surfaceDepth = 16;
-  EXPECT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), 0);
   EXPECT_EQ(World().depth, 16);
 }
 
 TEST_F(SurfaceWorld, WithoutAMapHasNoDepthAndNoRows) {
   recorder_.script.surfaceWithoutMap = true;
-  EXPECT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), 0);
   EXPECT_EQ(World().depth, 0);
   EXPECT_EQ(World().pixels.rowBytes, 0);
   EXPECT_EQ(World().width, 10);
@@ -91,7 +91,7 @@ TEST_F(SurfaceWorld, WithoutAMapHasNoDepthAndNoRows) {
 }
 
 TEST_F(SurfaceWorld, StaysInMainMemoryOnRequest) {
-  EXPECT_EQ(New(32, PXL_Flag_KEEP_LOCAL), 0);
+  ASSERT_EQ(New(32, PXL_Flag_KEEP_LOCAL), 0);
   EXPECT_THAT(recorder_.LogOf({"QDE_ForceBitmapCreationBitfields", "NewGWorld"}),
               ElementsAre("QDE_ForceBitmapCreationBitfields(1, 8, 8)",
                           "NewGWorld(32, {2, 3, 12, 13}, null, null, 8)",
@@ -99,19 +99,19 @@ TEST_F(SurfaceWorld, StaysInMainMemoryOnRequest) {
 }
 
 TEST_F(SurfaceWorld, MayBePurgedOnRequest) {
-  EXPECT_EQ(New(8, PXL_Flag_PURGEABLE), 0);
+  ASSERT_EQ(New(8, PXL_Flag_PURGEABLE), 0);
   EXPECT_THAT(recorder_.LogOf({"QDE_ForceBitmapCreationBitfields", "NewGWorld"}),
               ElementsAre("QDE_ForceBitmapCreationBitfields(1, 0, 8)",
                           "NewGWorld(8, {2, 3, 12, 13}, null, null, 1)",
                           "QDE_ForceBitmapCreationBitfields(0)"));
-  EXPECT_EQ(New(8, PXL_Flag_PURGEABLE | PXL_Flag_KEEP_LOCAL), 0);
+  ASSERT_EQ(New(8, PXL_Flag_PURGEABLE | PXL_Flag_KEEP_LOCAL), 0);
   EXPECT_EQ(recorder_.LogOf({"NewGWorld"})[0], "NewGWorld(8, {2, 3, 12, 13}, null, null, 9)");
 }
 
 TEST_F(SurfaceWorld, PassesNoOtherFlagOn) {
-  EXPECT_EQ(New(32, 0xFFFFE4D7U & ~0x0100U), 0);
+  ASSERT_EQ(New(32, 0xFFFFE4D7U & ~0x0100U), 0);
   EXPECT_EQ(recorder_.LogOf({"NewGWorld"})[0], "NewGWorld(32, {2, 3, 12, 13}, null, null, 0)");
-  EXPECT_EQ(New(32, PXL_Flag_MAPPED), 0);
+  ASSERT_EQ(New(32, PXL_Flag_MAPPED), 0);
   EXPECT_EQ(recorder_.Count("Init"), 0);
 }
 
@@ -175,7 +175,7 @@ TEST_F(SurfaceWorld, ThatFailsLeavesNoSurfaceInTheCallersRecord) {
 TEST_F(SurfaceWorld, PutsBackThatThereWasNoPortAndNoDevice) {
   recorder_.script.currentPort = nullptr;
   recorder_.script.currentDevice = nullptr;
-  EXPECT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), 0);
   EXPECT_THAT(recorder_.LogOf({"SetGDevice", "MacSetPort"}),
               ElementsAre("SetGDevice(null)", "MacSetPort(null)"));
 }
@@ -189,7 +189,7 @@ TEST_F(SurfaceWorld, IsClearedWithoutBeingLockedAndBeforeItIsMarked) {
     EXPECT_EQ(Record(worldH_).depth, 32);
     EXPECT_EQ(Record(worldH_).pixels.rowBytes, 48);
   });
-  EXPECT_EQ(New(32, PXL_Flag_CLEAR), 0);
+  ASSERT_EQ(New(32, PXL_Flag_CLEAR), 0);
   EXPECT_TRUE(seen);
   EXPECT_THAT(
       Log(),
@@ -207,7 +207,7 @@ TEST_F(SurfaceWorld, IsClearedWithoutBeingLockedAndBeforeItIsMarked) {
 }
 
 TEST_F(SurfaceWorld, KeepsWhatTheSurfaceHeldUnlessAskedToClear) {
-  EXPECT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), 0);
   EXPECT_EQ(recorder_.Count("GetPixBaseAddr"), 0);
 }
 

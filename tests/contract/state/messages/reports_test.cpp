@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <utility>
 
 #include "platform/K.h"
 #include "state/messages/Messages.h"
@@ -18,6 +19,14 @@ TEST_F(Reports, KeepNoTextForTheNextTime) {
   PXLp_ReportMessage(PXLp_Site::Birth, PXLp_Message::Rebirth);
   PXLp_ReportMessage(PXLp_Site::Birth, PXLp_Message::Rebirth);
   EXPECT_EQ(recorder_.Count("K_ZLookupLStrCache"), 2);
+}
+
+TEST_F(Reports, AreLookedUpInTheCatalogueThatTheHostSees) {
+  K_LStrEntry entries[2] = {{"key=", {}}, {"key=another text", {}}};
+  K_LStrCatalogue other = {"PXL", 2, entries, 0};
+  K_LStrCatalogue* own = std::exchange(PXL_G_zref, &other);
+  EXPECT_STREQ(PXLp_MessageText(PXLp_Message::Unborn), "another text");
+  PXL_G_zref = own;
 }
 
 TEST_F(Reports, OfAMessageWithAnErrorGiveWhatTheLibraryMakesOfIt) {
