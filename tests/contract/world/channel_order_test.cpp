@@ -174,6 +174,17 @@ TEST_F(ChannelOrder, OfAFrameConvertsItOnceForAChange) {
   EXPECT_EQ(Log().size(), 1U);
 }
 
+TEST_F(ChannelOrder, IsRecordedAfterTheConversion) {
+  PXL_WorldHandle worldH = Frame();
+  bool seen = false;
+  recorder_.OnCall([&](const std::string&) {
+    seen = true;
+    EXPECT_EQ(Record(worldH).flags, 0x0200U);
+  });
+  EXPECT_EQ(PXL_SetChannelOrder(worldH, 1), 0);
+  EXPECT_TRUE(seen);
+}
+
 TEST_F(ChannelOrder, OfALockedFrameConvertsAtTheLockedAddress) {
   PXL_WorldHandle worldH = Frame();
   char pixels[288];

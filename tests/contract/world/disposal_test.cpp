@@ -200,6 +200,15 @@ TEST_F(Disposal, AsksAProviderToFreeAndThenToReleaseItself) {
   EXPECT_EQ(PXLp_G.worldCount, 0);
 }
 
+TEST_F(Disposal, LeavesTheFrameToTheProvider) {
+  PXL_WorldHandle worldH = Provided();
+  int frame = 0;
+  Record(worldH).pixels.frame = &frame;
+  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(Record(worldH).pixels.frame, &frame);
+  EXPECT_EQ(recorder_.Count("free"), 0);
+}
+
 TEST_F(Disposal, KeepsAProviderThatCouldNotFreeAndTheCountWithIt) {
   PXL_WorldHandle worldH = Provided();
   int pixels = 0;
