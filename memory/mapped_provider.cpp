@@ -127,6 +127,8 @@ std::int32_t ReleaseProvider(PXL_PixelProvider** slot) {
 std::string NextFileName() {
   std::ostringstream name;
   name.imbue(std::locale::classic());
+  // Without this a stream short of memory would swallow that and cut the name.
+  name.exceptions(std::ios_base::badbit);
   name << "zelk.ov.pxlmapfile." << static_cast<std::int32_t>(PXLp_nextMappedFile);
   ++PXLp_nextMappedFile;
   return name.str();

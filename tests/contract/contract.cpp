@@ -9,12 +9,21 @@
 
 namespace {
 
+// The module's state as it was loaded, before any test could change it.
+struct LoadedState {
+  PXL_ModuleState module = PXLp_G;
+  PXLp_FrameSettings frameSettings = PXLp_frameSettings;
+  std::uint32_t nextMappedFile = PXLp_nextMappedFile;
+  bool librariesChecked = PXLp_librariesChecked;
+};
+const LoadedState loaded;
+
 // What happens once a process happens once a test.
 void UnloadModule() {
-  PXLp_G = {};
-  PXLp_frameSettings = {};
-  PXLp_nextMappedFile = 1;
-  PXLp_librariesChecked = false;
+  PXLp_G = loaded.module;
+  PXLp_frameSettings = loaded.frameSettings;
+  PXLp_nextMappedFile = loaded.nextMappedFile;
+  PXLp_librariesChecked = loaded.librariesChecked;
   PXLp_table8to16.fill(0);
   PXLp_table8toF.fill(0.0F);
   Kp_G_err_buf = -1;
@@ -24,12 +33,16 @@ void UnloadModule() {
 }  // namespace
 
 Contract::Contract() : recorder_(recorder::Current()) {
-  recorder_.Reset();
-  UnloadModule();
+  Unload();
 }
 
 Contract::~Contract() {
   recorder_.Reset();
+}
+
+void Contract::Unload() {
+  recorder_.Reset();
+  UnloadModule();
 }
 
 void Contract::BeBorn() {

@@ -20,6 +20,8 @@ class Contract : public ::testing::Test {
   Contract();
   ~Contract() override;
 
+  // The module and the recorder as they are at the start of a test.
+  void Unload();
   // Brings the module to life and forgets that it was logged.
   void BeBorn();
   void ForgetLog();

@@ -40,6 +40,7 @@ struct Script {
   std::uint64_t fileSize = 0;  // 0: what Init was given
   // QDE
   std::int16_t newGWorldError = -50;     // when NewGWorld fails
+  GWorldPtr surfaceOfFailure = nullptr;  // what it then leaves in its output
   std::int32_t updateGWorldError = -50;  // when UpdateGWorld fails
   std::uint32_t updateGWorldFlags = 0;   // when it succeeds
   bool updateReplacesSurface = false;
@@ -126,6 +127,9 @@ class Recorder {
 };
 
 Recorder& Current();
+
+// The next allocation of exactly that many bytes with `new` throws; 0: none.
+void FailNewOf(std::size_t size);
 
 // Arguments as they appear in the log.
 std::string Text(const char* text);

@@ -72,7 +72,10 @@ std::int16_t NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect* bounds,
   const bool fail = Current().Enter(
       "NewGWorld", Join(Text(depth), Text(bounds), Name(colors), Name(device), Text(flags)));
   Current().MoveBlocks();
-  if (fail) return Current().script.newGWorldError;
+  if (fail) {
+    *world = Current().script.surfaceOfFailure;
+    return Current().script.newGWorldError;
+  }
   *world = MakePort(depth, *bounds);
   return 0;
 }

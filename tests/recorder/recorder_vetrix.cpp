@@ -1,4 +1,5 @@
 // vetrix as the recorder plays it. Its texts are plain ASCII.
+#include <algorithm>
 #include <cstdio>
 #include <sstream>
 #include <stdexcept>
@@ -8,6 +9,13 @@
 using recorder::Current;
 using recorder::Join;
 using recorder::Text;
+
+namespace {
+
+// Files beyond this are only booked, never written to.
+constexpr std::uint64_t LARGEST_VIEW = 1 << 24;
+
+}  // namespace
 
 namespace vetrix {
 
@@ -34,7 +42,7 @@ void MemoryMappedFile::Init(const std::string& name, std::uint64_t size, std::ui
   }
   impl_->name = name;
   impl_->size = Current().script.fileSize != 0 ? Current().script.fileSize : size;
-  impl_->bytes.resize(size);
+  impl_->bytes.resize(std::min(size, LARGEST_VIEW));
 }
 
 // Failing means a null address.

@@ -6,6 +6,12 @@ using ::testing::ElementsAre;
 class Birth : public Contract {};
 class Death : public Contract {};
 
+TEST_F(Birth, FindsAModuleThatHasNotLived) {
+  EXPECT_EQ(PXLp_G.bornMark, 0U);
+  EXPECT_EQ(PXLp_G.birthArg, 0U);
+  EXPECT_EQ(PXLp_G.worldCount, 0);
+}
+
 TEST_F(Birth, LogsFirstAndReportsNothing) {
   EXPECT_EQ(PXL_Birth(7), 0);
   EXPECT_THAT(Log(), ElementsAre(R"(TRC_Log(10, "PXL", "Birth", "PXL Birth"))"));

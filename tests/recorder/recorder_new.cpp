@@ -1,0 +1,38 @@
+// The `new` under the module, which can be made to fail.
+#include <cstdlib>
+#include <new>
+
+#include "tests/recorder/recorder.h"
+
+extern "C" {
+void* __real_malloc(std::size_t size);
+void __real_free(void* block);
+}
+
+namespace {
+
+std::size_t failingSize;
+
+}  // namespace
+
+void recorder::FailNewOf(std::size_t size) {
+  failingSize = size;
+}
+
+void* operator new(std::size_t size) {
+  if (size == failingSize && size != 0) {
+    failingSize = 0;
+    throw std::bad_alloc();
+  }
+  void* block = __real_malloc(size != 0 ? size : 1);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+void operator delete(void* block) noexcept {
+  __real_free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept {
+  __real_free(block);
+}
