@@ -137,6 +137,11 @@ void Recorder::Disown(const void* address) {
   owned_.erase(address);
 }
 
+void Recorder::Release(const void* address) {
+  owned_.at(address).release();
+  Disown(address);
+}
+
 bool Recorder::Owns(const void* address) const {
   return owned_.contains(address);
 }

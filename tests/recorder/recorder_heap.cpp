@@ -17,9 +17,11 @@ void __wrap_free(void* block);
 
 void* __wrap_malloc(std::size_t size) {
   if (Current().Enter("malloc", Text(size))) return nullptr;
-  void* block = __real_malloc(size);
+  const std::size_t offset = Current().script.blockOffset;
+  void* start = __real_malloc(offset + size);
+  void* block = static_cast<char*>(start) + offset;
   std::memset(block, 0xA5, size);
-  Current().Own(block, "heap", [block] { __real_free(block); });
+  Current().Own(block, "heap", [start] { __real_free(start); });
   return block;
 }
 
@@ -27,6 +29,5 @@ void* __wrap_malloc(std::size_t size) {
 void __wrap_free(void* block) {
   if (block != nullptr && !Current().Owns(block)) return __real_free(block);
   Current().Enter("free", Text(block));
-  Current().Disown(block);
-  __real_free(block);
+  if (block != nullptr) Current().Release(block);
 }
