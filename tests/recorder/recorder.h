@@ -98,6 +98,8 @@ class Recorder {
   // Gives back what is owned.
   void Release(const void* address);
   [[nodiscard]] bool Owns(const void* address) const;
+  // The same for one kind: the name that Own was given.
+  [[nodiscard]] bool Owns(const void* address, const std::string& kind) const;
 
  private:
   struct Plan {
@@ -111,6 +113,7 @@ class Recorder {
     bool locked = false;
   };
   struct Owned {
+    std::string kind;
     std::string name;
     std::function<void()> release;  // run by Reset on what a test left behind
   };

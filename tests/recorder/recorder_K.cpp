@@ -72,7 +72,7 @@ void* K_GetRecycledPtrBaseAddress(K_RecycledPtrRef ref) {
 
 void K_FreeRecycledPtr(void* base) {
   Current().Enter("K_FreeRecycledPtr", Text(base));
-  if (!Current().Owns(base)) return;  // a foreign block stays where it is
+  if (!Current().Owns(base, "pool")) return;  // a foreign block stays where it is
   Current().Release(base);
 }
 

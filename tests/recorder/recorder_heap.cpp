@@ -25,9 +25,10 @@ void* __wrap_malloc(std::size_t size) {
   return block;
 }
 
-// Null is a call of the module's; a block it did not allocate is not.
+// Null is a call of the module's; a block it did not allocate is not. One of
+// another kind stays where it is.
 void __wrap_free(void* block) {
   if (block != nullptr && !Current().Owns(block)) return __real_free(block);
   Current().Enter("free", Text(block));
-  if (block != nullptr) Current().Release(block);
+  if (Current().Owns(block, "heap")) Current().Release(block);
 }
