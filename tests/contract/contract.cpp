@@ -7,10 +7,8 @@
 #include "transfer/conversion_tables.h"
 #include "world/version_check.h"
 
-namespace {
-
 // What happens once a process happens once a test.
-void UnloadModule() {
+void Contract::UnloadModule() {
   PXLp_G = {};
   PXLp_frameSettings = {};
   PXLp_nextMappedFile = 1;
@@ -20,8 +18,6 @@ void UnloadModule() {
   Kp_G_err_buf = -1;
   std::memset(Kp_G_buffer, 0, sizeof Kp_G_buffer);
 }
-
-}  // namespace
 
 Contract::Contract() : recorder_(recorder::Current()) {
   recorder_.Reset();

@@ -20,6 +20,8 @@ class Contract : public ::testing::Test {
   Contract();
   ~Contract() override;
 
+  // As it is when it has just been loaded.
+  static void UnloadModule();
   // Brings the module to life and forgets that it was logged.
   void BeBorn();
   void ForgetLog();
