@@ -129,8 +129,9 @@ TEST_F(LoadLockOfPurgedPixels, RecreatesThemAndLocksAgain) {
 TEST_F(LoadLockOfPurgedPixels, WorksOnARecordThatMovesInEveryCall) {
   MoveInEveryCall();
   EXPECT_EQ(LoadAndLock(worldH_), 0);
+  void* pixels = SurfacePixels(worldH_);
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 1);
-  EXPECT_EQ(Record(worldH_).pixels.baseAddr, SurfacePixels(worldH_));
+  EXPECT_EQ(Record(worldH_).pixels.baseAddr, pixels);
   EXPECT_EQ(Record(worldH_).pixels.rowBytes, 48);
 }
 

@@ -418,6 +418,8 @@ TEST_F(Locking, MapsAFileAtTheFirstLockAndUnmapsItAtTheLastUnlock) {
   EXPECT_EQ(Record(worldH).pixels.frame, nullptr);
   EXPECT_THAT(recorder_.LogOf({"GetAddress", "UnmapMemory"}),
               ElementsAre("GetAddress()", "UnmapMemory()"));
+  PXL_DisposeWorld(worldH);
+  EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
 }
 
 TEST_F(LockWithoutPixels, DoesNothing) {

@@ -23,7 +23,7 @@ constexpr unsigned char UNTOUCHED = 0x5C;
 // the rows; a negative stride starts at the last row in memory.
 class Image {
  public:
-  Image(PXL_WorldHandle worldH, std::int32_t padding, bool upsideDown = false) : worldH_(worldH) {
+  Image(PXL_WorldHandle worldH, std::int32_t padding, bool upsideDown = false) {
     PXL_World& world = *RecordOf(worldH);
     row_ = static_cast<std::size_t>(world.width * (world.depth / 8));
     stride_ = row_ + static_cast<std::size_t>(padding);
@@ -75,7 +75,6 @@ class Image {
 
  private:
   static constexpr std::size_t EDGE = 64;
-  PXL_WorldHandle worldH_;
   std::size_t row_ = 0;
   std::size_t stride_ = 0;
   std::size_t height_ = 0;
@@ -158,8 +157,9 @@ TEST_P(DeepBlitOf, ConvertsTheRowsAndNothingAroundThem) {
       Image destination(destinationH, 48, !upsideDown);
       from == 128 ? source.FillWithFloats() : source.Fill();
       const Bytes sourceBefore = source.memory;
-      const Bytes expected = destination.With(
-          [&](std::size_t y) { return ConvertedRow(source.Row(y), source.RowSize(), from, to); });
+      const Bytes expected = destination.With([&, depths = GetParam()](std::size_t y) {
+        return ConvertedRow(source.Row(y), source.RowSize(), depths.from, depths.to);
+      });
       const PXL_World sourceRecord = Record(sourceH);
       const PXL_World destinationRecord = Record(destinationH);
 
