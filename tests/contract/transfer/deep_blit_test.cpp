@@ -182,7 +182,12 @@ TEST_P(DeepBlitOf, OfWorldsWithoutRowsCopiesNothing) {
 
 TEST_P(DeepBlitOf, OfRowsWithoutPixelsCopiesNothing) {
   const auto [from, to] = GetParam();
-  EXPECT_EQ(PXLp_Blit64(Deferred(from, Sized(0, 5)), Deferred(to, Sized(0, 5))), 0);
+  PXL_WorldHandle sourceH = Deferred(from, Sized(0, 5));
+  PXL_WorldHandle destinationH = Deferred(to, Sized(0, 5));
+  const Image source(sourceH, 16);
+  const Image destination(destinationH, 16);
+  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), 0);
+  EXPECT_THAT(destination.memory, Each(UNTOUCHED));
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -193,6 +198,19 @@ TEST_P(DeepBlitOf, OfANegativeHeightCopiesNothing) {
   Record(source).height = -2;
   Record(destination).height = -2;
   EXPECT_EQ(PXLp_Blit64(source, destination), 0);
+  EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_P(DeepBlitOf, OfANegativeWidthCopiesNothing) {
+  const auto [from, to] = GetParam();
+  PXL_WorldHandle sourceH = Deferred(from, Sized(5, 2));
+  PXL_WorldHandle destinationH = Deferred(to, Sized(5, 2));
+  const Image source(sourceH, 0);
+  const Image destination(destinationH, 0);
+  Record(sourceH).width = -2;
+  Record(destinationH).width = -2;
+  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), 0);
+  EXPECT_THAT(destination.memory, Each(UNTOUCHED));
   EXPECT_THAT(Log(), IsEmpty());
 }
 

@@ -1,5 +1,6 @@
 #include "transfer/kernels/Kernels.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -23,14 +24,15 @@ std::vector<To> Transferred(PXLp_RowKernel kernel, const std::vector<From>& chan
   std::vector<unsigned char> target(2 * EDGE + (channels.size() + 1) * sizeof(To), GUARD);
   unsigned char* from = source.data() + EDGE + sizeof(From);
   unsigned char* to = target.data() + EDGE + sizeof(To);
-  std::memcpy(from, channels.data(), channels.size() * sizeof(From));
+  std::copy_n(reinterpret_cast<const unsigned char*>(channels.data()),
+              channels.size() * sizeof(From), from);
   const auto sourceBefore = source;
 
   kernel(from, to, channels.size());
 
   EXPECT_EQ(source, sourceBefore);
   std::vector<To> result(channels.size());
-  std::memcpy(result.data(), to, result.size() * sizeof(To));
+  std::copy_n(to, result.size() * sizeof(To), reinterpret_cast<unsigned char*>(result.data()));
   std::memset(to, GUARD, result.size() * sizeof(To));
   EXPECT_THAT(target, ::testing::Each(GUARD)) << "written outside the row";
   return result;
