@@ -20,7 +20,8 @@ void PXLp_FillWorld(PXL_WorldHandle worldH, std::int32_t value) {
   const std::size_t words = WordCount(*RecordOf(worldH));
   void* destination = PXLp_PixBaseAddr(worldH);
   if (value == 0) {
-    std::memset(destination, 0, words * WORD);
+    // Without rows there may be no memory either, and memset takes no null.
+    if (words != 0) std::memset(destination, 0, words * WORD);
   } else if (destination != nullptr) {
     simd::Fill32(destination, static_cast<std::uint32_t>(value), words);
   }

@@ -129,7 +129,7 @@ bool Recorder::Enter(const std::string& name, const std::string& arguments) {
 
 void Recorder::Own(const void* address, const std::string& name, std::function<void()> release) {
   const std::string numbered = name + std::to_string(++counters_[name]);
-  owned_[address] = {numbered, std::move(release)};
+  owned_[address] = {name, numbered, std::move(release)};
   names_[address] = numbered;
 }
 
@@ -137,8 +137,18 @@ void Recorder::Disown(const void* address) {
   owned_.erase(address);
 }
 
+void Recorder::Release(const void* address) {
+  owned_.at(address).release();
+  Disown(address);
+}
+
 bool Recorder::Owns(const void* address) const {
   return owned_.contains(address);
+}
+
+bool Recorder::Owns(const void* address, const std::string& kind) const {
+  const auto found = owned_.find(address);
+  return found != owned_.end() && found->second.kind == kind;
 }
 
 std::string Text(const char* text) {

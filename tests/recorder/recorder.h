@@ -29,7 +29,8 @@ using Thrower = std::function<void()>;
 struct Script {
   // K
   std::function<std::int32_t(std::uint64_t, K_PurgeAttempt, void*)> purgeLoop;
-  int purgeRounds = 1;  // further attempts that the purge loop grants
+  int purgeRounds = 1;          // further attempts that the purge loop grants
+  std::size_t blockOffset = 0;  // of heap and pool blocks, from a 16-byte boundary
   std::function<std::int32_t(std::int32_t error)> quexErrString;
   std::int32_t translatedException = 77;
   std::int32_t versionsOfK = 0;
@@ -95,7 +96,11 @@ class Recorder {
   bool Enter(const std::string& name, const std::string& arguments);
   void Own(const void* address, const std::string& name, std::function<void()> release);
   void Disown(const void* address);
+  // Gives back what is owned.
+  void Release(const void* address);
   [[nodiscard]] bool Owns(const void* address) const;
+  // The same for one kind: the name that Own was given.
+  [[nodiscard]] bool Owns(const void* address, const std::string& kind) const;
 
  private:
   struct Plan {
@@ -109,6 +114,7 @@ class Recorder {
     bool locked = false;
   };
   struct Owned {
+    std::string kind;
     std::string name;
     std::function<void()> release;  // run by Reset on what a test left behind
   };

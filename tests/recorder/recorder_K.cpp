@@ -53,9 +53,11 @@ K_RecycledPtrRef K_AllocateRecycledPtr(std::uint32_t ownerCode, const char* labe
   if (Current().Enter("K_AllocateRecycledPtr", Join(Hex(ownerCode), Text(label), Text(size)))) {
     return nullptr;
   }
-  auto* block = new K_RecycledPtr{operator new(size)};
+  const std::size_t offset = Current().script.blockOffset;
+  void* start = operator new(offset + size);
+  auto* block = new K_RecycledPtr{static_cast<char*>(start) + offset};
   std::memset(block->base, 0xA5, size);
-  Current().Own(block->base, "pool", [base = block->base] { operator delete(base); });
+  Current().Own(block->base, "pool", [start] { operator delete(start); });
   Current().Name(block, "ref of " + Current().NameOf(block->base));
   return block;
 }
@@ -70,9 +72,8 @@ void* K_GetRecycledPtrBaseAddress(K_RecycledPtrRef ref) {
 
 void K_FreeRecycledPtr(void* base) {
   Current().Enter("K_FreeRecycledPtr", Text(base));
-  if (!Current().Owns(base)) return;  // a foreign block stays where it is
-  Current().Disown(base);
-  operator delete(base);
+  if (!Current().Owns(base, "pool")) return;  // a foreign block stays where it is
+  Current().Release(base);
 }
 
 void K_AccountAllocation(std::int32_t delta) {

@@ -26,7 +26,7 @@ void SetUp(QDE_Port& port, std::int16_t depth, const Rect& bounds) {
   const recorder::Script& script = Current().script;
   const int width = bounds.right - bounds.left;
   const int height = bounds.bottom - bounds.top;
-  const int bytes = ((width * depth / 8) + 15) & ~15;
+  const int bytes = ((width * std::abs(depth) / 8) + 15) & ~15;
   const int stride = script.surfaceRowBytes != 0 ? script.surfaceRowBytes : bytes;
   port.pixels.assign(static_cast<std::size_t>(stride) * static_cast<std::size_t>(height), 0xA5);
   port.map.bounds = bounds;

@@ -17,16 +17,18 @@ void __wrap_free(void* block);
 
 void* __wrap_malloc(std::size_t size) {
   if (Current().Enter("malloc", Text(size))) return nullptr;
-  void* block = __real_malloc(size);
+  const std::size_t offset = Current().script.blockOffset;
+  void* start = __real_malloc(offset + size);
+  void* block = static_cast<char*>(start) + offset;
   std::memset(block, 0xA5, size);
-  Current().Own(block, "heap", [block] { __real_free(block); });
+  Current().Own(block, "heap", [start] { __real_free(start); });
   return block;
 }
 
-// Null is a call of the module's; a block it did not allocate is not.
+// Null is a call of the module's; a block it did not allocate is not. One of
+// another kind stays where it is.
 void __wrap_free(void* block) {
   if (block != nullptr && !Current().Owns(block)) return __real_free(block);
   Current().Enter("free", Text(block));
-  Current().Disown(block);
-  __real_free(block);
+  if (Current().Owns(block, "heap")) Current().Release(block);
 }
