@@ -1,8 +1,6 @@
 #include "memory/mapped_provider.h"
 
-#include <locale>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "memory/Memory.h"
@@ -124,14 +122,12 @@ std::int32_t ReleaseProvider(PXL_PixelProvider** slot) {
   });
 }
 
+// Past the largest positive number the names go on with the negative ones.
 std::string NextFileName() {
-  std::ostringstream name;
-  name.imbue(std::locale::classic());
-  // Without this a stream short of memory would swallow that and cut the name.
-  name.exceptions(std::ios_base::badbit);
-  name << "zelk.ov.pxlmapfile." << static_cast<std::int32_t>(PXLp_nextMappedFile);
+  std::string name = "zelk.ov.pxlmapfile.";
+  name += std::to_string(static_cast<std::int32_t>(PXLp_nextMappedFile));
   ++PXLp_nextMappedFile;
-  return name.str();
+  return name;
 }
 
 }  // namespace

@@ -18,8 +18,10 @@ struct LoadedState {
 };
 const LoadedState loaded;
 
+}  // namespace
+
 // What happens once a process happens once a test.
-void UnloadModule() {
+void Contract::UnloadModule() {
   PXLp_G = loaded.module;
   PXLp_frameSettings = loaded.frameSettings;
   PXLp_nextMappedFile = loaded.nextMappedFile;
@@ -29,8 +31,6 @@ void UnloadModule() {
   Kp_G_err_buf = -1;
   std::memset(Kp_G_buffer, 0, sizeof Kp_G_buffer);
 }
-
-}  // namespace
 
 Contract::Contract() : recorder_(recorder::Current()) {
   Unload();

@@ -22,6 +22,8 @@ class Contract : public ::testing::Test {
 
   // The module and the recorder as they are at the start of a test.
   void Unload();
+  // The module alone.
+  static void UnloadModule();
   // Brings the module to life and forgets that it was logged.
   void BeBorn();
   void ForgetLog();
