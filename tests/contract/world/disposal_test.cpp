@@ -1,3 +1,7 @@
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "memory/frame_settings.h"
 #include "tests/contract/contract.h"
 #include "world/creation.h"
@@ -312,4 +316,29 @@ TEST_F(Disposal, OfPixelsAloneKeepsTheFramesAddress) {
   EXPECT_THAT(Log(), ElementsAre("free(heap1)"));
   EXPECT_EQ(pixels.baseAddr, nullptr);
   EXPECT_EQ(pixels.frame, frame);
+}
+
+// Blocks that are not locked move in every single call.
+TEST_F(Disposal, AndCreationFollowARecordThatMoves) {
+  const std::pair<std::int32_t, std::uint32_t> kinds[] = {
+      {64, 0}, {32, PXL_Flag_NO_PLATFORM}, {32, 0}, {8, PXL_Flag_DEFERRED}, {32, 0x1800}};
+  recorder_.OnCall([this](const std::string&) { recorder_.MoveBlocks(); });
+  for (const auto& [depth, flags] : kinds) {
+    PXL_WorldHandle worldH = Make(depth, Sized(10, 6), flags);
+    ASSERT_NE(worldH, nullptr);
+    recorder_.MoveBlocks();
+    const PXL_World& world = Record(worldH);
+    EXPECT_EQ(world.flags, flags);
+    EXPECT_EQ(world.depth, depth);
+    EXPECT_EQ(world.width, 10);
+    EXPECT_EQ(world.height, 6);
+    EXPECT_EQ(world.hasGWorld + world.hasFrame, 1);
+    EXPECT_NE(world.pixels.rowBytes, 0);
+    EXPECT_EQ(world.ownsHandle, 1);
+    EXPECT_EQ(world.headMark, 0xBECCAU);
+    EXPECT_EQ(world.tailMark, 0xBECCAU);
+    EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+    EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
+  }
+  EXPECT_EQ(PXLp_G.worldCount, 0);
 }
