@@ -1,5 +1,7 @@
 #include "world/creation.h"
 
+#include <cstring>
+
 #include "platform/K.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
@@ -25,7 +27,7 @@ std::int32_t RefuseArguments() {
 
 void ZeroRecord(PXL_WorldHandle worldH) {
   HLock(AsHandle(worldH));
-  *RecordOf(worldH) = PXL_World{};
+  std::memset(RecordOf(worldH), 0, sizeof(PXL_World));
   HUnlock(AsHandle(worldH));
 }
 

@@ -140,15 +140,3 @@ TEST_F(SurfaceUpdate, StoresNoHandleWhenNoneCanBeHad) {
   EXPECT_EQ(Update(), -108);
   EXPECT_EQ(MapOf(surface_).baseAddr, nullptr);
 }
-
-TEST(PixMapRowBytes, LeaveOutTheTwoFlagsInTheirWord) {
-  PixMap map{};
-  PixMap* master = &map;
-  std::uint32_t rowBytes = 0xFFFFFFFF;
-  map.rowBytes = static_cast<std::int16_t>(0xFFFF);
-  EXPECT_EQ(PXLp_GetPixMapRowBytes(&master, &rowBytes), 0);
-  EXPECT_EQ(rowBytes, 0x3FFFU);
-  map.rowBytes = static_cast<std::int16_t>(0xC123);
-  EXPECT_EQ(PXLp_GetPixMapRowBytes(&master, &rowBytes), 0);
-  EXPECT_EQ(rowBytes, 0x0123U);
-}
