@@ -1,0 +1,36 @@
+// A sheet of labelled pictures side by side.
+#ifndef TOOLS_PXL_CONTACT_SHEET_H
+#define TOOLS_PXL_CONTACT_SHEET_H
+
+#include <string>
+#include <vector>
+
+#include "tools/pxl/label.h"
+#include "tools/pxl/picture.h"
+
+namespace pxl {
+
+struct SheetCell {
+  Picture picture;                  // Integer8
+  std::vector<std::string> labels;  // lines under the picture; the first in black
+};
+
+// The distance between all things on a sheet and to its edges, in pixels.
+constexpr int kSheetGutter = 24;
+// The size of a font for labels and for the title, in pixels.
+constexpr int kLabelSize = 16;
+constexpr int kTitleSize = 22;
+
+// Lays the cells out in one row under a title: equal gutters, every cell as
+// wide as its picture and its labels need, nothing cut off. Transparent parts
+// show a chequered ground. The sheet is an opaque Integer8 picture.
+Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>& cells,
+                         const Font& titleFont, const Font& labelFont);
+
+// The Integer8 picture made smaller by the least whole factor that brings its
+// width to `width` or less; each pixel is the mean of a square.
+Picture Reduced(const Picture& picture, std::int64_t width);
+
+}  // namespace pxl
+
+#endif
