@@ -95,14 +95,15 @@ Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>&
 Picture Reduced(const Picture& picture, std::int64_t width) {
   const std::int64_t factor = (picture.header.width + width - 1) / width;
   if (factor <= 1) return picture;
-  Picture small = NewPicture(std::max<std::int64_t>(1, picture.header.width / factor),
-                             std::max<std::int64_t>(1, picture.header.height / factor),
-                             SampleType::Integer8);
+  Picture small =
+      NewPicture(std::max<std::int64_t>(1, picture.header.width / factor),
+                 std::max<std::int64_t>(1, picture.header.height / factor), SampleType::Integer8);
   for (std::int64_t y = 0; y < small.header.height; ++y) {
     for (std::int64_t x = 0; x < small.header.width * 4; ++x) {
       std::uint64_t sum = 0;
       std::uint64_t count = 0;
-      for (std::int64_t v = y * factor; v < std::min((y + 1) * factor, picture.header.height); ++v) {
+      for (std::int64_t v = y * factor; v < std::min((y + 1) * factor, picture.header.height);
+           ++v) {
         const std::byte* row = picture.Row(v);
         for (std::int64_t u = x / 4 * factor; u < (x / 4 + 1) * factor; ++u, ++count) {
           sum += std::to_integer<std::uint64_t>(row[4 * u + x % 4]);

@@ -12,8 +12,8 @@ Picture NewPicture(std::int64_t width, std::int64_t height, SampleType samples) 
 }
 
 Picture ReadPicture(PictureReader& reader) {
-  Picture picture = NewPicture(reader.header().width, reader.header().height,
-                               reader.header().samples);
+  Picture picture =
+      NewPicture(reader.header().width, reader.header().height, reader.header().samples);
   picture.header = reader.header();
   reader.Read(picture.Rows());
   return picture;

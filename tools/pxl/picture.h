@@ -41,8 +41,8 @@ struct PngChunk {
 
 // What a file says about the meaning of its colours.
 struct ColourTags {
-  std::vector<PngChunk> chunks;                 // gAMA, cHRM, sRGB, iCCP; from PNG only
-  bool greyProfile = false;                     // iCCP holds a profile for grey pictures
+  std::vector<PngChunk> chunks;                  // gAMA, cHRM, sRGB, iCCP; from PNG only
+  bool greyProfile = false;                      // iCCP holds a profile for grey pictures
   std::optional<Chromaticities> chromaticities;  // from OpenEXR only
 };
 

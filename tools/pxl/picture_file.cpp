@@ -41,8 +41,8 @@ std::optional<FileFormat> FormatOfName(const fs::path& path) {
   return std::nullopt;
 }
 
-InputPicture::InputPicture(const fs::path& path) try : stream_(OpenInput(path)),
-                                                       reader_(OpenReader(stream_)) {
+InputPicture::InputPicture(const fs::path& path) try
+    : stream_(OpenInput(path)), reader_(OpenReader(stream_)) {
 } catch (const Failure& failure) {
   throw Failure(path.string(), failure.what());
 }

@@ -59,7 +59,8 @@ void WriteBytes(png_structp png, png_bytep data, std::size_t count) {
   if (!stream) png_error(png, errno != 0 ? std::strerror(errno) : "the stream takes no more");
 }
 
-void FlushBytes(png_structp /*png*/) {}
+void FlushBytes(png_structp /*png*/) {
+}
 
 // Runs the work; throws what libpng found wrong, after `what`.
 template <typename Work>
