@@ -1,6 +1,7 @@
 #include "tools/pxl/arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -41,9 +42,14 @@ constexpr const char* kDemoFooter =
     "Leaves NAME-32.png, NAME-64.png and NAME-128.png, the picture as each depth\n"
     "holds it, and NAME-sheet.png with all of them side by side.";
 
-const std::vector<std::int32_t> kConvertDepths = {PXL_Depth_32, PXL_Depth_64, PXL_Depth_128};
-const std::vector<std::int32_t> kInfoDepths = {PXL_Depth_8, PXL_Depth_32, PXL_Depth_64,
-                                               PXL_Depth_128};
+// Accepts the depths listed.
+CLI::Validator OneOf(const std::vector<std::string>& depths) {
+  const auto check = [depths](const std::string& text) -> std::string {
+    if (std::find(depths.begin(), depths.end(), text) != depths.end()) return "";
+    return text + " is none of " + CLI::detail::join(depths, ", ");
+  };
+  return {check, CLI::detail::join(depths, "|")};
+}
 
 using Action = std::function<int()>;
 
@@ -55,12 +61,12 @@ Action AddConvert(CLI::App& app) {
   verb->add_option("-o,--output", options->output,
                    "Output file (.png or .exr), or a folder that exists")
       ->required();
-  verb->add_option("--depth", options->depth, "Bits a pixel of the last World: 32, 64 or 128")
+  verb->add_option("--depth", options->depth, "Bits a pixel of the last World")
       ->required()
-      ->check(CLI::IsMember(kConvertDepths));
+      ->check(OneOf({"32", "64", "128"}));
   verb->add_option("--via", options->via, "Depths on the way, for instance 128,32")
       ->delimiter(',')
-      ->check(CLI::IsMember(kConvertDepths))
+      ->check(OneOf({"32", "64", "128"}))
       ->expected(1)
       ->take_all();
   verb->add_flag("--blit-only", options->blitOnly, "Fail where the blit does not convert");
@@ -73,8 +79,8 @@ Action AddInfo(CLI::App& app) {
   CLI::App* verb = app.add_subcommand(
       "info", "Show versions and settings, and the geometry of a picture's World");
   verb->add_option("FILE", options->file, "PNG or OpenEXR picture; only its header is read");
-  verb->add_option("--depth", options->depth, "Bits a pixel: 8, 32, 64 or 128; else the picture's")
-      ->check(CLI::IsMember(kInfoDepths))
+  verb->add_option("--depth", options->depth, "Bits a pixel, if not the picture's own")
+      ->check(OneOf({"8", "32", "64", "128"}))
       ->needs("FILE");
   verb->add_flag("--json", options->json, "Print JSON");
   return [options] { return Info(*options); };
@@ -103,6 +109,25 @@ int PrintHelp(const CLI::App& app) {
   return kExitSuccess;
 }
 
+// The library would only say that a verb is missing.
+void RefuseUnknownVerb(const CLI::App& app, int count, const char* const* arguments) {
+  if (count < 2) throw UsageError("a verb is needed; see pxl --help");
+  const std::string first = arguments[1];
+  const auto hasName = [&](const CLI::App* verb) { return verb->get_name() == first; };
+  if (first.rfind('-', 0) == 0 || !app.get_subcommands(hasName).empty()) return;
+  throw UsageError(first, "is no verb; see pxl --help");
+}
+
+// "NAME is required" and "NAME requires OTHER" in the form of all our messages.
+UsageError Translated(const CLI::ParseError& error) {
+  const std::string text = error.what();
+  for (const char* word : {" is required", " requires "}) {
+    const std::size_t place = text.find(word);
+    if (place != std::string::npos) return {text.substr(0, place), text.substr(place + 1)};
+  }
+  return UsageError(text);
+}
+
 std::string VersionText() {
   const std::uint32_t version = PXL_PkgObjectVersion();
   return "pxl " + std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFFU);
@@ -118,6 +143,7 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
   // In the order in which CLI11 keeps the verbs.
   const std::vector<Action> actions = {AddConvert(*app), AddInfo(*app), AddMessages(*app),
                                        AddDemo(*app)};
+  RefuseUnknownVerb(*app, count, arguments);
   try {
     app->parse(count, arguments);
   } catch (const CLI::CallForHelp&) {
@@ -127,8 +153,10 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
       std::cout << text << "\n";
       return kExitSuccess;
     };
+  } catch (const CLI::ExtrasError&) {
+    throw UsageError(app->remaining(true).front(), "is not expected");
   } catch (const CLI::ParseError& error) {
-    throw UsageError(error.what());
+    throw Translated(error);
   }
   const std::vector<CLI::App*> verbs = app->get_subcommands({});
   for (std::size_t i = 0; i < actions.size(); ++i) {

@@ -49,9 +49,12 @@ void Place(Picture& sheet, const Picture& picture, int left, int top) {
   }
 }
 
-int CellWidth(const SheetCell& cell, const Font& font) {
-  int width = static_cast<int>(cell.picture.header.width);
-  for (const std::string& label : cell.labels) width = std::max(width, font.Width(label));
+int CellWidth(const std::vector<SheetCell>& cells, const Font& font) {
+  int width = 0;
+  for (const SheetCell& cell : cells) {
+    width = std::max(width, static_cast<int>(cell.picture.header.width));
+    for (const std::string& label : cell.labels) width = std::max(width, font.Width(label));
+  }
   return width;
 }
 
@@ -69,17 +72,55 @@ void DrawCell(Picture& sheet, const SheetCell& cell, const Font& font, int left,
   }
 }
 
+// The mean of the channel in the square at u, v.
+std::byte MeanOfSquare(const Picture& picture, std::int64_t u, std::int64_t v, std::int64_t channel,
+                       std::int64_t side) {
+  const std::int64_t right = std::min(u + side, picture.header.width);
+  const std::int64_t bottom = std::min(v + side, picture.header.height);
+  std::int64_t sum = 0;
+  for (std::int64_t y = v; y < bottom; ++y) {
+    for (std::int64_t x = u; x < right; ++x) {
+      sum += std::to_integer<std::int64_t>(picture.Row(y)[4 * x + channel]);
+    }
+  }
+  const std::int64_t count = (right - u) * (bottom - v);
+  return static_cast<std::byte>((sum + count / 2) / count);
+}
+
+Picture Reduced(const Picture& picture, std::int64_t factor) {
+  const auto shorter = [factor](std::int64_t side) { return (side + factor - 1) / factor; };
+  Picture result = NewPicture(shorter(picture.header.width), shorter(picture.header.height),
+                              SampleType::Integer8);
+  for (std::int64_t y = 0; y < result.header.height; ++y) {
+    for (std::int64_t i = 0; i < result.header.width * 4; ++i) {
+      result.Rows().Row(y)[i] = MeanOfSquare(picture, i / 4 * factor, y * factor, i % 4, factor);
+    }
+  }
+  return result;
+}
+
+Picture Enlarged(const Picture& picture, std::int64_t factor) {
+  Picture result = NewPicture(picture.header.width * factor, picture.header.height * factor,
+                              SampleType::Integer8);
+  for (std::int64_t y = 0; y < result.header.height; ++y) {
+    const std::byte* from = picture.Row(y / factor);
+    std::byte* to = result.Rows().Row(y);
+    for (std::int64_t x = 0; x < result.header.width; ++x) {
+      std::memcpy(to + 4 * x, from + 4 * (x / factor), 4);
+    }
+  }
+  return result;
+}
+
 }  // namespace
 
 Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>& cells,
                          const Font& titleFont, const Font& labelFont) {
-  int width = kSheetGutter;
+  const int cellWidth = CellWidth(cells, labelFont);
   int height = 0;
-  for (const SheetCell& cell : cells) {
-    width += CellWidth(cell, labelFont) + kSheetGutter;
-    height = std::max(height, CellHeight(cell, labelFont));
-  }
-  width = std::max(width, titleFont.Width(title) + 2 * kSheetGutter);
+  for (const SheetCell& cell : cells) height = std::max(height, CellHeight(cell, labelFont));
+  const int row = static_cast<int>(cells.size()) * (cellWidth + kSheetGutter) + kSheetGutter;
+  const int width = std::max(row, titleFont.Width(title) + 2 * kSheetGutter);
   const int top = 2 * kSheetGutter + titleFont.LineHeight();
 
   Picture sheet = BlankSheet(width, top + height + kSheetGutter);
@@ -87,32 +128,15 @@ Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>&
   int left = kSheetGutter;
   for (const SheetCell& cell : cells) {
     DrawCell(sheet, cell, labelFont, left, top);
-    left += CellWidth(cell, labelFont) + kSheetGutter;
+    left += cellWidth + kSheetGutter;
   }
   return sheet;
 }
 
-Picture Reduced(const Picture& picture, std::int64_t width) {
-  const std::int64_t factor = (picture.header.width + width - 1) / width;
-  if (factor <= 1) return picture;
-  Picture small =
-      NewPicture(std::max<std::int64_t>(1, picture.header.width / factor),
-                 std::max<std::int64_t>(1, picture.header.height / factor), SampleType::Integer8);
-  for (std::int64_t y = 0; y < small.header.height; ++y) {
-    for (std::int64_t x = 0; x < small.header.width * 4; ++x) {
-      std::uint64_t sum = 0;
-      std::uint64_t count = 0;
-      for (std::int64_t v = y * factor; v < std::min((y + 1) * factor, picture.header.height);
-           ++v) {
-        const std::byte* row = picture.Row(v);
-        for (std::int64_t u = x / 4 * factor; u < (x / 4 + 1) * factor; ++u, ++count) {
-          sum += std::to_integer<std::uint64_t>(row[4 * u + x % 4]);
-        }
-      }
-      small.Rows().Row(y)[x] = static_cast<std::byte>((sum + count / 2) / count);
-    }
-  }
-  return small;
+Picture Fitted(const Picture& picture, std::int64_t side) {
+  const std::int64_t longest = std::max(picture.header.width, picture.header.height);
+  return longest > side ? Reduced(picture, (longest + side - 1) / side)
+                        : Enlarged(picture, side / longest);
 }
 
 }  // namespace pxl

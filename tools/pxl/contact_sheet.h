@@ -21,15 +21,16 @@ constexpr int kSheetGutter = 24;
 constexpr int kLabelSize = 16;
 constexpr int kTitleSize = 22;
 
-// Lays the cells out in one row under a title: equal gutters, every cell as
-// wide as its picture and its labels need, nothing cut off. Transparent parts
-// show a chequered ground. The sheet is an opaque Integer8 picture.
+// Lays the cells out in one row under a title: equal gutters, all cells as wide
+// as the widest picture or label needs, nothing cut off. Transparent parts show
+// a chequered ground. The sheet is an opaque Integer8 picture.
 Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>& cells,
                          const Font& titleFont, const Font& labelFont);
 
-// The Integer8 picture made smaller by the least whole factor that brings its
-// width to `width` or less; each pixel is the mean of a square.
-Picture Reduced(const Picture& picture, std::int64_t width);
+// The Integer8 picture brought near to `side` by a whole factor: smaller until
+// neither side is longer (each pixel the mean of a square), or larger as long
+// as neither becomes so.
+Picture Fitted(const Picture& picture, std::int64_t side);
 
 }  // namespace pxl
 

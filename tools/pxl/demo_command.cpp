@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::int64_t kSheetPictureWidth = 480;
+constexpr std::int64_t kSheetPictureSide = 480;
 
 struct DepthName {
   std::int32_t depth;
@@ -71,7 +71,7 @@ Picture PictureFor(const World& world) {
     RowTo8(record.depth, lock.Rows().Row(y), picture.Rows().Row(y),
            static_cast<std::size_t>(record.width));
   }
-  return Reduced(picture, kSheetPictureWidth);
+  return Fitted(picture, kSheetPictureSide);
 }
 
 void SaveSheet(const fs::path& path, const std::string& title,

@@ -159,8 +159,9 @@ class PngReader : public PictureReader {
   void AskForArgb() {
     png_set_expand(png_);
     png_set_gray_to_rgb(png_);
-    png_set_add_alpha(png_, 0xFFFF, PNG_FILLER_AFTER);
+    // Rows with alpha have it moved to the front; the others get it there.
     png_set_swap_alpha(png_);
+    png_set_add_alpha(png_, 0xFFFF, PNG_FILLER_BEFORE);
     if (header_.samples == SampleType::Integer16) png_set_swap(png_);
     png_set_interlace_handling(png_);
     png_read_update_info(png_, info_);
