@@ -56,11 +56,12 @@ using Action = std::function<int()>;
 Action AddConvert(CLI::App& app) {
   auto options = std::make_shared<ConvertOptions>();
   CLI::App* verb = app.add_subcommand("convert", "Convert pictures to another depth");
-  verb->footer(kConvertFooter);
-  verb->add_option("IN", options->inputs, "PNG or OpenEXR pictures")->required();
+  verb->footer(std::string(kConvertFooter) + "\n\n" + kFooter);
+  verb->add_option("IN", options->inputs, "PNG or OpenEXR pictures")->required()->type_name("");
   verb->add_option("-o,--output", options->output,
                    "Output file (.png or .exr), or a folder that exists")
-      ->required();
+      ->required()
+      ->type_name("FILE");
   verb->add_option("--depth", options->depth, "Bits a pixel of the last World")
       ->required()
       ->check(OneOf({"32", "64", "128"}));
@@ -78,7 +79,8 @@ Action AddInfo(CLI::App& app) {
   auto options = std::make_shared<InfoOptions>();
   CLI::App* verb = app.add_subcommand(
       "info", "Show versions and settings, and the geometry of a picture's World");
-  verb->add_option("FILE", options->file, "PNG or OpenEXR picture; only its header is read");
+  verb->add_option("FILE", options->file, "PNG or OpenEXR picture; only its header is read")
+      ->type_name("");
   verb->add_option("--depth", options->depth, "Bits a pixel, if not the picture's own")
       ->check(OneOf({"8", "32", "64", "128"}))
       ->needs("FILE");
@@ -96,10 +98,13 @@ Action AddMessages(CLI::App& app) {
 Action AddDemo(CLI::App& app) {
   auto options = std::make_shared<DemoOptions>();
   CLI::App* verb = app.add_subcommand("demo", "Take pictures through every depth");
-  verb->footer(kDemoFooter);
-  verb->add_option("PICTURE", options->pictures, "PNG or OpenEXR pictures")->required();
+  verb->footer(std::string(kDemoFooter) + "\n\n" + kFooter);
+  verb->add_option("PICTURE", options->pictures, "PNG or OpenEXR pictures")
+      ->required()
+      ->type_name("");
   verb->add_option("-o,--output", options->folder, "Folder for the results; made if need be")
-      ->required();
+      ->required()
+      ->type_name("FOLDER");
   return [options] { return Demo(*options); };
 }
 
@@ -153,9 +158,9 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
       std::cout << text << "\n";
       return kExitSuccess;
     };
-  } catch (const CLI::ExtrasError&) {
-    throw UsageError(app->remaining(true).front(), "is not expected");
   } catch (const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = app->remaining(true);
+    if (!unknown.empty()) throw UsageError(unknown.front(), "is not expected");
     throw Translated(error);
   }
   const std::vector<CLI::App*> verbs = app->get_subcommands({});

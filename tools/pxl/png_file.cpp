@@ -62,10 +62,17 @@ void WriteBytes(png_structp png, png_bytep data, std::size_t count) {
 void FlushBytes(png_structp /*png*/) {
 }
 
+// The error, and what libpng had warned of before: that is often the reason.
+std::string ReasonIn(const Messages& messages) {
+  std::string reason = messages.error.data();
+  if (messages.warning[0] != '\0') reason.append(" (").append(messages.warning.data()).append(")");
+  return reason;
+}
+
 // Runs the work; throws what libpng found wrong, after `what`.
 template <typename Work>
 void Guarded(png_structp png, const char* what, const Messages& messages, const Work& work) {
-  if (setjmp(png_jmpbuf(png)) != 0) throw Failure(std::string(what) + ": " + messages.error.data());
+  if (setjmp(png_jmpbuf(png)) != 0) throw Failure(std::string(what) + ": " + ReasonIn(messages));
   work();
 }
 
