@@ -96,7 +96,8 @@ TEST_F(ContactSheet, ShowsAGroundThroughTransparentPictures) {
 
 TEST(FittedPicture, IsReducedToMeansOfSquares) {
   Picture picture = Solid(4, 2, Pixel{});
-  for (int x = 0; x < 4; ++x) picture.Rows().Row(0)[4 * x] = static_cast<std::byte>(40 * x);
+  for (int x = 0; x < 4; ++x)
+    picture.Rows().Row(0)[std::ptrdiff_t{4} * x] = static_cast<std::byte>(40 * x);
   const Picture small = Fitted(picture, 2);
   ASSERT_EQ(small.header.width, 2);
   ASSERT_EQ(small.header.height, 1);

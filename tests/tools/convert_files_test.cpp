@@ -131,6 +131,26 @@ TEST_F(Conversion, OfManyGoesOnAfterAFailure) {
   EXPECT_FALSE(std::filesystem::exists(folder_ / "out" / "bad.png"));
 }
 
+TEST_F(Conversion, ShowsABarOnATerminalAndClearsItForMessages) {
+  std::filesystem::create_directory(folder_ / "out");
+  const std::string good = Small("good.png");
+  const std::string bad = Path("bad.png");
+  WriteBytes(bad, "no picture");
+  const Outcome outcome =
+      RunPxlOnATerminal({"convert", good, bad, "-o", Path("out"), "--depth", "32"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.output, HasSubstr("] 0/2"));
+  EXPECT_THAT(outcome.output, HasSubstr("] 1/2\r\x1B[Kpxl: " + bad + ": is neither"));
+}
+
+TEST_F(Conversion, ThatCannotTellTheMemoryIsAFailure) {
+  const Outcome outcome = RunPxlInShell(
+      "", {"convert", Small("in.png"), "-o", Path("out.png"), "--depth", "64", "--verbose"},
+      ">/dev/full");
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_TRUE(IsOneLine(outcome.errors, "pxl: standard output: "));
+}
+
 TEST_F(Conversion, KnowsInputsByContentAndEndingsInAnyCase) {
   std::filesystem::copy_file(Small("in.png"), folder_ / "in.exr");
   EXPECT_EQ(Convert(Path("in.exr"), "OUT.PNG", "32").code, 0);

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -11,8 +12,6 @@
 #include "tests/tools/program.h"
 #include "tests/tools/temporary_folder.h"
 #include "tools/pxl/samples.h"
-
-using testing::HasSubstr;
 
 namespace {
 
@@ -122,8 +121,9 @@ TEST_F(ConvertedPixels, From8BitsToFloatsAreExactBitForBit) {
   const auto source = ChannelsOf<std::uint8_t>(ReadPictureFile(In()));
   ASSERT_EQ(result.size(), std::size_t{4} * 256);
   for (std::size_t i = 0; i < result.size(); ++i) {
-    const float expected = FloatOf8(source[i]);
-    ASSERT_EQ(std::memcmp(&result[i], &expected, sizeof expected), 0) << int{source[i]};
+    ASSERT_EQ(std::bit_cast<std::uint32_t>(result[i]),
+              std::bit_cast<std::uint32_t>(FloatOf8(source[i])))
+        << int{source[i]};
   }
 }
 

@@ -3,7 +3,6 @@
 #include "tests/tools/program.h"
 #include "tests/tools/temporary_folder.h"
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {

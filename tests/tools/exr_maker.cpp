@@ -22,12 +22,15 @@ namespace {
 
 using Planes = std::map<std::string, std::vector<char>>;
 
+// Four rows of four floats.
+constexpr std::size_t kPlaneBytes = 64;
+
 struct Layout {
   Imath::Box2i window;
-  std::size_t sampleBytes;
+  std::size_t sampleBytes = 4;
 
-  std::size_t Width() const { return static_cast<std::size_t>(window.max.x - window.min.x + 1); }
-  std::size_t Height() const { return static_cast<std::size_t>(window.max.y - window.min.y + 1); }
+  int Width() const { return window.max.x - window.min.x + 1; }
+  int Height() const { return window.max.y - window.min.y + 1; }
 };
 
 std::vector<char> MakePlane(const ExrRecipe& recipe, const Layout& layout,
@@ -48,8 +51,9 @@ std::vector<char> MakePlane(const ExrRecipe& recipe, const Layout& layout,
 Imf::FrameBuffer BufferOf(Planes& planes, const Layout& layout, Imf::PixelType type) {
   Imf::FrameBuffer buffer;
   for (auto& [name, plane] : planes) {
-    buffer.insert(name, Imf::Slice::Make(type, plane.data(), layout.window, layout.sampleBytes,
-                                         layout.sampleBytes * layout.Width()));
+    buffer.insert(name,
+                  Imf::Slice::Make(type, plane.data(), layout.window, layout.sampleBytes,
+                                   layout.sampleBytes * static_cast<std::size_t>(layout.Width())));
   }
   return buffer;
 }
@@ -95,7 +99,7 @@ std::string MakeExr(const ExrRecipe& recipe) {
   } else {
     Imf::OutputFile file(stream, HeaderOf(recipe));
     file.setFrameBuffer(buffer);
-    file.writePixels(static_cast<int>(layout.Height()));
+    file.writePixels(layout.Height());
   }
   return stream.str();
 }
@@ -103,7 +107,7 @@ std::string MakeExr(const ExrRecipe& recipe) {
 std::string MakeExrOfChannels(const std::vector<std::pair<std::string, Imf::Channel>>& channels) {
   Imf::Header header(4, 4);
   Imf::FrameBuffer buffer;
-  std::vector<char> zeros(4 * 16);
+  std::vector<char> zeros(kPlaneBytes);
   for (const auto& [name, channel] : channels) {
     header.channels().insert(name, channel);
     buffer.insert(
@@ -136,7 +140,7 @@ std::string MakeMultiPartExr() {
     headers[i].setType(Imf::SCANLINEIMAGE);
     headers[i].channels().insert("R", Imf::Channel(Imf::FLOAT));
   }
-  std::vector<char> zeros(4 * 16);
+  std::vector<char> zeros(kPlaneBytes);
   Imf::FrameBuffer buffer;
   buffer.insert("R", Imf::Slice(Imf::FLOAT, zeros.data(), 4, 16));
   Imf::StdOSStream stream;

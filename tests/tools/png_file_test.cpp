@@ -10,7 +10,6 @@
 #include "tools/pxl/failure.h"
 
 using namespace pxl;
-using testing::HasSubstr;
 
 namespace {
 
@@ -130,6 +129,7 @@ const std::vector<PngChunk>& ColourChunks() {
 
 std::vector<std::string> NamesOf(const std::vector<PngChunk>& chunks) {
   std::vector<std::string> names;
+  names.reserve(chunks.size());
   for (const PngChunk& chunk : chunks) names.push_back(chunk.name);
   return names;
 }

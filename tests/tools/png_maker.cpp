@@ -90,6 +90,8 @@ std::string MakePng(const PngRecipe& recipe) {
   WriteStart(png, info, recipe);
   std::vector<std::vector<png_byte>> rows;
   std::vector<png_bytep> addresses;
+  rows.reserve(recipe.height);
+  addresses.reserve(recipe.height);
   for (std::uint32_t y = 0; y < recipe.height; ++y) rows.push_back(PackedRow(recipe, y));
   for (auto& row : rows) addresses.push_back(row.data());
   png_write_image(png, addresses.data());

@@ -28,6 +28,10 @@ Outcome RunPxl(const std::vector<std::string>& arguments,
 Outcome RunPxlInShell(const std::string& preparation, const std::vector<std::string>& arguments,
                       const std::string& redirection);
 
+// The same with a terminal in the place of both output streams; what is written
+// to either comes as output.
+Outcome RunPxlOnATerminal(const std::vector<std::string>& arguments);
+
 // The picture in a file.
 pxl::Picture ReadPictureFile(const std::filesystem::path& path);
 

@@ -144,5 +144,7 @@ TEST_F(ConvertUsage, NeedsAnInputThatIsAFile) {
                 Path("no.png") + ": No such file or directory");
   ExpectFailure({"convert", folder_.path().string(), "-o", Path("out.png"), "--depth", "32"},
                 folder_.path().string() + ": is a folder");
+  ExpectFailure({"convert", "/dev/null", "-o", Path("out.png"), "--depth", "32"},
+                "/dev/null: is not a regular file");
   EXPECT_THAT(folder_.Names(), IsEmpty());
 }

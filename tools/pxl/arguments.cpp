@@ -35,6 +35,8 @@ constexpr const char* kConvertFooter =
     "Inputs are known by their content, the output by its ending. A PNG holds 8 bits\n"
     "a channel at depth 32, else 16; an OpenEXR file always holds floats. Alpha is\n"
     "taken as it is: straight in PNG, and in OpenEXR whatever the file holds.\n"
+    "16-bit channels are 0..65535 in files and 0..32768 in Worlds; both ways they are\n"
+    "rounded to the nearest. Colour tags are kept, or their loss is told.\n"
     "Into a folder, names are kept and end in .png for 32 and 64, .exr for 128.\n\n"
     "Example: pxl convert photo.png --via 128 --depth 64 -o photo16.png";
 
@@ -130,7 +132,7 @@ UsageError Translated(const CLI::ParseError& error) {
     const std::size_t place = text.find(word);
     if (place != std::string::npos) return {text.substr(0, place), text.substr(place + 1)};
   }
-  return UsageError(text);
+  return {"", text};
 }
 
 std::string VersionText() {

@@ -31,7 +31,8 @@ std::optional<Number> NumberIn(const char* variable, int base) {
 }  // namespace
 
 void ApplyEnvironment() {
-  K_SetScramble(NumberIn<std::uint32_t>("PXL_SCRAMBLE", 10).value_or(0) != 0);
+  const bool scramble = NumberIn<std::uint32_t>("PXL_SCRAMBLE", 10).value_or(0) != 0;
+  K_SetScramble(scramble ? 1 : 0);
   if (const auto budget = NumberIn<std::uint64_t>("PXL_MEMORY_BUDGET", 10)) {
     K_SetMemoryBudget(*budget);
   }

@@ -224,8 +224,8 @@ class ExrReader : public PictureReader {
                          data_.left * static_cast<std::ptrdiff_t>(kPixelBytes);
     Imf::FrameBuffer buffer;
     const auto insert = [&](const char* name, int channel, double missing) {
-      buffer.insert(name,
-                    Imf::Slice(Imf::FLOAT, origin + 4 * channel, kPixelBytes, 0, 1, 1, missing));
+      buffer.insert(name, Imf::Slice(Imf::FLOAT, origin + std::ptrdiff_t{4} * channel, kPixelBytes,
+                                     0, 1, 1, missing));
     };
     insert("A", 0, 1.0);
     insert(grey_ ? "Y" : "R", 1, 0.0);
@@ -281,9 +281,10 @@ Imf::Header HeaderToWrite(const PictureHeader& picture) {
 
 Imf::FrameBuffer RowToWrite(const std::byte* row) {
   // The library takes a pointer to changeable memory and only reads it.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
   char* const base = const_cast<char*>(reinterpret_cast<const char*>(row));
   Imf::FrameBuffer buffer;
-  int channel = 0;
+  std::ptrdiff_t channel = 0;
   for (const char* name : {"A", "R", "G", "B"}) {
     buffer.insert(name, Imf::Slice(Imf::FLOAT, base + 4 * channel++, kPixelBytes, 0));
   }

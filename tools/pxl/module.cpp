@@ -1,6 +1,7 @@
 #include "tools/pxl/module.h"
 
 #include "PXL.h"
+#include "tools/pxl/console.h"
 #include "tools/pxl/failure.h"
 
 namespace pxl {
@@ -26,6 +27,8 @@ Module::Module() {
 Module::~Module() {
   PXL_Death();
   K_SetReportSink(nullptr, nullptr);
+  // Reports of disposals and of the death, which nobody checked.
+  if (!reports_.empty()) TellFailure("PXL", TakeReports());
 }
 
 void Module::Check(std::int32_t status) {

@@ -17,7 +17,10 @@ namespace fs = std::filesystem;
 
 std::ifstream OpenInput(const fs::path& path) {
   std::error_code error;
-  if (fs::is_directory(path, error)) throw Failure("is a folder");
+  const fs::file_status status = fs::status(path, error);
+  if (fs::is_directory(status)) throw Failure("is a folder");
+  // Pictures are read at random, which a pipe does not allow.
+  if (fs::exists(status) && !fs::is_regular_file(status)) throw Failure("is not a regular file");
   errno = 0;
   std::ifstream stream(path, std::ios::binary);
   if (!stream) throw Failure(std::strerror(errno != 0 ? errno : ENOENT));
