@@ -72,6 +72,7 @@ std::string ReasonIn(const Messages& messages) {
 // Runs the work; throws what libpng found wrong, after `what`.
 template <typename Work>
 void Guarded(png_structp png, const char* what, const Messages& messages, const Work& work) {
+  // NOLINTNEXTLINE(cert-err52-cpp): there is no other way with libpng
   if (setjmp(png_jmpbuf(png)) != 0) throw Failure(std::string(what) + ": " + ReasonIn(messages));
   work();
 }
@@ -116,6 +117,8 @@ class PngReader : public PictureReader {
       throw;
     }
   }
+  PngReader(const PngReader&) = delete;
+  PngReader& operator=(const PngReader&) = delete;
   ~PngReader() override { png_destroy_read_struct(&png_, &info_, nullptr); }
 
   const PictureHeader& header() const override { return header_; }

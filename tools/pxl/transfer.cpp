@@ -14,8 +14,8 @@ template <typename From, typename To>
 void MapRow(std::int32_t (*function)(const From*, To*), const std::byte* from, std::byte* to,
             std::size_t width) {
   for (std::size_t x = 0; x < width; ++x) {
-    From source;
-    To destination;
+    From source{};
+    To destination{};
     std::memcpy(&source, from + x * sizeof source, sizeof source);
     function(&source, &destination);
     std::memcpy(to + x * sizeof destination, &destination, sizeof destination);
