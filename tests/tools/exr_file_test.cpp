@@ -1,0 +1,291 @@
+#include "tools/pxl/exr_file.h"
+
+#include <gmock/gmock.h>
+#include <half.h>
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <sstream>
+
+#include "tests/tools/exr_maker.h"
+#include "tests/tools/png_maker.h"
+#include "tools/pxl/failure.h"
+
+using namespace pxl;
+using testing::HasSubstr;
+
+namespace {
+
+using Argb = std::array<float, 4>;
+
+Picture Decode(const std::string& file) {
+  std::istringstream stream(file);
+  return ReadPicture(*OpenExr(stream));
+}
+
+PictureHeader HeaderOf(const std::string& file) {
+  std::istringstream stream(file);
+  return OpenExr(stream)->header();
+}
+
+std::string ReasonAgainst(const std::string& file) {
+  try {
+    Decode(file);
+  } catch (const Failure& failure) {
+    return failure.what();
+  }
+  return "";
+}
+
+Argb PixelAt(const Picture& picture, std::int64_t x, std::int64_t y) {
+  Argb pixel{};
+  std::memcpy(pixel.data(), picture.Row(y) + x * 16, 16);
+  return pixel;
+}
+
+// Distinct values that a half holds exactly, some of them above 1.
+float ValueAt(int x, int y, const std::string& channel) {
+  return static_cast<float>(x) / 8.0F - static_cast<float>(y) / 4.0F +
+         static_cast<float>(channel[0] - 'A') / 32.0F;
+}
+
+ExrRecipe Recipe() {
+  ExrRecipe recipe;
+  recipe.display = {{0, 0}, {12, 8}};
+  recipe.value = ValueAt;
+  return recipe;
+}
+
+Argb Expected(const ExrRecipe& recipe, int x, int y) {
+  const auto value = [&](const std::string& channel) { return recipe.value(x, y, channel); };
+  const bool alpha = recipe.channels.back() == "A";
+  const bool grey = recipe.channels.front() == "Y";
+  return {alpha ? value("A") : 1.0F, value(grey ? "Y" : "R"), value(grey ? "Y" : "G"),
+          value(grey ? "Y" : "B")};
+}
+
+bool Covers(const Imath::Box2i& window, int x, int y) {
+  return x >= window.min.x && x <= window.max.x && y >= window.min.y && y <= window.max.y;
+}
+
+void ExpectDecoded(const ExrRecipe& recipe) {
+  const Picture picture = Decode(MakeExr(recipe));
+  const Imath::Box2i& display = recipe.display;
+  ASSERT_EQ(picture.header.width, display.max.x - display.min.x + 1);
+  ASSERT_EQ(picture.header.height, display.max.y - display.min.y + 1);
+  ASSERT_EQ(picture.header.samples, SampleType::Float);
+  for (int y = display.min.y; y <= display.max.y; ++y) {
+    for (int x = display.min.x; x <= display.max.x; ++x) {
+      const bool covered = Covers(recipe.data.value_or(display), x, y);
+      ASSERT_EQ(PixelAt(picture, x - display.min.x, y - display.min.y),
+                covered ? Expected(recipe, x, y) : Argb{})
+          << x << ", " << y;
+    }
+  }
+}
+
+std::string Encode(const Picture& picture) {
+  std::ostringstream stream;
+  WriteExr(stream, picture.header, [&](std::int64_t y) { return picture.Row(y); });
+  return stream.str();
+}
+
+// False if anything but a Failure comes out.
+bool IsReadOrRefused(const std::string& file) {
+  try {
+    const PictureHeader header = HeaderOf(file);
+    // As in the program, too large a picture is not decoded.
+    if (header.width < 1000 && header.height < 1000) Decode(file);
+  } catch (const Failure&) {
+    return true;
+  } catch (...) {
+    return false;
+  }
+  return true;
+}
+
+std::string SmallFile() {
+  ExrRecipe recipe = Recipe();
+  recipe.display = {{0, 0}, {4, 19}};  // two blocks of ZIP's 16 lines
+  return MakeExr(recipe);
+}
+
+}  // namespace
+
+TEST(ExrFile, IsReadWithEverySetOfChannelsAsHalfAndFloat) {
+  for (const Imf::PixelType type : {Imf::HALF, Imf::FLOAT}) {
+    for (const std::vector<std::string>& channels :
+         {std::vector<std::string>{"R", "G", "B"}, {"R", "G", "B", "A"}, {"Y"}, {"Y", "A"}}) {
+      ExrRecipe recipe = Recipe();
+      recipe.type = type;
+      recipe.channels = channels;
+      ExpectDecoded(recipe);
+    }
+  }
+}
+
+TEST(ExrFile, IsReadInEveryCompression) {
+  for (const Imf::Compression compression :
+       {Imf::NO_COMPRESSION, Imf::RLE_COMPRESSION, Imf::ZIPS_COMPRESSION, Imf::PIZ_COMPRESSION}) {
+    ExrRecipe recipe = Recipe();
+    recipe.compression = compression;
+    ExpectDecoded(recipe);
+  }
+}
+
+TEST(ExrFile, IsReadWhenTiled) {
+  ExrRecipe recipe = Recipe();
+  recipe.tiled = true;
+  ExpectDecoded(recipe);
+}
+
+TEST(ExrFile, IsReadAtItsFullSizeWhenItHasLevels) {
+  ExrRecipe recipe = Recipe();
+  recipe.display = {{0, 0}, {4, 2}};  // one tile, so that the levels agree
+  recipe.mipmap = true;
+  recipe.value = [](int, int, const std::string&) { return 0.5F; };
+  ExpectDecoded(recipe);
+}
+
+TEST(ExrFile, ShowsTheDisplayWindowWhateverTheDataWindow) {
+  const Imath::Box2i windows[] = {
+      {{2, 3}, {7, 5}},      // within
+      {{-4, -2}, {20, 15}},  // around
+      {{-4, 4}, {5, 15}},    // overlapping
+      {{30, 0}, {35, 8}},    // to the right
+      {{0, -9}, {12, -1}},   // above
+  };
+  for (const Imath::Box2i& window : windows) {
+    ExrRecipe recipe = Recipe();
+    recipe.data = window;
+    ExpectDecoded(recipe);
+    recipe.tiled = true;
+    ExpectDecoded(recipe);
+  }
+}
+
+TEST(ExrFile, MayHaveItsOriginAnywhere) {
+  ExrRecipe recipe = Recipe();
+  recipe.display = {{-100000, 70000}, {-99990, 70006}};
+  recipe.data = Imath::Box2i{{-99998, 69990}, {-99000, 70003}};
+  ExpectDecoded(recipe);
+}
+
+TEST(ExrFile, SaysWhatItIs) {
+  ExrRecipe recipe = Recipe();
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).format, "OpenEXR, float, RGB");
+  recipe.type = Imf::HALF;
+  recipe.channels = {"Y", "A"};
+  recipe.tiled = true;
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).format, "OpenEXR, half, YA, tiled");
+}
+
+TEST(ExrFile, OfAnotherKindIsRefusedWithTheReason) {
+  EXPECT_EQ(ReasonAgainst(MakeMultiPartExr()), "OpenEXR files of several parts are not supported");
+  EXPECT_EQ(ReasonAgainst(MakeDeepExr()), "deep OpenEXR files are not supported");
+  EXPECT_EQ(ReasonAgainst(MakeLuminanceChromaExr()),
+            "luminance/chroma OpenEXR files are not supported");
+}
+
+TEST(ExrFile, WithUnfitChannelsIsRefusedWithTheReason) {
+  const Imf::Channel fit(Imf::FLOAT);
+  EXPECT_EQ(ReasonAgainst(MakeExrOfChannels({{"R", fit}, {"B", fit}})),
+            "no channel G; R, G and B or Y are needed");
+  EXPECT_EQ(ReasonAgainst(MakeExrOfChannels({{"Z", fit}})),
+            "no channel R; R, G and B or Y are needed");
+  EXPECT_EQ(ReasonAgainst(MakeExrOfChannels({{"Y", Imf::Channel(Imf::UINT)}})),
+            "channel Y holds whole numbers; half or float is needed");
+  EXPECT_EQ(ReasonAgainst(MakeExrOfChannels({{"Y", fit}, {"A", Imf::Channel(Imf::HALF, 2, 2)}})),
+            "channel A is subsampled, which is not supported");
+}
+
+TEST(ExrFile, CutOffAnywhereIsRefused) {
+  const std::string file = SmallFile();
+  for (std::size_t length = 0; length < file.size(); ++length) {
+    EXPECT_THROW(Decode(file.substr(0, length)), Failure) << length;
+  }
+}
+
+TEST(ExrFile, WithAnyByteDamagedIsReadOrRefused) {
+  const std::string file = SmallFile();
+  for (std::size_t i = 0; i < file.size(); ++i) {
+    std::string damaged = file;
+    damaged[i] = static_cast<char>(~damaged[i]);
+    EXPECT_TRUE(IsReadOrRefused(damaged)) << i;
+  }
+}
+
+TEST(ExrHeader, TellsEverySizeWithoutMemoryForIt) {
+  const Imath::Box2i huge{{0, 0}, {0x7FFFFFFE, 0x7FFFFFFE}};
+  const PictureHeader header = HeaderOf(WithWindow(SmallFile(), "displayWindow", huge));
+  EXPECT_EQ(header.width, 0x7FFFFFFF);
+  EXPECT_EQ(header.height, 0x7FFFFFFF);
+}
+
+TEST(ExrHeader, WithAnEmptyWindowIsRefused) {
+  const Imath::Box2i empty{{5, 5}, {4, 4}};
+  EXPECT_THAT(ReasonAgainst(WithWindow(SmallFile(), "displayWindow", empty)),
+              HasSubstr("empty display window"));
+  EXPECT_THAT(ReasonAgainst(WithWindow(SmallFile(), "dataWindow", empty)),
+              HasSubstr("empty data window"));
+}
+
+TEST(ExrHeader, WithAHugeDataWindowIsRefused) {
+  constexpr int kLowest = std::numeric_limits<int>::min();
+  constexpr int kHighest = std::numeric_limits<int>::max();
+  EXPECT_THAT(ReasonAgainst(WithWindow(SmallFile(), "dataWindow", {{kLowest, 0}, {kHighest, 3}})),
+              HasSubstr("4294967296 x 4 pixels is too large"));
+  EXPECT_THAT(ReasonAgainst(WithWindow(SmallFile(), "dataWindow", {{0, 0}, {3, kHighest}})),
+              HasSubstr("is too large"));
+}
+
+TEST(ExrWriting, KeepsEveryFloatBitForBit) {
+  Picture picture = NewPicture(40, 33, SampleType::Float);
+  std::mt19937 random(7);
+  for (std::byte& byte : picture.pixels) byte = static_cast<std::byte>(random());
+  const float special[] = {0.0F,
+                           -0.0F,
+                           std::numeric_limits<float>::quiet_NaN(),
+                           std::numeric_limits<float>::infinity(),
+                           -std::numeric_limits<float>::infinity(),
+                           std::numeric_limits<float>::denorm_min(),
+                           std::numeric_limits<float>::max(),
+                           1.5F};
+  std::memcpy(picture.pixels.data(), special, sizeof special);
+  EXPECT_EQ(Decode(Encode(picture)).pixels, picture.pixels);
+}
+
+TEST(ExrWriting, KeepsChromaticities) {
+  ExrRecipe recipe = Recipe();
+  recipe.chromaticities = Chromaticities{0.3127, 0.329, 0.64, 0.33, 0.3, 0.6, 0.15, 0.06};
+  const Picture picture = Decode(MakeExr(recipe));
+  ASSERT_TRUE(picture.header.colour.chromaticities);
+  EXPECT_FLOAT_EQ(static_cast<float>(picture.header.colour.chromaticities->at(2)), 0.64F);
+  EXPECT_EQ(Decode(Encode(picture)).header.colour.chromaticities,
+            picture.header.colour.chromaticities);
+}
+
+TEST(ExrWriting, TakesChromaticitiesFromPngAndSaysWhatIsLost) {
+  Picture picture = NewPicture(1, 1, SampleType::Float);
+  PngChunk chunk{"cHRM", {}};
+  for (const unsigned value : {31270U, 32900U, 64000U, 33000U, 30000U, 60000U, 15000U, 6000U}) {
+    for (const char byte : BigEndian(value)) chunk.data.push_back(static_cast<std::uint8_t>(byte));
+  }
+  picture.header.colour.chunks = {{"gAMA", {0, 0, 0, 1}}, chunk, {"sRGB", {0}}};
+  const auto values = Decode(Encode(picture)).header.colour.chromaticities;
+  ASSERT_TRUE(values);
+  EXPECT_FLOAT_EQ(static_cast<float>(values->at(0)), 0.3127F);
+  EXPECT_FLOAT_EQ(static_cast<float>(values->at(7)), 0.06F);
+  EXPECT_EQ(ColourTagsLostInExr(picture.header.colour), "gAMA and sRGB");
+}
+
+TEST(ExrWriting, ToAStreamThatTakesNoMoreFails) {
+  const Picture picture = NewPicture(4, 4, SampleType::Float);
+  std::ostringstream stream;
+  stream.setstate(std::ios::badbit);
+  EXPECT_THROW(WriteExr(stream, picture.header, [&](std::int64_t y) { return picture.Row(y); }),
+               Failure);
+}

@@ -1,0 +1,175 @@
+#include "tools/pxl/arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "PXL.h"
+#include "tools/pxl/commands.h"
+#include "tools/pxl/failure.h"
+
+namespace pxl {
+namespace {
+
+constexpr const char* kDescription =
+    "Converts pictures between the pixel depths of PXL, and shows what the module\n"
+    "is and says.";
+
+constexpr const char* kFooter =
+    "Exit codes: 0 success, 1 failure, 2 a command line that cannot be meant.\n"
+    "Failures are told in one line on standard error.\n\n"
+    "Environment:\n"
+    "  VETRIX_SETTINGS=FILE  debug settings of the module (see 'pxl info')\n"
+    "  PXL_FONT=FILE         font of the labels of 'pxl demo'\n"
+    "  PXL_SCRAMBLE=1        move every handle whenever memory is allocated\n"
+    "  PXL_MEMORY_BUDGET=N   allow N bytes of handles and pool memory\n"
+    "  PXL_FILL=HEX          fill new Worlds with this 32-bit pattern";
+
+constexpr const char* kConvertFooter =
+    "A picture becomes a World of its own depth (PNG with up to 8 bits a channel:\n"
+    "32; PNG with 16: 64; OpenEXR: 128) and is blitted to each depth of --via, then\n"
+    "to --depth. 64 and 128, between which the blit does not convert, are converted\n"
+    "pixel by pixel, unless --blit-only is given.\n\n"
+    "Inputs are known by their content, the output by its ending. A PNG holds 8 bits\n"
+    "a channel at depth 32, else 16; an OpenEXR file always holds floats. Alpha is\n"
+    "taken as it is: straight in PNG, and in OpenEXR whatever the file holds.\n"
+    "16-bit channels are 0..65535 in files and 0..32768 in Worlds; both ways they are\n"
+    "rounded to the nearest. Colour tags are kept, or their loss is told.\n"
+    "Into a folder, names are kept and end in .png for 32 and 64, .exr for 128.\n\n"
+    "Example: pxl convert photo.png --via 128 --depth 64 -o photo16.png";
+
+constexpr const char* kDemoFooter =
+    "Leaves NAME-32.png, NAME-64.png and NAME-128.png, the picture as each depth\n"
+    "holds it, and NAME-sheet.png with all of them side by side.";
+
+// Accepts the depths listed.
+CLI::Validator OneOf(const std::vector<std::string>& depths) {
+  const auto check = [depths](const std::string& text) -> std::string {
+    if (std::find(depths.begin(), depths.end(), text) != depths.end()) return "";
+    return text + " is none of " + CLI::detail::join(depths, ", ");
+  };
+  return {check, CLI::detail::join(depths, "|")};
+}
+
+using Action = std::function<int()>;
+
+Action AddConvert(CLI::App& app) {
+  auto options = std::make_shared<ConvertOptions>();
+  CLI::App* verb = app.add_subcommand("convert", "Convert pictures to another depth");
+  verb->footer(std::string(kConvertFooter) + "\n\n" + kFooter);
+  verb->add_option("IN", options->inputs, "PNG or OpenEXR pictures")->required()->type_name("");
+  verb->add_option("-o,--output", options->output,
+                   "Output file (.png or .exr), or a folder that exists")
+      ->required()
+      ->type_name("FILE");
+  verb->add_option("--depth", options->depth, "Bits a pixel of the last World")
+      ->required()
+      ->check(OneOf({"32", "64", "128"}));
+  verb->add_option("--via", options->via, "Depths on the way, for instance 128,32")
+      ->delimiter(',')
+      ->check(OneOf({"32", "64", "128"}))
+      ->expected(1)
+      ->take_all();
+  verb->add_flag("--blit-only", options->blitOnly, "Fail where the blit does not convert");
+  verb->add_flag("--verbose", options->verbose, "Tell the memory of each World");
+  return [options] { return Convert(*options); };
+}
+
+Action AddInfo(CLI::App& app) {
+  auto options = std::make_shared<InfoOptions>();
+  CLI::App* verb = app.add_subcommand(
+      "info", "Show versions and settings, and the geometry of a picture's World");
+  verb->add_option("FILE", options->file, "PNG or OpenEXR picture; only its header is read")
+      ->type_name("");
+  verb->add_option("--depth", options->depth, "Bits a pixel, if not the picture's own")
+      ->check(OneOf({"8", "32", "64", "128"}))
+      ->needs("FILE");
+  verb->add_flag("--json", options->json, "Print JSON");
+  return [options] { return Info(*options); };
+}
+
+Action AddMessages(CLI::App& app) {
+  auto options = std::make_shared<MessagesOptions>();
+  CLI::App* verb = app.add_subcommand("messages", "List the module's texts as users see them");
+  verb->add_flag("--json", options->json, "Print JSON");
+  return [options] { return Messages(*options); };
+}
+
+Action AddDemo(CLI::App& app) {
+  auto options = std::make_shared<DemoOptions>();
+  CLI::App* verb = app.add_subcommand("demo", "Take pictures through every depth");
+  verb->footer(std::string(kDemoFooter) + "\n\n" + kFooter);
+  verb->add_option("PICTURE", options->pictures, "PNG or OpenEXR pictures")
+      ->required()
+      ->type_name("");
+  verb->add_option("-o,--output", options->folder, "Folder for the results; made if need be")
+      ->required()
+      ->type_name("FOLDER");
+  return [options] { return Demo(*options); };
+}
+
+// The help of the verb that was asked about, or of the whole program.
+int PrintHelp(const CLI::App& app) {
+  std::cout << app.help();
+  return kExitSuccess;
+}
+
+// The library would only say that a verb is missing.
+void RefuseUnknownVerb(const CLI::App& app, int count, const char* const* arguments) {
+  if (count < 2) throw UsageError("a verb is needed; see pxl --help");
+  const std::string first = arguments[1];
+  const auto hasName = [&](const CLI::App* verb) { return verb->get_name() == first; };
+  if (first.rfind('-', 0) == 0 || !app.get_subcommands(hasName).empty()) return;
+  throw UsageError(first, "is no verb; see pxl --help");
+}
+
+// "NAME is required" and "NAME requires OTHER" in the form of all our messages.
+UsageError Translated(const CLI::ParseError& error) {
+  const std::string text = error.what();
+  for (const char* word : {" is required", " requires "}) {
+    const std::size_t place = text.find(word);
+    if (place != std::string::npos) return {text.substr(0, place), text.substr(place + 1)};
+  }
+  return {"", text};
+}
+
+std::string VersionText() {
+  const std::uint32_t version = PXL_PkgObjectVersion();
+  return "pxl " + std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFFU);
+}
+
+}  // namespace
+
+std::function<int()> ParseArguments(int count, const char* const* arguments) {
+  auto app = std::make_shared<CLI::App>(kDescription, "pxl");
+  app->footer(kFooter);
+  app->set_version_flag("--version", VersionText);
+  app->require_subcommand(1);
+  // In the order in which CLI11 keeps the verbs.
+  const std::vector<Action> actions = {AddConvert(*app), AddInfo(*app), AddMessages(*app),
+                                       AddDemo(*app)};
+  RefuseUnknownVerb(*app, count, arguments);
+  try {
+    app->parse(count, arguments);
+  } catch (const CLI::CallForHelp&) {
+    return [app] { return PrintHelp(*app); };
+  } catch (const CLI::CallForVersion& version) {
+    return [text = std::string(version.what())] {
+      std::cout << text << "\n";
+      return kExitSuccess;
+    };
+  } catch (const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = app->remaining(true);
+    if (!unknown.empty()) throw UsageError(unknown.front(), "is not expected");
+    throw Translated(error);
+  }
+  const std::vector<CLI::App*> verbs = app->get_subcommands({});
+  for (std::size_t i = 0; i < actions.size(); ++i) {
+    if (verbs[i]->parsed()) return actions[i];
+  }
+  throw UsageError("a verb is needed");
+}
+
+}  // namespace pxl

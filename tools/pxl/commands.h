@@ -1,0 +1,48 @@
+// The verbs. Each prints its results to standard output, throws Failure for
+// what keeps it from doing anything, and gives the exit code.
+#ifndef TOOLS_PXL_COMMANDS_H
+#define TOOLS_PXL_COMMANDS_H
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+namespace pxl {
+
+constexpr int kExitSuccess = 0;
+constexpr int kExitFailure = 1;
+constexpr int kExitUsage = 2;
+
+struct ConvertOptions {
+  std::vector<std::filesystem::path> inputs;
+  std::filesystem::path output;  // a file, or a folder that exists
+  std::int32_t depth = 0;
+  std::vector<std::int32_t> via;
+  bool blitOnly = false;
+  bool verbose = false;
+};
+// Pictures that fail are told one by one; the others are converted.
+int Convert(const ConvertOptions& options);
+
+struct InfoOptions {
+  std::optional<std::filesystem::path> file;
+  std::optional<std::int32_t> depth;  // with a file; the picture's own if none
+  bool json = false;
+};
+int Info(const InfoOptions& options);
+
+struct MessagesOptions {
+  bool json = false;
+};
+int Messages(const MessagesOptions& options);
+
+struct DemoOptions {
+  std::vector<std::filesystem::path> pictures;
+  std::filesystem::path folder;  // made if it is not there
+};
+int Demo(const DemoOptions& options);
+
+}  // namespace pxl
+
+#endif

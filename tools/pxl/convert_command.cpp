@@ -1,0 +1,105 @@
+#include <iostream>
+
+#include "PXL.h"
+#include "tools/pxl/commands.h"
+#include "tools/pxl/console.h"
+#include "tools/pxl/convert_plan.h"
+#include "tools/pxl/progress.h"
+#include "tools/pxl/transfer.h"
+
+namespace pxl {
+namespace {
+
+// The depths a picture goes through after its own.
+std::vector<std::int32_t> StepsOf(const ConvertOptions& options) {
+  std::vector<std::int32_t> steps = options.via;
+  steps.push_back(options.depth);
+  return steps;
+}
+
+// A World of each depth is measured before the first row is decoded.
+void MeasureAll(Module& module, const PictureHeader& header,
+                const std::vector<std::int32_t>& steps) {
+  MeasureWorld(module, DepthOf(header.samples), header.width, header.height);
+  for (const std::int32_t depth : steps) MeasureWorld(module, depth, header.width, header.height);
+}
+
+// Converts one picture after the other and tells what happens to each.
+class Batch {
+ public:
+  Batch(const ConvertOptions& options, std::size_t count)
+      : options_(options), progress_(std::cerr, count, count > 1 && StandardErrorIsTerminal()) {}
+
+  // Whether all could be done.
+  bool Run(const std::vector<ConvertJob>& jobs) {
+    bool allDone = true;
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+      progress_.Show(i);
+      allDone = TryJob(jobs[i]) && allDone;
+    }
+    return allDone;
+  }
+
+ private:
+  bool TryJob(const ConvertJob& job) {
+    const std::string input = job.input.string();
+    try {
+      RunJob(job);
+      return true;
+    } catch (const Failure& failure) {
+      progress_.Clear();
+      TellFailure(failure.name().empty() ? input : failure.name(), failure.what());
+    } catch (const std::bad_alloc&) {
+      progress_.Clear();
+      TellFailure(input, "not enough memory");
+    }
+    return false;
+  }
+
+  void RunJob(const ConvertJob& job) {
+    const std::string name = job.input.string();
+    InputPicture picture(job.input);
+    const ColourTags& colour = picture.header().colour;
+    MeasureAll(module_, picture.header(), StepsOf(options_));
+    const World world = TakeSteps(LoadWorld(module_, picture), name);
+    SaveWorld(world, job.output, job.format, colour);
+    const std::string lost = ColourTagsLost(job.format, colour);
+    if (lost.empty()) return;
+    progress_.Clear();
+    TellNote(name, "not kept in the output: " + lost);
+  }
+
+  World TakeSteps(World world, const std::string& name) {
+    const Route route = options_.blitOnly ? Route::BlitOnly : Route::AnyWay;
+    TellMemory(name, world);
+    for (const std::int32_t depth : StepsOf(options_)) {
+      if (depth == world.Record().depth) continue;
+      world = ConvertWorld(world, depth, route);
+      TellMemory(name, world);
+    }
+    return world;
+  }
+
+  void TellMemory(const std::string& name, const World& world) {
+    if (!options_.verbose) return;
+    progress_.Clear();
+    const PXL_World record = world.Record();
+    const bool pooled = K_IsRecycledPtr(record.pixels.frame) != 0;
+    std::cout << OneLine(name) << ": " << record.depth << " bits, " << record.width << " x "
+              << record.height << ", " << record.pixels.frameSize << " bytes from the "
+              << (pooled ? "pool" : "heap") << ", " << record.pixels.rowBytes << " a row\n";
+  }
+
+  const ConvertOptions& options_;
+  Module module_;
+  Progress progress_;
+};
+
+}  // namespace
+
+int Convert(const ConvertOptions& options) {
+  const std::vector<ConvertJob> jobs = PlanConversion(options);
+  return Batch(options, jobs.size()).Run(jobs) ? kExitSuccess : kExitFailure;
+}
+
+}  // namespace pxl

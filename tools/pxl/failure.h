@@ -1,0 +1,32 @@
+// What goes wrong, as the user is told it: one line, "NAME: reason".
+#ifndef TOOLS_PXL_FAILURE_H
+#define TOOLS_PXL_FAILURE_H
+
+#include <stdexcept>
+#include <string>
+
+namespace pxl {
+
+// A failure for the exit code 1. The name is the file or option it is about;
+// whoever knows the name adds it where it is still empty.
+class Failure : public std::runtime_error {
+ public:
+  explicit Failure(const std::string& reason) : std::runtime_error(reason) {}
+  Failure(std::string name, const std::string& reason)
+      : std::runtime_error(reason), name_(std::move(name)) {}
+
+  const std::string& name() const { return name_; }
+
+ private:
+  std::string name_;
+};
+
+// The command line asks for something that cannot be meant: exit code 2.
+class UsageError : public Failure {
+ public:
+  using Failure::Failure;
+};
+
+}  // namespace pxl
+
+#endif

@@ -1,0 +1,46 @@
+// Text drawn into pictures.
+#ifndef TOOLS_PXL_LABEL_H
+#define TOOLS_PXL_LABEL_H
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+#include "tools/pxl/picture.h"
+
+namespace pxl {
+
+struct Colour {
+  std::uint8_t red, green, blue;
+};
+
+// A font at one size. Texts are UTF-8, one line each.
+class Font {
+ public:
+  // `size` is in pixels. Throws Failure, named after the file.
+  Font(const std::filesystem::path& file, int size);
+  Font(const Font&) = delete;
+  Font& operator=(const Font&) = delete;
+  ~Font();
+
+  // Pixels from one line to the next.
+  int LineHeight() const;
+  // Pixels that the text takes from left to right.
+  int Width(std::string_view text) const;
+  // Draws the text into an opaque Integer8 picture; left and top are those of
+  // its line. What lies outside the picture is left out.
+  void Draw(Picture& picture, int left, int top, std::string_view text, Colour colour) const;
+
+ private:
+  struct Face;
+  std::unique_ptr<Face> face_;
+};
+
+// The file of the font the tool uses: what PXL_FONT names, else DejaVu Sans
+// where the system keeps it. Throws Failure if there is none.
+std::filesystem::path FontFile();
+
+}  // namespace pxl
+
+#endif

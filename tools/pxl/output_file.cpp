@@ -1,0 +1,90 @@
+#include "tools/pxl/output_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <random>
+#include <system_error>
+
+#include "tools/pxl/failure.h"
+
+namespace pxl {
+namespace {
+
+namespace fs = std::filesystem;
+
+// More than enough: the names are random.
+constexpr int kAttempts = 16;
+
+fs::path FolderOf(const fs::path& path) {
+  return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+// Creates the file if nothing has the name yet; false if something has.
+bool CreateNew(const fs::path& path) {
+  errno = 0;
+  std::FILE* file = std::fopen(path.string().c_str(), "wbx");
+  if (file == nullptr) return false;
+  std::fclose(file);
+  return true;
+}
+
+fs::path CreateTemporary(const fs::path& target) {
+  std::random_device random;
+  for (int i = 0; i < kAttempts; ++i) {
+    // Not derived from the name, which may be as long as a name can be.
+    fs::path path = FolderOf(target) / (".pxl-" + std::to_string(random()) + ".tmp");
+    if (CreateNew(path)) return path;
+    if (errno != EEXIST) break;
+  }
+  return {};
+}
+
+}  // namespace
+
+void CheckOutputPlace(const fs::path& path) {
+  std::error_code error;
+  const fs::path folder = FolderOf(path);
+  if (!fs::is_directory(folder, error)) {
+    throw Failure(path.string(), "no such folder: " + folder.string());
+  }
+  const fs::file_status status = fs::status(path, error);
+  if (fs::is_directory(status)) throw Failure(path.string(), "is a folder");
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    throw Failure(path.string(), "is not a regular file");
+  }
+}
+
+OutputFile::OutputFile(const fs::path& path) : name_(path), target_(path) {
+  CheckOutputPlace(path);
+  std::error_code error;
+  // A link keeps being one; the file it leads to is replaced.
+  if (fs::is_symlink(path, error)) target_ = fs::weakly_canonical(path, error);
+  temporary_ = CreateTemporary(target_);
+  if (temporary_.empty()) {
+    throw Failure(name_.string(), std::string("cannot write there: ") + std::strerror(errno));
+  }
+  stream_.open(temporary_, std::ios::binary | std::ios::trunc);
+}
+
+OutputFile::~OutputFile() {
+  if (temporary_.empty()) return;
+  stream_.close();
+  std::error_code ignored;
+  fs::remove(temporary_, ignored);
+}
+
+void OutputFile::Commit() {
+  errno = 0;
+  stream_.close();
+  if (!stream_) {
+    throw Failure(name_.string(),
+                  std::string("cannot write: ") + std::strerror(errno != 0 ? errno : EIO));
+  }
+  std::error_code error;
+  fs::rename(temporary_, target_, error);
+  if (error) throw Failure(name_.string(), "cannot write: " + error.message());
+  temporary_.clear();
+}
+
+}  // namespace pxl

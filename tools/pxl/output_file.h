@@ -1,0 +1,36 @@
+// A file that appears under its name only when it is complete.
+#ifndef TOOLS_PXL_OUTPUT_FILE_H
+#define TOOLS_PXL_OUTPUT_FILE_H
+
+#include <filesystem>
+#include <fstream>
+
+namespace pxl {
+
+// Throws Failure when no file of that name can be put there.
+void CheckOutputPlace(const std::filesystem::path& path);
+
+class OutputFile {
+ public:
+  // Opens a temporary file in the folder of `path`. Throws Failure, named
+  // after `path`, when that cannot be.
+  explicit OutputFile(const std::filesystem::path& path);
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  // Removes the temporary file unless it was committed.
+  ~OutputFile();
+
+  std::ostream& stream() { return stream_; }
+  // Gives the file its name, in place of any file that has it. Throws Failure.
+  void Commit();
+
+ private:
+  std::filesystem::path name_;    // as the user gave it
+  std::filesystem::path target_;  // behind symbolic links
+  std::filesystem::path temporary_;
+  std::ofstream stream_;
+};
+
+}  // namespace pxl
+
+#endif

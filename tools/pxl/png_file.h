@@ -1,0 +1,30 @@
+// PNG files.
+#ifndef TOOLS_PXL_PNG_FILE_H
+#define TOOLS_PXL_PNG_FILE_H
+
+#include <iosfwd>
+#include <memory>
+
+#include "tools/pxl/picture.h"
+
+namespace pxl {
+
+// Whether the stream, at its start, begins as a PNG file does. Leaves the
+// stream at its start.
+bool IsPng(std::istream& stream);
+
+// Reads the header. Every colour type, depth and interlacing is accepted: less
+// than 8 bits, palettes and greys become Integer8 RGB, 16 bits stay Integer16,
+// tRNS becomes alpha, and a picture without alpha is opaque. Throws Failure.
+std::unique_ptr<PictureReader> OpenPng(std::istream& stream);
+
+// Writes RGBA with 8 or 16 bits a channel, with the colour tags that PNG can
+// carry. Throws Failure.
+void WritePng(std::ostream& stream, const PictureHeader& header, const RowSource& rows);
+
+// In words, which of the colour tags WritePng leaves out; empty if none.
+std::string ColourTagsLostInPng(const ColourTags& colour);
+
+}  // namespace pxl
+
+#endif

@@ -1,0 +1,152 @@
+#include "tools/pxl/transfer.h"
+
+#include <cstring>
+#include <vector>
+
+#include "tools/pxl/environment.h"
+#include "tools/pxl/samples.h"
+
+namespace pxl {
+namespace {
+
+// Applies one of the module's pixel functions to a row.
+template <typename From, typename To>
+void MapRow(std::int32_t (*function)(const From*, To*), const std::byte* from, std::byte* to,
+            std::size_t width) {
+  for (std::size_t x = 0; x < width; ++x) {
+    From source{};
+    To destination{};
+    std::memcpy(&source, from + x * sizeof source, sizeof source);
+    function(&source, &destination);
+    std::memcpy(to + x * sizeof destination, &destination, sizeof destination);
+  }
+}
+
+std::size_t WidthOf(const World& world) {
+  return static_cast<std::size_t>(world.Record().width);
+}
+
+// The two pairs of depths that the blit does not know.
+bool BlitRefuses(std::int32_t from, std::int32_t to) {
+  return (from == PXL_Depth_64 && to == PXL_Depth_128) ||
+         (from == PXL_Depth_128 && to == PXL_Depth_64);
+}
+
+void ConvertPixelByPixel(const World& source, std::int32_t depth, const PixelRows& from,
+                         const PixelRows& to) {
+  const PXL_World record = source.Record();
+  for (std::int64_t y = 0; y < record.height; ++y) {
+    const auto convert = depth == PXL_Depth_128 ? RowToFloat : RowTo16;
+    convert(record.depth, from.Row(y), to.Row(y), WidthOf(source));
+  }
+}
+
+void CopyRows(const World& source, const PixelRows& from, const PixelRows& to) {
+  const PXL_World record = source.Record();
+  const std::size_t bytes = WidthOf(source) * static_cast<std::size_t>(record.depth) / 8;
+  for (std::int64_t y = 0; y < record.height; ++y) std::memcpy(to.Row(y), from.Row(y), bytes);
+}
+
+// Fills the World with what nobody would take for a picture, so that a pixel
+// that is then not written cannot pass unnoticed.
+void FillWithMarker(const World& world) {
+  const PixelLock lock(world);
+  world.module().Check(PXL_ClearWorldToLong(world.handle(), FillMarker()));
+}
+
+// A row of the World as PNG or OpenEXR files hold it.
+RowSource RowsForFile(const World& world, const PixelRows& rows, FileFormat format) {
+  const std::int32_t depth = world.Record().depth;
+  const std::size_t width = WidthOf(world);
+  std::vector<std::byte> line(width * PixelBytes(SampleType::Float));
+  return [=](std::int64_t y) mutable -> const std::byte* {
+    const std::byte* row = rows.Row(y);
+    if (format == FileFormat::Exr) {
+      RowToFloat(depth, row, line.data(), width);
+    } else if (depth == PXL_Depth_32) {
+      return row;
+    } else {
+      RowTo16(depth, row, line.data(), width);
+      ToFile16(line.data(), line.data(), width * 4);
+    }
+    return line.data();
+  };
+}
+
+}  // namespace
+
+World LoadWorld(Module& module, InputPicture& picture) {
+  const PictureHeader& header = picture.header();
+  const std::int32_t depth = DepthOf(header.samples);
+  World world(module, depth, header.width, header.height);
+  FillWithMarker(world);
+  const PixelLock lock(world);
+  const PixelRows rows = lock.Rows();
+  picture.Read(rows);
+  if (header.samples == SampleType::Integer16) {
+    for (std::int64_t y = 0; y < header.height; ++y) ToWorld16(rows.Row(y), WidthOf(world) * 4);
+  }
+  return world;
+}
+
+World ConvertWorld(const World& source, std::int32_t depth, Route route) {
+  const PXL_World record = source.Record();
+  World destination(source.module(), depth, record.width, record.height);
+  FillWithMarker(destination);
+  const PixelLock sourceLock(source);
+  const PixelLock destinationLock(destination);
+  if (record.depth == depth) {
+    CopyRows(source, sourceLock.Rows(), destinationLock.Rows());
+  } else if (route == Route::AnyWay && BlitRefuses(record.depth, depth)) {
+    ConvertPixelByPixel(source, depth, sourceLock.Rows(), destinationLock.Rows());
+  } else {
+    source.module().Check(PXL_Blit(source.handle(), destination.handle(), nullptr, nullptr, 0));
+  }
+  return destination;
+}
+
+void RowToFloat(std::int32_t depth, const std::byte* row, std::byte* floats, std::size_t width) {
+  if (depth == PXL_Depth_32) {
+    MapRow(PXL_Pixel8toF, row, floats, width);
+  } else if (depth == PXL_Depth_64) {
+    MapRow(PXL_Pixel16toF, row, floats, width);
+  } else {
+    std::memcpy(floats, row, width * sizeof(PXL_PixelF));
+  }
+}
+
+void RowTo8(std::int32_t depth, const std::byte* row, std::byte* bytes, std::size_t width) {
+  if (depth == PXL_Depth_128) {
+    MapRow(PXL_PixelFto8, row, bytes, width);
+  } else if (depth == PXL_Depth_64) {
+    MapRow(PXL_Pixel16to8, row, bytes, width);
+  } else {
+    std::memcpy(bytes, row, width * sizeof(PXL_Pixel8));
+  }
+}
+
+void RowTo16(std::int32_t depth, const std::byte* row, std::byte* words, std::size_t width) {
+  if (depth == PXL_Depth_128) {
+    MapRow(PXL_PixelFto16, row, words, width);
+  } else if (depth == PXL_Depth_32) {
+    MapRow(PXL_Pixel8to16, row, words, width);
+  } else {
+    std::memcpy(words, row, width * sizeof(PXL_Pixel16));
+  }
+}
+
+void SaveWorld(const World& world, const std::filesystem::path& path, FileFormat format,
+               const ColourTags& colour) {
+  const PixelLock lock(world);
+  const PXL_World record = world.Record();
+  PictureHeader header;
+  header.width = record.width;
+  header.height = record.height;
+  header.colour = colour;
+  header.samples = format == FileFormat::Exr      ? SampleType::Float
+                   : record.depth == PXL_Depth_32 ? SampleType::Integer8
+                                                  : SampleType::Integer16;
+  WritePictureFile(path, format, header, RowsForFile(world, lock.Rows(), format));
+}
+
+}  // namespace pxl

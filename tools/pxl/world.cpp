@@ -1,0 +1,75 @@
+#include "tools/pxl/world.h"
+
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include "tools/pxl/failure.h"
+
+namespace pxl {
+namespace {
+
+constexpr std::int64_t kLargestSide = std::numeric_limits<std::int16_t>::max();
+
+// The module is asked with 16-bit coordinates and cannot answer for more.
+Rect RectOf(std::int64_t width, std::int64_t height) {
+  if (width > kLargestSide || height > kLargestSide) {
+    throw Failure(std::to_string(width) + " x " + std::to_string(height) +
+                  " pixels: the sides of a World end at " + std::to_string(kLargestSide));
+  }
+  return {0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
+}
+
+PXL_World ReadRecord(PXL_WorldHandle handle) {
+  // The master pointer is of another type than the record's address.
+  const PXL_World* address = nullptr;
+  std::memcpy(&address, handle, sizeof address);
+  return *address;
+}
+
+}  // namespace
+
+std::int32_t DepthOf(SampleType samples) {
+  return static_cast<std::int32_t>(PixelBytes(samples)) * 8;
+}
+
+SampleType SamplesOf(std::int32_t depth) {
+  return depth == PXL_Depth_128  ? SampleType::Float
+         : depth == PXL_Depth_64 ? SampleType::Integer16
+                                 : SampleType::Integer8;
+}
+
+World::World(Module& module, std::int32_t depth, std::int64_t width, std::int64_t height,
+             std::uint32_t flags)
+    : module_(&module) {
+  const Rect rect = RectOf(width, height);
+  PXL_WorldHandle handle = nullptr;
+  const std::int32_t status =
+      PXL_NewWorld(nullptr, flags | PXL_Flag_NO_PLATFORM, &rect, depth, 0, nullptr, &handle);
+  handle_.reset(handle);
+  module.Check(status);
+}
+
+PXL_World World::Record() const {
+  return ReadRecord(handle());
+}
+
+PXL_World MeasureWorld(Module& module, std::int32_t depth, std::int64_t width,
+                       std::int64_t height) {
+  return World(module, depth, width, height, PXL_Flag_DEFERRED).Record();
+}
+
+PixelLock::PixelLock(const World& world) : handle_(world.handle()) {
+  world.module().Check(PXL_LockPixels(0, handle_, nullptr));
+}
+
+PixelLock::~PixelLock() {
+  PXL_UnlockPixels(handle_);
+}
+
+PixelRows PixelLock::Rows() const {
+  const PXL_World record = ReadRecord(handle_);
+  return {static_cast<std::byte*>(record.pixels.baseAddr), record.pixels.rowBytes};
+}
+
+}  // namespace pxl

@@ -1,0 +1,61 @@
+// A World that is disposed of, and a lock that is taken back, on every path.
+#ifndef TOOLS_PXL_WORLD_H
+#define TOOLS_PXL_WORLD_H
+
+#include <cstdint>
+#include <memory>
+
+#include "PXL.h"
+#include "tools/pxl/module.h"
+#include "tools/pxl/picture.h"
+
+namespace pxl {
+
+// The depth whose channels are of that type, and the other way round.
+std::int32_t DepthOf(SampleType samples);
+SampleType SamplesOf(std::int32_t depth);
+
+class World {
+ public:
+  // Makes a World with its origin at 0, 0. No World gets a drawing surface.
+  // `flags` are added. Throws Failure with the limit that a side or the module
+  // sets, in the module's words where it is the module's.
+  World(Module& module, std::int32_t depth, std::int64_t width, std::int64_t height,
+        std::uint32_t flags = 0);
+
+  PXL_WorldHandle handle() const { return handle_.get(); }
+  Module& module() const { return *module_; }
+  // The record as it stands now. It moves whenever the module is called, so
+  // this is a copy.
+  PXL_World Record() const;
+
+ private:
+  struct Disposer {
+    void operator()(PXL_World** handle) const { PXL_DisposeWorld(handle); }
+  };
+  Module* module_;
+  std::unique_ptr<PXL_World*, Disposer> handle_;
+};
+
+// The record of a World of that geometry, made without pixel memory: the test,
+// before anything is decoded, whether a picture fits. Throws Failure.
+PXL_World MeasureWorld(Module& module, std::int32_t depth, std::int64_t width, std::int64_t height);
+
+// Holds a World's pixels where they are. The World may change hands meanwhile.
+class PixelLock {
+ public:
+  // Throws Failure.
+  explicit PixelLock(const World& world);
+  PixelLock(const PixelLock&) = delete;
+  PixelLock& operator=(const PixelLock&) = delete;
+  ~PixelLock();
+
+  PixelRows Rows() const;
+
+ private:
+  PXL_WorldHandle handle_;
+};
+
+}  // namespace pxl
+
+#endif
