@@ -67,8 +67,9 @@ Boolean K_AddPurger(K_Purger purger, void* context) {
 void K_RemovePurger(K_Purger purger, void* context) {
   const std::lock_guard lock(k::theMutex);
   k::PurgerList& list = k::thePurgers;
-  const auto end = list.entries.begin() + static_cast<std::ptrdiff_t>(list.count);
-  const auto found = std::find(list.entries.begin(), end, k::Entry{purger, context});
+  k::Entry* const begin = list.entries.data();
+  k::Entry* const end = begin + list.count;
+  k::Entry* const found = std::find(begin, end, k::Entry{purger, context});
   if (found == end) return;
   std::copy(found + 1, end, found);
   --list.count;

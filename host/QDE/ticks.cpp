@@ -8,11 +8,11 @@ namespace {
 
 using Ticks = std::chrono::duration<std::uint64_t, std::ratio<1, 60>>;
 
-const auto theStart = std::chrono::steady_clock::now();
+const auto kStart = std::chrono::steady_clock::now();
 
 }  // namespace
 
 std::uint32_t TickCount() {
-  const auto elapsed = std::chrono::steady_clock::now() - theStart;
+  const auto elapsed = std::chrono::steady_clock::now() - kStart;
   return static_cast<std::uint32_t>(std::chrono::duration_cast<Ticks>(elapsed).count());
 }

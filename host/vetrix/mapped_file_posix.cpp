@@ -58,8 +58,7 @@ struct MemoryMappedFile::Impl {
   void* view = nullptr;
 };
 
-MemoryMappedFile::MemoryMappedFile() : impl_(nullptr) {
-}
+MemoryMappedFile::MemoryMappedFile() = default;
 
 MemoryMappedFile::~MemoryMappedFile() {
   delete impl_;

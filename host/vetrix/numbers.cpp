@@ -30,8 +30,8 @@ const char* DropZeros(const char* begin, const char* end, int minDigits) {
 namespace vetrix::utility {
 
 std::u16string NumberToString(std::int32_t value) {
-  std::array<char, 16> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+  std::array<char, 16> buffer{};
+  const char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
   return Widen(buffer.data(), end);
 }
 
@@ -40,10 +40,10 @@ std::u16string NumberToString(std::int32_t value) {
 std::u16string NumberToString(double value, int minDigits, int maxDigits, NumberFlags, int) {
   const int least = std::clamp(minDigits, 0, kMostDigits);
   const int most = std::clamp(maxDigits, least, kMostDigits);
-  std::array<char, kBufferSize> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                 std::chars_format::fixed, most)
-                       .ptr;
+  std::array<char, kBufferSize> buffer{};
+  const char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                        std::chars_format::fixed, most)
+                              .ptr;
   return Widen(buffer.data(), DropZeros(buffer.data(), end, least));
 }
 

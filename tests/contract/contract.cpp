@@ -16,16 +16,16 @@ struct LoadedState {
   std::uint32_t nextMappedFile = PXLp_nextMappedFile;
   bool librariesChecked = PXLp_librariesChecked;
 };
-const LoadedState loaded;
+const LoadedState LOADED;
 
 }  // namespace
 
 // What happens once a process happens once a test.
 void Contract::UnloadModule() {
-  PXLp_G = loaded.module;
-  PXLp_frameSettings = loaded.frameSettings;
-  PXLp_nextMappedFile = loaded.nextMappedFile;
-  PXLp_librariesChecked = loaded.librariesChecked;
+  PXLp_G = LOADED.module;
+  PXLp_frameSettings = LOADED.frameSettings;
+  PXLp_nextMappedFile = LOADED.nextMappedFile;
+  PXLp_librariesChecked = LOADED.librariesChecked;
   PXLp_table8to16.fill(0);
   PXLp_table8toF.fill(0.0F);
   Kp_G_err_buf = -1;

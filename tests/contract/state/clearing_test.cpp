@@ -42,7 +42,8 @@ class Clearing : public BornModule {
   Bytes Expected(PXL_WorldHandle worldH, const Bytes& pattern) {
     const PXL_World& world = Record(worldH);
     Bytes bytes(world.pixels.frameSize, 0xA5);
-    const auto size = static_cast<std::size_t>(world.pixels.rowBytes * world.height);
+    const auto size =
+        static_cast<std::size_t>(world.pixels.rowBytes) * static_cast<std::size_t>(world.height);
     for (std::size_t i = 0; i < size; ++i) bytes[world.pixels.alignOffset + i] = pattern[i % 4];
     return bytes;
   }

@@ -25,7 +25,7 @@ class Image {
  public:
   Image(PXL_WorldHandle worldH, std::int32_t padding, bool upsideDown = false) {
     PXL_World& world = *RecordOf(worldH);
-    row_ = static_cast<std::size_t>(world.width * (world.depth / 8));
+    row_ = static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.depth / 8);
     stride_ = row_ + static_cast<std::size_t>(padding);
     height_ = static_cast<std::size_t>(world.height);
     upsideDown_ = upsideDown;
@@ -272,15 +272,15 @@ TEST_F(DeepBlit, IsChosenByEitherDepth) {
 }
 
 TEST_F(DeepBlit, CallsNothingOfTheDrawingLayer) {
-  PXL_WorldHandle sourceH = NewWorld(32, Sized(4, 2));
-  PXL_WorldHandle destinationH = NewWorld(64, Sized(4, 2));
-  PXL_LockPixels(0, sourceH, nullptr);
-  PXL_LockPixels(0, destinationH, nullptr);
+  PXL_WorldHandle shallowH = NewWorld(32, Sized(4, 2));
+  PXL_WorldHandle deepH = NewWorld(64, Sized(4, 2));
+  PXL_LockPixels(0, shallowH, nullptr);
+  PXL_LockPixels(0, deepH, nullptr);
   ForgetLog();
-  EXPECT_EQ(Blit(sourceH, destinationH), 0);
-  EXPECT_EQ(Blit(destinationH, sourceH), 0);
+  EXPECT_EQ(Blit(shallowH, deepH), 0);
+  EXPECT_EQ(Blit(deepH, shallowH), 0);
   EXPECT_THAT(Log(), IsEmpty());
-  EXPECT_EQ(Record(sourceH).pixels.lockCount, 1);
+  EXPECT_EQ(Record(shallowH).pixels.lockCount, 1);
 }
 
 TEST_F(DeepBlit, OfAPairWithoutAPathIsReportedAndYetSucceeds) {
