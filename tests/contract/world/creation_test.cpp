@@ -217,7 +217,7 @@ TEST_F(Creation, InTheCallersHandleZeroesItUnderALockOfItsOwn) {
 TEST_F(Creation, LeavesTheBytesBehindTheRecordAlone) {
   Handle handle = recorder_.NewHandle(sizeof(PXL_World) + 8);
   std::fill_n(*handle, sizeof(PXL_World) + 8, char{0x5A});
-  auto callersH = reinterpret_cast<PXL_WorldHandle>(handle);
+  auto* callersH = reinterpret_cast<PXL_WorldHandle>(handle);
   ASSERT_EQ(New(nullptr, &rect_, 64, 0, callersH), 0);
   for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ((*handle)[sizeof(PXL_World) + i], 0x5A);
 }
@@ -454,7 +454,7 @@ TEST_F(Creation, UnlocksTheCallersHandleWhenAFailureOfTheSettingsPassesOut) {
 }
 
 TEST_F(Creation, BuildsInTheRecordItIsGiven) {
-  auto callersH = CallerHandle();
+  auto* callersH = CallerHandle();
   Record(callersH) = {};
   EXPECT_EQ(PXLp_BuildWorld(nullptr, PXL_Flag_DEFERRED, 64, 9, &rect_, callersH), 0);
   EXPECT_EQ(Record(callersH).pixels.frameSize, 820U);

@@ -4,7 +4,6 @@
 #include "tests/contract/contract.h"
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 

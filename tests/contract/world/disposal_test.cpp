@@ -23,19 +23,19 @@ struct FakeProvider {
 FakeProvider* fake;
 
 std::int32_t FakeFree(void* context, void** frame) {
-  fake->calls.push_back(context == fake ? "free" : "free of another context");
+  fake->calls.emplace_back(context == fake ? "free" : "free of another context");
   fake->frameSlot = frame;
   return fake->freeStatus;
 }
 
 std::int32_t FakeRelease(PXL_PixelProvider** provider) {
-  fake->calls.push_back("release");
+  fake->calls.emplace_back("release");
   fake->providerSlot = provider;
   return fake->releaseStatus;
 }
 
 std::int32_t Unexpected(void*, void**) {
-  fake->calls.push_back("map or unmap");
+  fake->calls.emplace_back("map or unmap");
   return 0;
 }
 
