@@ -20,7 +20,6 @@ using qde::Error;
 using qde::Layout;
 using qde::Surface;
 
-constexpr std::uint32_t kFailed = 0x80000000;
 // The published flags of NewGWorld, the reserved two included.
 constexpr std::uint32_t kCreationFlags = 0x3F;
 

@@ -1,4 +1,3 @@
-#include "QDE_host.h"
 #include "tests/whole/whole.h"
 
 using ::testing::StartsWith;
