@@ -99,9 +99,8 @@ void K_UnlockHandle(Handle handle) {
   if (handle != nullptr) NoteForeign(HandleStore::Instance().SetLocked(handle, false), "unlock");
 }
 
-Boolean K_IsHandle(const void* handle) {
-  // The store compares addresses; it changes nothing.
-  return HandleStore::Instance().IsLive(static_cast<Handle>(const_cast<void*>(handle))) ? 1 : 0;
+Boolean K_IsHandle(void* pointer) {
+  return HandleStore::Instance().IsLive(static_cast<Handle>(pointer)) ? 1 : 0;
 }
 
 Boolean K_IsHandleLocked(Handle handle) {

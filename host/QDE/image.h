@@ -22,7 +22,8 @@ struct Image {
   // The address of a pixel within the bounds.
   [[nodiscard]] std::uint8_t* At(std::int32_t x, std::int32_t y) const {
     const std::ptrdiff_t row = std::ptrdiff_t{layout.rowBytes} * (y - layout.bounds.top);
-    return pixels + row + (x - layout.bounds.left) * BytesPerPixel(layout.depth);
+    const std::ptrdiff_t column = x - layout.bounds.left;
+    return pixels + row + column * BytesPerPixel(layout.depth);
   }
 };
 

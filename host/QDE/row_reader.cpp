@@ -26,7 +26,8 @@ RowReader::RowReader(const Image& source, const Axis& columns, bool copied)
     }
   }
   if (columns.IsScaled() || copied) {
-    run_.resize(static_cast<std::size_t>((columns.Last() - columns.First()) * bytes));
+    const std::int32_t count = columns.Last() - columns.First();
+    run_.resize(static_cast<std::size_t>(count) * static_cast<std::size_t>(bytes));
   }
 }
 

@@ -84,8 +84,11 @@ void Surface::AdoptStoredHandle() {
   if (stored != nullptr && stored != pixels_.get()) pixels_.reset(stored);
 }
 
+// The master pointer is looked at while the block is locked only: otherwise
+// memory pressure on another thread may just be changing it.
 bool Surface::IsLocked() const {
-  return pixels_ != nullptr && record_->baseAddr != nullptr && record_->baseAddr == *pixels_;
+  return record_->baseAddr != nullptr && K_IsHandleLocked(pixels_.get()) != 0 &&
+         record_->baseAddr == *pixels_;
 }
 
 bool Surface::Lock() {
@@ -111,6 +114,7 @@ void Surface::Unlock() {
 
 Ptr Surface::Pixels() {
   AdoptStoredHandle();
+  const Pin pin(pixels_.get());
   const bool stored = pixels_ != nullptr && HandleIn(record_->baseAddr) == pixels_.get();
   return stored || IsLocked() ? PixelsOf(pixels_.get(), ByteCount(layout_)) : nullptr;
 }

@@ -69,8 +69,9 @@ bool IsShift(const Image& source, const Image& destination, const Plan& plan) {
 Image CopyShown(const Image& source, const Plan& plan, std::vector<std::uint8_t>* memory) {
   const Span columns = plan.columns.Shown();
   const Span rows = plan.rows.Shown();
+  const std::int32_t bytes = BytesPerPixel(source.layout.depth);
   const auto rowBytes =
-      static_cast<std::size_t>(columns.Length() * BytesPerPixel(source.layout.depth));
+      static_cast<std::size_t>(columns.Length()) * static_cast<std::size_t>(bytes);
   memory->resize(rowBytes * static_cast<std::size_t>(rows.Length()));
   std::uint8_t* to = memory->data();
   for (std::int32_t y = rows.start; y < rows.end; ++y, to += rowBytes) {

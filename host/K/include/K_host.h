@@ -56,7 +56,7 @@ K_API void K_UnlockHandle(Handle handle);
 
 /* Whether it is a live handle, empty or not, and whether its block is locked.
  * Any pointer may be asked about; nothing is read through it. */
-K_API Boolean K_IsHandle(const void* handle);
+K_API Boolean K_IsHandle(void* pointer);
 K_API Boolean K_IsHandleLocked(Handle handle);
 
 /* Lets memory pressure take the block while it is unlocked; the master pointer

@@ -201,6 +201,27 @@ TEST_F(CopyBitsTest, ReadsAllBeforeItWritesWhereCallersMapsShareMemory) {
   EXPECT_EQ(std::memcmp(memory.data(), expected, sizeof expected), 0);
 }
 
+TEST_F(CopyBitsTest, ReadsAllBeforeItWritesWhereTheStridesDiffer) {
+  std::vector<std::uint8_t> memory = {1, 2, 0, 0, 3, 4, 0, 0, 5, 6};
+  const auto mapOf = [&memory](int stride) {
+    PixMap map{};
+    map.baseAddr = reinterpret_cast<Ptr>(memory.data());
+    map.rowBytes = static_cast<std::int16_t>(0x8000 | stride);
+    map.bounds = Sized(2, 3);
+    map.pixelSize = 8;
+    return map;
+  };
+  const PixMap narrow = mapOf(2);
+  const PixMap wide = mapOf(4);
+  const Rect all = Sized(2, 3);
+  const auto* narrowBits = reinterpret_cast<const BitMap*>(&narrow);
+  const auto* wideBits = reinterpret_cast<const BitMap*>(&wide);
+  CopyBits(wideBits, narrowBits, &all, &all, 0, nullptr);
+  EXPECT_EQ(memory, (std::vector<std::uint8_t>{1, 2, 3, 4, 5, 6, 0, 0, 5, 6}));
+  CopyBits(narrowBits, wideBits, &all, &all, 0, nullptr);
+  EXPECT_EQ(memory, (std::vector<std::uint8_t>{1, 2, 3, 4, 3, 4, 0, 0, 5, 6}));
+}
+
 TEST_F(CopyBitsTest, DrawsNothingForEmptyRectanglesWithoutAnError) {
   GWorldPtr source = Make(8, Sized(2, 2));
   GWorldPtr destination = Make(8, Sized(2, 2));

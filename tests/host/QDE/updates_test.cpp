@@ -224,6 +224,27 @@ TEST_F(Updates, ThatFailLoseThePixelsWhenToldTo) {
   DisposeGWorld(world);
 }
 
+// The memory of a record is soon another's, whose format may not be mistaken.
+TEST_F(Updates, ForgetTheRecordThatTheyReplace) {
+  GWorldPtr changing = Make(32, Sized(1, 1));
+  ASSERT_EQ(QDE_SetGWorld32PixmapFormat(changing, 1), 0);
+  GWorldPtr destination = Make(32, Sized(1, 1));
+  const Rect rect = Sized(1, 1);
+  std::vector<GWorldPtr> others;
+  for (int round = 1; round <= 20; ++round) {
+    EXPECT_NE(Update(&changing, 32, Sized(1 + round % 2, 1)), 0U);
+    GWorldPtr other = others.emplace_back(Make(32, rect));
+    Fill(other, 0);
+    *PixelsOf(other) = 0x81;
+    CopyBits(GetPortBitMapForCopyBits(other), GetPortBitMapForCopyBits(destination), &rect, &rect,
+             0, nullptr);
+    EXPECT_EQ(*PixelsOf(destination), 0x81);
+  }
+  for (GWorldPtr other : others) DisposeGWorld(other);
+  DisposeGWorld(destination);
+  DisposeGWorld(changing);
+}
+
 TEST_F(Updates, ReplaceThePointerWhenToldTo) {
   GWorldPtr world = Make(8, Sized(5, 3));
   const GWorldPtr old = world;
