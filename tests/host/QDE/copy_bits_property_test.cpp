@@ -66,7 +66,7 @@ class RandomCopies : public Surfaces {
     for (int y = bounds.top; y < bounds.bottom; ++y) {
       const std::uint8_t* row = At(world, bounds.left, y);
       picture.bytes.insert(picture.bytes.end(), row,
-                           row + (bounds.right - bounds.left) * (depth / 8));
+                           row + std::ptrdiff_t{bounds.right - bounds.left} * (depth / 8));
     }
     return picture;
   }

@@ -22,7 +22,7 @@ class CopyBitsTest : public Surfaces {
     GWorldPtr destination = Make(8, Sized(to, 1));
     for (int x = 0; x < from; ++x) *At(source, x, 0) = static_cast<std::uint8_t>(x);
     Copy(source, destination, Sized(from, 1), Sized(to, 1));
-    const std::vector<int> columns(At(destination, 0, 0), At(destination, 0, 0) + to);
+    std::vector<int> columns(At(destination, 0, 0), At(destination, 0, 0) + to);
     DisposeGWorld(destination);
     DisposeGWorld(source);
     return columns;
@@ -49,7 +49,7 @@ class CopyBitsTest : public Surfaces {
     const std::uint8_t pixel[] = {1, 2, 3, 4};
     std::memcpy(At(source, 0, 0), pixel, 4);
     Copy(source, destination, Sized(1, 1), Sized(1, 1));
-    const std::vector<std::uint8_t> bytes(At(destination, 0, 0), At(destination, 0, 0) + 4);
+    std::vector<std::uint8_t> bytes(At(destination, 0, 0), At(destination, 0, 0) + 4);
     DisposeGWorld(destination);
     DisposeGWorld(source);
     return bytes;

@@ -73,7 +73,8 @@ class Surfaces : public testing::Test {
   }
   static std::size_t Size(GWorldPtr world) {
     const Rect bounds = MapOf(world).bounds;
-    return static_cast<std::size_t>(StrideOf(world) * (bounds.bottom - bounds.top));
+    const int height = bounds.bottom - bounds.top;
+    return static_cast<std::size_t>(StrideOf(world)) * static_cast<std::size_t>(height);
   }
   static void Fill(GWorldPtr world, int byte) { std::memset(PixelsOf(world), byte, Size(world)); }
   // Takes all purgeable pixels that are not locked.
