@@ -1,6 +1,6 @@
 // Worlds with a surface of the drawing layer.
-#include <algorithm>
 #include <cstring>
+#include <tuple>
 
 #include "tests/whole/whole.h"
 
@@ -23,6 +23,15 @@ std::string Bytes(PXL_WorldHandle worldH) {
 
 PixMap& MapOf(PXL_WorldHandle worldH) {
   return **GetPortPixMap(Record(worldH).gworld);
+}
+
+// All members that an update may change.
+auto Members(const PXL_World& world) {
+  return std::tuple(world.headMark, world.flags, world.width, world.height, world.bounds.top,
+                    world.bounds.left, world.bounds.bottom, world.bounds.right, world.depth,
+                    world.gworld, world.gdevice, world.hasGWorld, world.pixels.lockCount,
+                    world.pixels.frame, world.pixels.frameSize, world.pixels.baseAddr,
+                    world.pixels.rowBytes, world.tailMark);
 }
 
 // Takes the pixels of all purgeable surfaces that are not locked.
@@ -268,12 +277,12 @@ TEST_F(ReloadingSurfaces, RefusesAnotherSurface) {
 
 class UpdatingSurfaces : public SurfaceWorlds {
  protected:
-  // An update that fails leaves the record as it was, to the byte.
+  // An update that fails leaves the record as it was.
   static void ExpectFailure(PXL_WorldHandle worldH, std::int32_t depth, const Rect& rect,
                             std::int32_t status) {
     const PXL_World before = Record(worldH);
     EXPECT_EQ(PXL_UpdateWorld(depth, &rect, 0, nullptr, worldH), status);
-    EXPECT_EQ(std::memcmp(&Record(worldH), &before, sizeof before), 0);
+    EXPECT_TRUE(Members(Record(worldH)) == Members(before));
   }
 };
 

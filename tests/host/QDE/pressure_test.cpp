@@ -58,7 +58,7 @@ TEST_F(Pressure, FromAnotherThreadTakesUnlockedPixelsOnly) {
   presser.reset();
   EXPECT_GT(locks, 0);
   EXPECT_EQ(LockPixels(GetPortPixMap(kept)), 1);
-  EXPECT_EQ(Bytes(kept), std::vector<std::uint8_t>(64 * 64, 0x5A));
+  EXPECT_EQ(Bytes(kept), std::vector<std::uint8_t>(Size(kept), 0x5A));
   DisposeGWorld(world);
   DisposeGWorld(kept);
 }

@@ -16,7 +16,7 @@ bool Contains(const Rect& rect, int x, int y) {
 std::size_t Offset(const Picture& picture, int x, int y) {
   const int width = picture.bounds.right - picture.bounds.left;
   const int pixel = (y - picture.bounds.top) * width + (x - picture.bounds.left);
-  return static_cast<std::size_t>(pixel * (picture.depth / 8));
+  return static_cast<std::size_t>(pixel) * static_cast<std::size_t>(picture.depth / 8);
 }
 
 // Where a component lies within a pixel.

@@ -19,8 +19,7 @@ struct Picture {
 };
 
 // What the destination shows after the copy.
-Picture Copy(const Picture& source, const Picture& destination, const Rect& sourceRect,
-             const Rect& destinationRect);
+Picture Copy(const Picture& source, const Picture& destination, const Rect& from, const Rect& to);
 
 // The index of the standard colour nearest to red, green and blue.
 int NearestStandard(int red, int green, int blue);

@@ -54,7 +54,7 @@ TEST_F(Shortage, InUpdateGWorldLeavesTheWorldAsItWas) {
         return QDE_Error();
       },
       [&] {
-        EXPECT_EQ(std::memcmp(&MapOf(world), &before, sizeof before), 0);
+        EXPECT_TRUE(MapOf(world) == before);
         EXPECT_EQ(Bytes(world), std::vector<std::uint8_t>(64, 0x55));
       });
   EXPECT_GT(failures, 3);

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <tuple>
 #include <vector>
 
 #include "K_host.h"
@@ -23,6 +24,16 @@ inline Rect Sized(int width, int height) {
 
 inline bool operator==(const Rect& a, const Rect& b) {
   return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
+}
+
+// Every member, of records whose padding is nobody's.
+inline bool operator==(const PixMap& a, const PixMap& b) {
+  const auto members = [](const PixMap& map) {
+    return std::tie(map.baseAddr, map.rowBytes, map.pmVersion, map.packType, map.packSize, map.hRes,
+                    map.vRes, map.pixelType, map.pixelSize, map.cmpCount, map.cmpSize,
+                    map.planeBytes, map.pmTable, map.pmReserved);
+  };
+  return members(a) == members(b) && a.bounds == b.bounds;
 }
 
 // Every allocation moves the unlocked blocks. A test has to leave no world and

@@ -25,7 +25,7 @@ class Updates : public Surfaces {
                               const PixMap& before) {
     EXPECT_EQ(result, AsResult(error));
     EXPECT_EQ(QDE_Error(), error);
-    EXPECT_EQ(std::memcmp(&MapOf(world), &before, sizeof before), 0);
+    EXPECT_TRUE(MapOf(world) == before);
   }
 };
 
