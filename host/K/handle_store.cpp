@@ -105,6 +105,17 @@ bool HandleStore::Free(Handle handle) {
   return true;
 }
 
+bool HandleStore::IsLive(Handle handle) const {
+  const std::lock_guard lock(mutex_);
+  return Find(handle) != nullptr;
+}
+
+bool HandleStore::IsLocked(Handle handle) const {
+  const std::lock_guard lock(mutex_);
+  const Master* master = Find(handle);
+  return master != nullptr && master->locked;
+}
+
 bool HandleStore::SetLocked(Handle handle, bool locked) {
   const std::lock_guard lock(mutex_);
   Master* master = Find(handle);

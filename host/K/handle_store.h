@@ -26,6 +26,10 @@ class HandleStore {
   Handle New(std::uint64_t size);
   Handle NewClear(std::uint64_t size);
 
+  bool IsLive(Handle handle) const;
+  // False for what is no live handle.
+  bool IsLocked(Handle handle) const;
+
   // These give false, and do nothing, for what is no live handle.
   bool Free(Handle handle);
   bool SetLocked(Handle handle, bool locked);

@@ -99,6 +99,14 @@ void K_UnlockHandle(Handle handle) {
   if (handle != nullptr) NoteForeign(HandleStore::Instance().SetLocked(handle, false), "unlock");
 }
 
+Boolean K_IsHandle(void* pointer) {
+  return HandleStore::Instance().IsLive(static_cast<Handle>(pointer)) ? 1 : 0;
+}
+
+Boolean K_IsHandleLocked(Handle handle) {
+  return HandleStore::Instance().IsLocked(handle) ? 1 : 0;
+}
+
 void K_SetHandlePurgeable(Handle handle, Boolean purgeable) {
   HandleStore::Instance().SetPurgeable(handle, purgeable != 0);
 }

@@ -4,7 +4,37 @@
 
 #include "QDE_host.h"
 #include "errors.h"
+#include "faults.h"
+#include "registry.h"
 #include "simd/pixels32.h"
+#include "surface.h"
+
+namespace {
+
+bool theForcing = false;
+
+// The surface, if it has a format.
+qde::Surface* Find32(GWorldPtr world) {
+  qde::Surface* surface = qde::FindSurface(world);
+  return surface != nullptr && surface->GetLayout().depth == 32 ? surface : nullptr;
+}
+
+qde::Error GetFormat(GWorldPtr world, std::int32_t* format) {
+  const qde::Surface* surface = Find32(world);
+  if (surface == nullptr || format == nullptr) return qde::kIllegalParameter;
+  *format = surface->GetFormat();
+  return qde::kNoError;
+}
+
+qde::Error SetFormat(GWorldPtr world, std::int32_t format) {
+  qde::Surface* surface = Find32(world);
+  const bool known = format == qde::kARGB || format == qde::kBGRA;
+  if (surface == nullptr || !known) return qde::kIllegalParameter;
+  surface->SetFormat(static_cast<qde::Format>(format));
+  return qde::kNoError;
+}
+
+}  // namespace
 
 // Row by row, since rows may have padding that is not for us. A negative
 // rowBytes goes up in memory.
@@ -17,15 +47,21 @@ void QDE_ConvertBitsFast(void* base, std::int16_t height, std::int16_t width,
   }
 }
 
-// Without surfaces there is no world whose format could be told.
-std::int16_t QDE_GetGWorld32PixmapFormat(GWorldPtr, std::int32_t*) {
-  return qde::SetError(qde::kIllegalParameter);
+std::int16_t QDE_GetGWorld32PixmapFormat(GWorldPtr world, std::int32_t* format) {
+  const qde::Error fault = qde::TakeFault(QDE_Call_GET_PIXMAP_FORMAT);
+  return qde::SetError(fault != qde::kNoError ? fault : GetFormat(world, format));
 }
 
-std::int16_t QDE_SetGWorld32PixmapFormat(GWorldPtr, std::int32_t) {
-  return qde::SetError(qde::kIllegalParameter);
+std::int16_t QDE_SetGWorld32PixmapFormat(GWorldPtr world, std::int32_t format) {
+  const qde::Error fault = qde::TakeFault(QDE_Call_SET_PIXMAP_FORMAT);
+  return qde::SetError(fault != qde::kNoError ? fault : SetFormat(world, format));
 }
 
-// Nor is there anything to force on their bitmaps.
-void QDE_ForceBitmapCreationBitfields(Boolean, std::int32_t, std::int32_t) {
+// All pixels are in main memory as it is, so that nothing has to be forced.
+void QDE_ForceBitmapCreationBitfields(Boolean on, std::int32_t, std::int32_t) {
+  theForcing = on != 0;
+}
+
+Boolean QDE_IsBitmapCreationForced() {
+  return theForcing ? 1 : 0;
 }

@@ -7,20 +7,6 @@ using ::testing::IsEmpty;
 
 namespace {
 
-// A locked World for as long as it lives.
-class Locked {
- public:
-  explicit Locked(PXL_WorldHandle worldH) : worldH_(worldH) {
-    EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
-  }
-  ~Locked() { PXL_UnlockPixels(worldH_); }
-  Locked(const Locked&) = delete;
-  Locked& operator=(const Locked&) = delete;
-
- private:
-  PXL_WorldHandle worldH_;
-};
-
 std::int32_t BlitLocked(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH) {
   const Locked source(sourceH);
   const Locked destination(destinationH);

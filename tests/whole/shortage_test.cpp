@@ -63,6 +63,7 @@ TEST_F(Shortage, InAReSizeLeavesTheOldSize) {
 }
 
 TEST_F(Shortage, OfASurfaceIsToldInTheLayersWords) {
+  QDE_FailNextCall(QDE_Call_NEW_GWORLD, -50);
   EXPECT_EQ(FailToMake(32, 10, 10), -50);
   ASSERT_EQ(reports_.size(), 1U);
   EXPECT_EQ(reports_[0].code, 0x70027U);

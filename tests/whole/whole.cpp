@@ -26,7 +26,13 @@ std::ostream& operator<<(std::ostream& out, const Reported& report) {
              << report.error << ": " << report.text;
 }
 
-Whole::Whole() : handles_(K_CountHandles()), poolBlocks_(LivePoolBlocks()), totals_{} {
+Whole::Whole()
+    : handles_(K_CountHandles()),
+      poolBlocks_(LivePoolBlocks()),
+      surfaces_(QDE_CountWorlds()),
+      device_(GetGDevice()),
+      totals_{} {
+  GetPort(&port_);
   K_GetMemoryTotals(&totals_);
   K_SetReportSink(Collect, &reports_);
   K_SetScramble(1);
@@ -39,6 +45,15 @@ Whole::~Whole() {
   K_SetMemoryBudget(0);
   K_SetScramble(0);
   K_SetReportSink(nullptr, nullptr);
+  for (std::int32_t call = 0; call < QDE_CallCount; ++call) QDE_FailNextCall(call, 0);
+  QDE_LosePixelsInFailedUpdates(0);
+  QDE_ReplaceWorldInUpdates(0);
+  GrafPtr port = nullptr;
+  GetPort(&port);
+  EXPECT_EQ(port, port_);
+  EXPECT_EQ(GetGDevice(), device_);
+  EXPECT_FALSE(QDE_IsBitmapCreationForced());
+  EXPECT_EQ(QDE_CountWorlds(), surfaces_);
   K_MemoryTotals totals;
   K_GetMemoryTotals(&totals);
   EXPECT_EQ(K_CountHandles(), handles_);
@@ -53,6 +68,16 @@ PXL_WorldHandle Whole::Make(std::int32_t depth, int width, int height, std::uint
   PXL_WorldHandle worldH = nullptr;
   EXPECT_EQ(PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &worldH), 0);
   return worldH;
+}
+
+PXL_WorldHandle Whole::MakeSurface(std::int32_t depth, const Rect& bounds, std::uint32_t flags) {
+  PXL_WorldHandle worldH = nullptr;
+  EXPECT_EQ(PXL_NewWorld(nullptr, flags, &bounds, depth, 0, nullptr, &worldH), 0);
+  return worldH;
+}
+
+PXL_WorldHandle Whole::MakeSurface(std::int32_t depth, int width, int height, std::uint32_t flags) {
+  return MakeSurface(depth, Sized(width, height), flags);
 }
 
 void Whole::Dispose(PXL_WorldHandle worldH) {

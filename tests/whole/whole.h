@@ -11,6 +11,7 @@
 
 #include "K_host.h"
 #include "PXL.h"
+#include "QDE_host.h"
 
 // A report as the sink receives it.
 struct Reported {
@@ -21,8 +22,9 @@ struct Reported {
 };
 std::ostream& operator<<(std::ostream& out, const Reported& report);
 
-// The module is born, and every allocation moves the unlocked records. Each
-// test has to leave no handle, no block and no booking behind.
+// The module is born, and every allocation moves the unlocked records and
+// pixels. Each test has to leave no handle, no block, no surface and no booking
+// behind, and the drawing layer as it was.
 class Whole : public ::testing::Test {
  protected:
   Whole();
@@ -31,6 +33,9 @@ class Whole : public ::testing::Test {
   // A World in module memory, in a handle that the module allocates; fails the
   // test and gives null when there is none.
   PXL_WorldHandle Make(std::int32_t depth, int width, int height, std::uint32_t flags = 0);
+  // The same with a surface of the drawing layer, at 8 or 32 bits.
+  PXL_WorldHandle MakeSurface(std::int32_t depth, const Rect& bounds, std::uint32_t flags = 0);
+  PXL_WorldHandle MakeSurface(std::int32_t depth, int width, int height, std::uint32_t flags = 0);
   void Dispose(PXL_WorldHandle worldH);
   // The status of making a World that cannot be made.
   std::int32_t FailToMake(std::int32_t depth, int width, int height, std::uint32_t flags = 0);
@@ -40,7 +45,24 @@ class Whole : public ::testing::Test {
  private:
   std::uint64_t handles_;
   std::uint64_t poolBlocks_;
+  std::uint64_t surfaces_;
+  GrafPtr port_ = nullptr;
+  GDHandle device_;
   K_MemoryTotals totals_;
+};
+
+// A locked World for as long as it lives.
+class Locked {
+ public:
+  explicit Locked(PXL_WorldHandle worldH) : worldH_(worldH) {
+    EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  }
+  ~Locked() { PXL_UnlockPixels(worldH_); }
+  Locked(const Locked&) = delete;
+  Locked& operator=(const Locked&) = delete;
+
+ private:
+  PXL_WorldHandle worldH_;
 };
 
 // The record, valid until the module is called.

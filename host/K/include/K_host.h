@@ -54,6 +54,11 @@ K_API Handle K_NewHandle(uint64_t size);
 K_API void K_LockHandle(Handle handle);
 K_API void K_UnlockHandle(Handle handle);
 
+/* Whether it is a live handle, empty or not, and whether its block is locked.
+ * Any pointer may be asked about; nothing is read through it. */
+K_API Boolean K_IsHandle(void* pointer);
+K_API Boolean K_IsHandleLocked(Handle handle);
+
 /* Lets memory pressure take the block while it is unlocked; the master pointer
  * becomes null. K_PurgeHandle takes it at once, purgeable or not, and gives 1,
  * or 0 when it is locked, empty or no handle. */

@@ -1,13 +1,17 @@
 /* What a host may ask of the stand-in QDE besides its imports. C11 and C++17.
  *
- * What is there: handles (in K's store), ticks, rectangles, the current port
- * and device, and the conversion between the two 32-bit pixel formats.
+ * What is there: handles (in K's store), ticks, rectangles, offscreen worlds
+ * of 8 and 32 bits per pixel, ports and devices, the two 32-bit pixel formats,
+ * and CopyBits in mode 0, srcCopy.
  *
- * What is not there yet: offscreen surfaces. NewGWorld stores null and gives
- * -50, UpdateGWorld gives -50 with bit 31 set, the calls on a world's 32-bit
- * format give -50, and CopyBits draws nothing and leaves -50 as the layer's
- * error. Since no world, pixel map or port can be made, their accessors know
- * null only, and give null or 0 for it. */
+ * What is not there yet: all other transfer modes and masks (CopyBits draws
+ * nothing and leaves -50), the colours of a port, dithering (nearest colours
+ * are taken), and worlds with colour tables of the caller's (-50).
+ *
+ * Threads. Calls on handles, TickCount and QDE_ConvertBitsFast may be made on
+ * any thread. All others share the current port and device and the list of
+ * worlds: the host lets one thread at a time call them. Memory pressure may
+ * come from any thread meanwhile. */
 #ifndef QDE_HOST_H
 #define QDE_HOST_H
 
@@ -17,9 +21,196 @@
 extern "C" {
 #endif
 
-/* The result of the last call that can fail: 0 or a negative number. For the
- * whole process, as the current port is. */
+/* ---- Errors ------------------------------------------------------------- */
+
+/* The result of the last call that can fail: 0 or one of the codes below. For
+ * the whole process, as the current port is. Setting and getting the port or
+ * the device, UnlockPixels and DisposeGWorld leave it as it is, so that what
+ * CopyBits came to can still be read after them. */
 QDE_API int16_t QDE_Error(void);
+
+enum {
+  QDE_Err_PARAMETER = -50,    /* null, not live, empty, too wide, unknown flag or mode */
+  QDE_Err_MEMORY_FULL = -108, /* no memory, whatever was purged for it */
+  QDE_Err_PURGED = -109,      /* CopyBits: a side's pixels are purged or lost */
+  QDE_Err_DEPTH = -157        /* a depth other than 0, 8 and 32 */
+};
+
+/* ---- Worlds ------------------------------------------------------------- */
+
+/* NewGWorld
+ * depth   8, 32, or 0 for that of the main device, whose device record the
+ *         world then shares. The other published depths are not made: -157.
+ * bounds  not empty. A row takes its pixels' bytes rounded up to 16 bytes, or
+ *         to 4 or 2 where 16 would reach 0x4000; a wider one is refused with
+ *         -50. That leaves 16382 pixels at 8 bits and 4095 at 32.
+ * colors  null or the standard table, at 8 bits; not looked at otherwise.
+ * device  used with the flag noNewDevice (2) only: the world shares it, and its
+ *         depth counts; null stands for the main device, but then `depth`
+ *         counts. The device has to outlive the world.
+ * flags   pixPurge (1) makes the pixels purgeable for the life of the world.
+ *         useTempMem (4), keepLocal (8), 16 and 32 change nothing; others are
+ *         refused with -50.
+ * The pixels are not cleared. *world is null after a failure.
+ *
+ * UpdateGWorld
+ * flags   none, clipPix, stretchPix, either with ditherPix, all with or without
+ *         keepLocal; others are refused with -50. The device is not looked at.
+ * When size or depth change, or the pixels were purged or lost, the pixels are
+ * made anew, unlocked and unset. clipPix carries the old ones over, pixel for
+ * pixel from the upper left corner on, stretchPix scales them to the new size;
+ * both do nothing for purged pixels. When neither changed, the pixels stay,
+ * locked or not, and the bounds may move. The 32-bit format stays as long as
+ * the depth does, and starts as 0.
+ * The result combines newDepth, newRowBytes and reallocPix (the pixels were
+ * made anew); 0 says that none of these happened. After a failure the world is as it was, but the
+ * pixels of a purgeable one may have been taken by the shortage itself.
+ *
+ * Both move all unlocked blocks when K's scramble switch is on, and ask K to
+ * free what it can before they give -108.
+ *
+ * A pixel map and its device stand at the same address until the world is
+ * updated or disposed of; the handle of the map stays for the world's life.
+ * hRes and vRes are 72; pmVersion, packType, packSize, planeBytes and
+ * pmReserved are 0; rowBytes has bit 15 set and bit 14 clear; pmTable is never
+ * null.
+ *
+ * DisposeGWorld makes the null port current if the world's was, and the main
+ * device if the world's own was. What is no live world is left alone, by this
+ * and by every other call; those with a result give null, 0 or -50. */
+
+/* The bits of the two calls' flags and of UpdateGWorld's result. */
+enum {
+  QDE_Flag_PIX_PURGE = 0x1,
+  QDE_Flag_NO_NEW_DEVICE = 0x2,
+  QDE_Flag_USE_TEMP_MEM = 0x4,
+  QDE_Flag_KEEP_LOCAL = 0x8,
+  QDE_Flag_NEW_DEPTH = 0x20000,
+  QDE_Flag_NEW_ROW_BYTES = 0x80000,
+  QDE_Flag_REALLOC_PIX = 0x100000,
+  QDE_Flag_CLIP_PIX = 0x10000000,
+  QDE_Flag_STRETCH_PIX = 0x20000000,
+  QDE_Flag_DITHER_PIX = 0x40000000
+};
+
+/* ---- Pixels ------------------------------------------------------------- */
+
+/* Pixels are a relocatable block of K's store. baseAddr of the pixel map holds
+ * its handle while the pixels are unlocked, its address while they are locked,
+ * and null after they were lost (QDE_LosePixelsInFailedUpdates). An empty
+ * handle there stands for purged pixels. A caller may store one: it then
+ * belongs to the layer, which frees it when it makes the pixels anew, and what
+ * was there before is gone.
+ *
+ * LockPixels gives 0, and locks nothing, when the pixels are purged or lost. A
+ * lock is a flag: any number of locks is undone by one UnlockPixels.
+ * GetPixBaseAddr gives the address of the pixels, locked or not, or null when
+ * there are none; without a lock it holds until the next call that moves or
+ * frees blocks. */
+
+/* ---- Colour tables ------------------------------------------------------ */
+
+/* Components have 16 bits. */
+typedef struct QDE_RGBColor {
+  uint16_t red, green, blue;
+} QDE_RGBColor;
+typedef struct QDE_ColorSpec {
+  int16_t value;
+  QDE_RGBColor rgb;
+} QDE_ColorSpec;
+/* The first ctSize + 1 entries count. An entry's index is its `value`, or its
+ * place when bit 15 of ctFlags is set. Tables of equal seed are the same. */
+typedef struct QDE_ColorTable {
+  int32_t ctSeed;
+  int16_t ctFlags;
+  int16_t ctSize;
+  QDE_ColorSpec ctTable[256];
+} QDE_ColorTable;
+
+/* The standard table of 256 colours, shared by all 8-bit worlds; not to be
+ * changed. 32-bit worlds share another one, of one entry that nobody uses. */
+QDE_API CTabHandle QDE_StandardColors(void);
+
+/* ---- Ports and devices -------------------------------------------------- */
+
+/* The current port is null at first, the current device is the main one. Both
+ * calls keep what they are given without looking at it; SetGDevice of null
+ * makes the main device current. Which port goes with which device is the
+ * caller's business: CopyBits looks at neither. */
+
+/* The main device: direct, 32 bits, 1920 by 1080, without pixels. */
+QDE_API GDHandle QDE_MainDevice(void);
+
+enum { QDE_DeviceType_INDEXED = 0, QDE_DeviceType_DIRECT = 2 };
+/* The record behind a GDHandle. The pixel map of a world's device is the
+ * world's own. */
+typedef struct QDE_Device {
+  int16_t gdType;
+  PixMapHandle gdPMap;
+  Rect gdRect;
+} QDE_Device;
+
+/* ---- 32-bit formats ----------------------------------------------------- */
+
+/* Format 0 keeps the bytes of a pixel in the order A, R, G, B in memory,
+ * format 1 in the order B, G, R, A. QDE_SetGWorld32PixmapFormat converts the
+ * pixels that are there in place. Both calls give -50 for a null or 8-bit
+ * world, a null variable, and a format other than 0 and 1. */
+
+/* Whether QDE_ForceBitmapCreationBitfields was last switched on. The worlds
+ * made meanwhile are as all others. */
+QDE_API Boolean QDE_IsBitmapCreationForced(void);
+
+/* ---- CopyBits ----------------------------------------------------------- */
+
+/* Source and destination are the pixel maps of worlds, copies of them, or
+ * pixel maps of the caller's of 8 or 32 bits with the address of their pixels;
+ * the latter two count as format 0, and with a null pmTable as standard
+ * colours. Bitmaps of 1 bit are refused with -50.
+ *
+ * Scaling takes the nearest pixel to the upper left: column i of dw columns,
+ * counted from destinationRect.left, shows column floor(i * sw / dw) of the sw
+ * of sourceRect; rows likewise. Both bounds clip what is drawn without
+ * changing the scale. An empty rectangle draws nothing and is no error.
+ *
+ * 8 to 8 bits copies indices when the tables are the same, and otherwise finds
+ * the nearest colours. 8 to 32 writes the table's colours with a fourth byte of
+ * 0; an index beyond the table is black. 32 to 8 takes the nearest colour of
+ * the destination's table: the smallest sum of squared differences of 8-bit
+ * components, at a tie the lowest index. 32 to 32 copies all four bytes, in
+ * the destination's order. The result is as if the source had been read
+ * completely before the first pixel was written.
+ *
+ * Pixels need not be locked: CopyBits pins them for the call and notes it in
+ * the log (category "QDE"). With purged pixels, an unknown mode, a mask, or
+ * anything null it draws nothing and leaves an error. */
+
+/* ---- Failures on request ------------------------------------------------ */
+
+/* The calls that can be told to fail. */
+enum {
+  QDE_Call_NEW_GWORLD,
+  QDE_Call_UPDATE_GWORLD,
+  QDE_Call_GET_PIXMAP_FORMAT,
+  QDE_Call_SET_PIXMAP_FORMAT,
+  QDE_CallCount
+};
+/* The next such call (of UpdateGWorld: for a live world) fails with this error,
+ * before it has done anything. An error that is not negative takes the request back. */
+QDE_API void QDE_FailNextCall(int32_t call, int16_t error);
+
+/* While on, an update that fails, for whatever reason, loses the pixels of its
+ * world: its baseAddr is then null, and LockPixels gives 0 until an update
+ * succeeds. Off at first. */
+QDE_API void QDE_LosePixelsInFailedUpdates(Boolean on);
+
+/* The next so many updates of live worlds replace the world's pointer, whether
+ * they succeed or not. The old pointer stays good until the world is disposed
+ * of by either: both mean the same world. 0 at first. */
+QDE_API void QDE_ReplaceWorldInUpdates(uint32_t updates);
+
+/* The worlds that are alive. */
+QDE_API uint64_t QDE_CountWorlds(void);
 
 #ifdef __cplusplus
 }

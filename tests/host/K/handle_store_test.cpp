@@ -35,6 +35,20 @@ TEST_F(HandleStore, GivesEmptyHandles) {
   K_FreeHandle(handle);
 }
 
+TEST_F(HandleStore, KnowsItsHandlesAndTheirLocks) {
+  const Handle handle = K_NewHandle(8);
+  EXPECT_EQ(K_IsHandle(handle), 1);
+  EXPECT_EQ(K_IsHandleLocked(handle), 0);
+  K_LockHandle(handle);
+  EXPECT_EQ(K_IsHandleLocked(handle), 1);
+  EXPECT_EQ(K_IsHandle(*handle), 0);
+  K_FreeHandle(handle);
+  EXPECT_EQ(K_IsHandle(handle), 0);
+  EXPECT_EQ(K_IsHandleLocked(handle), 0);
+  EXPECT_EQ(K_IsHandle(nullptr), 0);
+  EXPECT_EQ(K_IsHandleLocked(nullptr), 0);
+}
+
 TEST_F(HandleStore, CountsItsHandles) {
   const Handle a = NewHandle(1);
   const Handle b = K_NewEmptyHandle();

@@ -4,7 +4,7 @@
 #include <numeric>
 #include <vector>
 
-#include "QDE_host.h"
+#include "surfaces.h"
 
 namespace {
 
@@ -52,12 +52,109 @@ TEST(ConvertBitsFast, DoesNothingWithoutPixels) {
   EXPECT_EQ(bytes, Counting(16));
 }
 
-TEST(PixmapFormat, IsRefusedWithoutSurfaces) {
+class PixmapFormat : public Surfaces {
+ protected:
+  static std::int32_t FormatOf(GWorldPtr world) {
+    std::int32_t format = -1;
+    EXPECT_EQ(QDE_GetGWorld32PixmapFormat(world, &format), 0);
+    return format;
+  }
+};
+
+TEST_F(PixmapFormat, IsZeroAtFirst) {
+  GWorldPtr world = Make(32, Sized(3, 2));
+  EXPECT_EQ(FormatOf(world), 0);
+  DisposeGWorld(world);
+}
+
+TEST_F(PixmapFormat, ConvertsThePixelsThatAreThere) {
+  GWorldPtr world = Make(32, Sized(3, 2));
+  std::uint8_t* pixels = PixelsOf(world);
+  std::iota(pixels, pixels + 32, std::uint8_t{0});
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), 0);
+  EXPECT_EQ(FormatOf(world), 1);
+  const std::vector<std::uint8_t> expected = {3,  2,  1,  0,  7,  6,  5,  4,  11, 10, 9,
+                                              8,  12, 13, 14, 15, 19, 18, 17, 16, 23, 22,
+                                              21, 20, 27, 26, 25, 24, 28, 29, 30, 31};
+  EXPECT_EQ(Bytes(world), expected);
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), 0);
+  EXPECT_EQ(Bytes(world), expected);
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 0), 0);
+  EXPECT_EQ(Bytes(world), Counting(32));
+  DisposeGWorld(world);
+}
+
+TEST_F(PixmapFormat, ConvertsLockedPixelsToo) {
+  GWorldPtr world = Make(32, Sized(1, 1));
+  ASSERT_EQ(LockPixels(GetPortPixMap(world)), 1);
+  std::uint8_t* pixel = PixelsOf(world);
+  std::iota(pixel, pixel + 4, std::uint8_t{0});
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), 0);
+  EXPECT_EQ(pixel[0], 3);
+  // The lock of the caller is still there.
+  EXPECT_EQ(PixelsOf(world), pixel);
+  K_FreeHandle(NewEmptyHandle());
+  EXPECT_EQ(PixelsOf(world), pixel);
+  DisposeGWorld(world);
+}
+
+TEST_F(PixmapFormat, ChangesWithoutPixelsToo) {
+  GWorldPtr world = Make(32, Sized(3, 2), QDE_Flag_PIX_PURGE);
+  Press();
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), 0);
+  EXPECT_EQ(FormatOf(world), 1);
+  DisposeGWorld(world);
+}
+
+TEST_F(PixmapFormat, LastsAsLongAsTheDepth) {
+  GWorldPtr world = Make(32, Sized(2, 1));
+  ASSERT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), 0);
+  const std::uint8_t red[] = {0, 0, 0xFF, 0x80};
+  std::memcpy(At(world, 1, 0), red, 4);
+  EXPECT_NE(Update(&world, 32, Sized(5, 5), QDE_Flag_CLIP_PIX), 0U);
+  EXPECT_EQ(FormatOf(world), 1);
+  EXPECT_EQ(std::memcmp(At(world, 1, 0), red, 4), 0);
+  EXPECT_NE(Update(&world, 8, Sized(5, 5), QDE_Flag_CLIP_PIX), 0U);
+  EXPECT_EQ(*At(world, 1, 0), 35);
+  EXPECT_NE(Update(&world, 32, Sized(5, 5)), 0U);
+  EXPECT_EQ(FormatOf(world), 0);
+  DisposeGWorld(world);
+}
+
+TEST_F(PixmapFormat, IsRefusedWhereThereIsNone) {
   std::int32_t format = -1;
-  EXPECT_EQ(QDE_GetGWorld32PixmapFormat(nullptr, &format), -50);
+  GWorldPtr indexed = Make(8, Sized(3, 2));
+  for (GWorldPtr world : {GWorldPtr{nullptr}, indexed}) {
+    EXPECT_EQ(QDE_GetGWorld32PixmapFormat(world, &format), -50);
+    EXPECT_EQ(format, -1);
+    EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), -50);
+    EXPECT_EQ(QDE_Error(), -50);
+  }
+  DisposeGWorld(indexed);
+}
+
+TEST_F(PixmapFormat, IsRefusedWhenNobodyKnowsIt) {
+  GWorldPtr world = Make(32, Sized(3, 2));
+  Fill(world, 0x12);
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 2), -50);
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, -1), -50);
+  EXPECT_EQ(QDE_GetGWorld32PixmapFormat(world, nullptr), -50);
+  EXPECT_EQ(FormatOf(world), 0);
+  DisposeGWorld(world);
+}
+
+TEST_F(PixmapFormat, FailsOnceWhenToldTo) {
+  GWorldPtr world = Make(32, Sized(3, 2));
+  std::int32_t format = -1;
+  QDE_FailNextCall(QDE_Call_GET_PIXMAP_FORMAT, -108);
+  EXPECT_EQ(QDE_GetGWorld32PixmapFormat(world, &format), -108);
   EXPECT_EQ(format, -1);
-  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(nullptr, 1), -50);
-  EXPECT_EQ(QDE_Error(), -50);
+  EXPECT_EQ(FormatOf(world), 0);
+  QDE_FailNextCall(QDE_Call_SET_PIXMAP_FORMAT, -1);
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), -1);
+  EXPECT_EQ(FormatOf(world), 0);
+  EXPECT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), 0);
+  DisposeGWorld(world);
 }
 
 }  // namespace

@@ -1,0 +1,63 @@
+// One axis of a copy: which source pixel each destination pixel shows, and
+// which destination pixels are drawn at all.
+#ifndef QDE_AXIS_H
+#define QDE_AXIS_H
+
+#include <algorithm>
+#include <cstdint>
+
+namespace qde {
+
+struct Span {
+  std::int32_t start;
+  std::int32_t end;  // exclusive
+  [[nodiscard]] std::int32_t Length() const { return end - start; }
+};
+
+class Axis {
+ public:
+  // The scale comes from the whole spans, neither of them empty; the bounds
+  // only leave pixels out.
+  Axis(Span source, Span destination, Span sourceBounds, Span destinationBounds)
+      : source_(source), destination_(destination) {
+    const std::int32_t shown = FirstShowing(sourceBounds.start - source.start);
+    const std::int32_t beyond = FirstShowing(sourceBounds.end - source.start);
+    first_ = std::max({shown, destinationBounds.start - destination.start, 0});
+    last_ = std::min(beyond, destinationBounds.end - destination.start);
+  }
+
+  // Positions count from the start of the destination; last is exclusive.
+  [[nodiscard]] std::int32_t First() const { return first_; }
+  [[nodiscard]] std::int32_t Last() const { return last_; }
+  [[nodiscard]] bool IsEmpty() const { return first_ >= last_; }
+  [[nodiscard]] bool IsScaled() const { return source_.Length() != destination_.Length(); }
+
+  [[nodiscard]] std::int32_t DestinationOf(std::int32_t position) const {
+    return destination_.start + position;
+  }
+  [[nodiscard]] std::int32_t SourceOf(std::int32_t position) const {
+    const std::int64_t product = std::int64_t{position} * source_.Length();
+    return source_.start + static_cast<std::int32_t>(product / destination_.Length());
+  }
+  // The source pixels that are shown.
+  [[nodiscard]] Span Shown() const { return {SourceOf(first_), SourceOf(last_ - 1) + 1}; }
+
+ private:
+  // The first position whose source pixel is `offset` or later; the end of the
+  // destination when there is none.
+  [[nodiscard]] std::int32_t FirstShowing(std::int32_t offset) const {
+    const std::int32_t length = source_.Length();
+    const std::int32_t within = std::clamp(offset, 0, length);
+    return static_cast<std::int32_t>((std::int64_t{within} * destination_.Length() + length - 1) /
+                                     length);
+  }
+
+  Span source_;
+  Span destination_;
+  std::int32_t first_;
+  std::int32_t last_;
+};
+
+}  // namespace qde
+
+#endif

@@ -1,0 +1,19 @@
+// The current port and device, and the main device.
+#ifndef QDE_PORTS_H
+#define QDE_PORTS_H
+
+#include <cstdint>
+
+namespace qde {
+
+class Surface;
+
+std::int16_t MainDepth();
+
+// The surface is about to go: it is neither current port nor current device any
+// more.
+void LeaveSurface(const Surface& surface);
+
+}  // namespace qde
+
+#endif

@@ -1,0 +1,84 @@
+// Memory that runs out anywhere within a call.
+#include <cstring>
+#include <vector>
+
+#include "scarce_new.h"
+#include "surfaces.h"
+
+namespace {
+
+class Shortage : public Surfaces {
+ protected:
+  ~Shortage() override { allocationsLeft = kEnough; }
+
+  // Makes the call with more and more memory until it does not fail for want of
+  // it; gives how often it did. `check` is called after each failure.
+  template <typename Call, typename Check>
+  static int CountFailures(Call call, Check check) {
+    for (int count = 0;; ++count) {
+      allocationsLeft = count;
+      const std::int16_t error = call();
+      allocationsLeft = kEnough;
+      if (error == 0) return count;
+      EXPECT_EQ(error, -108);
+      check();
+      if (count > 100 || HasFailure()) return count;
+    }
+  }
+};
+
+TEST_F(Shortage, InNewGWorldLeavesNothingBehind) {
+  const Rect bounds = Sized(4, 4);
+  const std::uint64_t handles = K_CountHandles();
+  GWorldPtr world = nullptr;
+  const int failures =
+      CountFailures([&] { return NewGWorld(&world, 32, &bounds, nullptr, nullptr, 0); },
+                    [&] {
+                      EXPECT_EQ(world, nullptr);
+                      EXPECT_EQ(QDE_CountWorlds(), 0U);
+                      EXPECT_EQ(K_CountHandles(), handles);
+                    });
+  EXPECT_GT(failures, 3);
+  ASSERT_EQ(LockPixels(GetPortPixMap(world)), 1);
+  DisposeGWorld(world);
+}
+
+TEST_F(Shortage, InUpdateGWorldLeavesTheWorldAsItWas) {
+  GWorldPtr world = Make(8, Sized(4, 4));
+  Fill(world, 0x55);
+  const PixMap before = MapOf(world);
+  const int failures = CountFailures(
+      [&] {
+        const std::uint32_t result = Update(&world, 32, Sized(9, 9), QDE_Flag_STRETCH_PIX);
+        EXPECT_EQ(QDE_Error(), (result & kFailedBit) != 0 ? static_cast<std::int32_t>(result) : 0);
+        return QDE_Error();
+      },
+      [&] {
+        EXPECT_TRUE(MapOf(world) == before);
+        EXPECT_EQ(Bytes(world), std::vector<std::uint8_t>(64, 0x55));
+      });
+  EXPECT_GT(failures, 3);
+  EXPECT_EQ(MapOf(world).pixelSize, 32);
+  DisposeGWorld(world);
+}
+
+TEST_F(Shortage, InCopyBitsDrawsNothing) {
+  GWorldPtr world = Make(8, Sized(8, 8));
+  std::uint8_t* pixels = PixelsOf(world);
+  for (std::size_t i = 0; i < Size(world); ++i) pixels[i] = static_cast<std::uint8_t>(i);
+  const auto before = Bytes(world);
+  const Rect from = Sized(5, 5);
+  const Rect to = Sized(8, 8);
+  const int failures = CountFailures(
+      [&] {
+        const BitMap* bits = GetPortBitMapForCopyBits(world);
+        CopyBits(bits, bits, &from, &to, 0, nullptr);
+        return QDE_Error();
+      },
+      [&] { EXPECT_EQ(Bytes(world), before); });
+  EXPECT_GT(failures, 1);
+  EXPECT_NE(Bytes(world), before);
+  DisposeGWorld(world);
+}
+
+}  // namespace
