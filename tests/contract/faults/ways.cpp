@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 #include <stdexcept>
+#include <utility>
 
 #include "PXL.h"
 #include "tests/recorder/recorder.h"
@@ -139,17 +140,22 @@ void SetAnswers(const std::string& name) {
   if (name.ends_with("PixmapFormat")) script.pixmapFormatError = -50;
 }
 
-// A loop that makes no attempt, or one that gives a code for a success.
+std::int32_t RunAttempts(K_PurgeAttempt attempt, void* context, std::int32_t codeOfSuccess) {
+  for (int round = 0; round <= recorder::Current().script.purgeRounds; ++round) {
+    std::uint8_t done = 0;
+    const std::int32_t code = attempt(context, &done);
+    if (done == 1) return code != 0 ? code : codeOfSuccess;
+  }
+  return 4;
+}
+
+// The next loop makes no attempt, or gives a code for a success.
 void ScriptLoop(Way way) {
-  recorder::Script& script = recorder::Current().script;
-  script.purgeLoop = [way, &script](std::uint64_t, K_PurgeAttempt attempt, void* context) {
-    script.purgeLoop = nullptr;
-    for (int round = 0; way == Way::GivesCode && round <= script.purgeRounds; ++round) {
-      std::uint8_t done = 0;
-      attempt(context, &done);
-      if (done == 1) return 9;
-    }
-    return 4;
+  recorder::Current().script.purgeLoop = [way, next = true](std::uint64_t, K_PurgeAttempt attempt,
+                                                            void* context) mutable {
+    const bool odd = std::exchange(next, false);
+    if (odd && way == Way::GivesUp) return 4;
+    return RunAttempts(attempt, context, odd ? 9 : 0);
   };
 }
 
