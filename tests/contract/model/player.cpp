@@ -66,7 +66,8 @@ bool Player::Applies(const Step& step) const {
       return !model_.live;
     case Act::Update:
       // What the drawing layer says to such a row is its own affair.
-      if (surface && step.hasRect && step.rect.right - step.rect.left > WIDEST_SURFACE) return false;
+      if (surface && step.hasRect && step.rect.right - step.rect.left > WIDEST_SURFACE)
+        return false;
       return !model_.HasStrandedView() || model_.lockCount != 0;
     case Act::Clear:
       return model_.live && (model_.CanWrite() || (!model_.HasAddress() && step.value != 0));
