@@ -147,7 +147,11 @@ std::int32_t Player::New(const Step& step) {
     worldH_ = callerH_;
     return PXL_NewWorld(nullptr, Flags(wish), &wish.rect, wish.depth, 0, callerH_, nullptr);
   }
-  return PXL_NewWorld(nullptr, Flags(wish), &wish.rect, wish.depth, 0, nullptr, &worldH_);
+  worldH_ = callerH_;
+  const std::int32_t status =
+      PXL_NewWorld(nullptr, Flags(wish), &wish.rect, wish.depth, 0, nullptr, &worldH_);
+  if (status != 0) Differ("the handle that was given back", worldH_ != nullptr, 0);
+  return status;
 }
 
 // A provider whose pixels could not be freed is kept for the end.
