@@ -57,9 +57,10 @@ Table NewFrameTable(const std::string& allocator) {
 
 // All attempts fail, and then something in the report of that.
 Table NoFrameTable(const std::string& allocator) {
-  const Table attempts = {{"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesCode}, {4, 1}},
-                          {allocator, 1, {Way::Fails, Way::FailsFromHere}, {4, 1}},
-                          {allocator, 2, {Way::Fails, Way::FailsFromHere}, {4, 1}}};
+  const Table attempts = {
+      {"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing, Way::GivesCode}, {4, 1}},
+      {allocator, 1, {Way::Fails, Way::FailsFromHere}, {4, 1}},
+      {allocator, 2, {Way::Fails, Way::FailsFromHere}, {4, 1}}};
   return SettingsTable() + attempts + MemoryReportTable(4, 3);
 }
 

@@ -40,7 +40,8 @@ class PrintedTally : public ::testing::Environment {
     std::printf("%d failures injected into %d operations\n", tally.failures, tally.operations);
   }
 };
-const ::testing::Environment* const printed = ::testing::AddGlobalTestEnvironment(new PrintedTally);
+const ::testing::Environment* const PRINTED_TALLY =
+    ::testing::AddGlobalTestEnvironment(new PrintedTally);
 
 // Translations that are far too long for the report, for as long as it lives.
 class LongTranslations {

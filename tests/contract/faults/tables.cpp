@@ -37,7 +37,7 @@ Table SettingsTable() {
 
 // One failed attempt is made good by the second.
 Table FrameTable(const std::string& allocator, std::int32_t failure, int reports) {
-  return {{"K_PurgeLoop", 1, {Way::GivesUp}, {failure, reports}},
+  return {{"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing}, {failure, reports}},
           {allocator, 1, {Way::Fails}, {0, 0}},
           {allocator, 1, {Way::FailsFromHere}, {failure, reports}}};
 }

@@ -38,9 +38,9 @@ Table ResizeTable(const std::string& allocator) {
 
 // The new frame was refused; the frame of the old size may be as well.
 Table FallbackTable(const std::string& allocator) {
-  return Table{{"K_PurgeLoop", 1, {Way::GivesUp}, {4, 1}},
+  return Table{{"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing}, {4, 1}},
                {"K_PurgeLoop", 1, {Way::GivesCode}, WITH_CODE},
-               {"K_PurgeLoop", 2, {Way::GivesUp, Way::GivesCode}, {4, 1}},
+               {"K_PurgeLoop", 2, {Way::GivesUp, Way::GivesNothing, Way::GivesCode}, {4, 1}},
                {allocator, 1, {Way::Fails, Way::FailsFromHere}, {4, 1}}} +
          MemoryReportTable(4, 3);
 }
@@ -51,8 +51,8 @@ Table LossTable(const std::string& allocator) {
   for (int nth = 1; nth <= 4; ++nth) {
     table.push_back({allocator, nth, {Way::Fails, Way::FailsFromHere}, {4, 1}});
   }
-  table.push_back({"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesCode}, {4, 1}});
-  table.push_back({"K_PurgeLoop", 2, {Way::GivesUp, Way::GivesCode}, {4, 1}});
+  table.push_back({"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing, Way::GivesCode}, {4, 1}});
+  table.push_back({"K_PurgeLoop", 2, {Way::GivesUp, Way::GivesNothing, Way::GivesCode}, {4, 1}});
   return table;
 }
 

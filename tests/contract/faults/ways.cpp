@@ -21,7 +21,7 @@ const std::map<std::string, Ways> WAYS = {
     {"malloc", ALLOCATES},
     {"K_AllocateRecycledPtr", ALLOCATES},
     {"K_AllocateHandleClear", REFUSES},
-    {"K_PurgeLoop", {Way::GivesUp, Way::GivesCode}},
+    {"K_PurgeLoop", {Way::GivesUp, Way::GivesNothing, Way::GivesCode}},
     {"K_CheckVersions", REFUSES},
     {"Q_CheckVersions", REFUSES},
     {"TXT_CheckVersions", REFUSES},
@@ -88,6 +88,7 @@ const std::map<Way, const char*> NAMES = {
     {Way::FailsFromHere, "fails from here on"},
     {Way::MemoryFull, "finds memory full"},
     {Way::GivesUp, "gives up"},
+    {Way::GivesNothing, "gives nothing"},
     {Way::GivesCode, "succeeds with a code"},
     {Way::NoMap, "finds no map"},
     {Way::Answers99, "answers 99"},
@@ -155,6 +156,7 @@ void ScriptLoop(Way way) {
                                                             void* context) mutable {
     const bool odd = std::exchange(next, false);
     if (odd && way == Way::GivesUp) return 4;
+    if (odd && way == Way::GivesNothing) return 0;
     return RunAttempts(attempt, context, odd ? 9 : 0);
   };
 }
@@ -182,6 +184,7 @@ void FailCurrentCall(const std::string& name, Way way) {
   if (NEW_SIZES.contains(way)) return recorder::FailNewOf(NEW_SIZES.at(way));
   switch (way) {
     case Way::GivesUp:
+    case Way::GivesNothing:
     case Way::GivesCode:
       return ScriptLoop(way);
     case Way::NoMap:

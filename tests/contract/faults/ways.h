@@ -11,6 +11,7 @@ enum class Way {
   FailsFromHere,  // this call and all later ones of the name
   MemoryFull,     // the drawing layer's error for lack of memory
   GivesUp,        // the purge loop makes no attempt
+  GivesNothing,   // the purge loop makes no attempt, and gives 0
   GivesCode,      // the purge loop succeeds, and yet gives a code
   NoMap,          // the surface has no pixel map from now on
   Answers99,      // K makes another code of a reported error

@@ -1,4 +1,5 @@
 // The module beside the model, over long random sequences of calls.
+#include <cstdio>
 #include <cstdlib>
 
 #include "tests/contract/model/player.h"
@@ -11,7 +12,7 @@ constexpr int USUAL_SEQUENCES = 4000;
 // More of them on request, or others than usual.
 int Number(const char* variable, int usual) {
   const char* text = std::getenv(variable);
-  return text != nullptr ? std::atoi(text) : usual;
+  return text != nullptr ? static_cast<int>(std::strtol(text, nullptr, 10)) : usual;
 }
 
 bool IsLockThenUnlock(const Sequence& sequence) {

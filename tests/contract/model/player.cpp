@@ -27,7 +27,7 @@ bool Starts(const std::string& text, const std::string& start) {
 }
 
 std::int64_t Argument(const std::string& call) {
-  return std::atoll(call.c_str() + call.find('(') + 1);
+  return std::strtoll(call.c_str() + call.find('(') + 1, nullptr, 10);
 }
 
 }  // namespace
@@ -39,7 +39,7 @@ std::string Player::Play(const Sequence& sequence, Memory memory) {
     if (!Applies(sequence[i])) continue;
     ++played_;
     difference = PlayStep(sequence[i]);
-    if (!difference.empty()) difference = "call " + std::to_string(i + 1) + ": " + difference;
+    if (!difference.empty()) difference.insert(0, "call " + std::to_string(i + 1) + ": ");
   }
   const std::string end = End();
   return difference.empty() ? end : difference;
@@ -163,43 +163,45 @@ std::int32_t Player::Dispose() {
 }
 
 std::int32_t Player::Call(const Step& step, Answer& answer) {
-  const Rect* rect = step.hasRect ? &step.rect : nullptr;
-  std::uint8_t first = UNTOUCHED;
-  std::uint8_t second = UNTOUCHED;
-  std::uint32_t order = UNTOUCHED;
-  std::int32_t status = 0;
   switch (step.act) {
     case Act::New:
       return New(step);
     case Act::Dispose:
       return Dispose();
-    case Act::Lock:
-      status = PXL_LockPixels(0, Target(), step.asks ? &first : nullptr);
-      break;
-    case Act::LoadLock:
-      status = PXL_LoadLockPixels(0, Target(), step.asks ? &first : nullptr,
-                                  step.asksToo ? &second : nullptr);
-      break;
-    case Act::Unlock:
-      PXL_UnlockPixels(Target());
-      break;
     case Act::Update:
-      return PXL_UpdateWorld(step.depth, rect, 0, nullptr, Target());
+      return PXL_UpdateWorld(step.depth, step.hasRect ? &step.rect : nullptr, 0, nullptr, Target());
     case Act::Clear:
       return PXL_ClearWorldToLong(worldH_, step.value);
-    case Act::GetOrder:
-      status = PXL_GetChannelOrder(worldH_, &order);
-      first = static_cast<std::uint8_t>(order);
-      break;
     case Act::SetOrder:
       return PXL_SetChannelOrder(worldH_, step.asks ? 1 : 0);
     case Act::AssumeOrder:
       return PXL_AssumeChannelOrder(worldH_, step.asks ? 1 : 0);
     case Act::Purge:
       troubles_.PurgePixels();
-      break;
-    default:
+      return PXL_Err_NONE;
+    case Act::Move:
       recorder_.MoveBlocks();
+      return PXL_Err_NONE;
+    default:
+      return CallForPixels(step, answer);
+  }
+}
+
+// The calls with outputs, and the unlock.
+std::int32_t Player::CallForPixels(const Step& step, Answer& answer) {
+  std::uint8_t first = UNTOUCHED;
+  std::uint8_t second = UNTOUCHED;
+  std::uint8_t* firstOut = step.asks ? &first : nullptr;
+  std::uint32_t order = UNTOUCHED;
+  std::int32_t status = PXL_Err_NONE;
+  if (step.act == Act::Lock) status = PXL_LockPixels(0, Target(), firstOut);
+  if (step.act == Act::LoadLock) {
+    status = PXL_LoadLockPixels(0, Target(), firstOut, step.asksToo ? &second : nullptr);
+  }
+  if (step.act == Act::Unlock) PXL_UnlockPixels(Target());
+  if (step.act == Act::GetOrder) {
+    status = PXL_GetChannelOrder(worldH_, &order);
+    first = static_cast<std::uint8_t>(order);
   }
   answer.first = first;
   answer.second = second;
@@ -214,10 +216,11 @@ void Player::BookBytes() {
 }
 
 // Keeps the first difference only: the others mostly follow from it.
-void Player::Differ(const std::string& what, std::int64_t module, std::int64_t model) {
+void Player::DifferInNumber(const std::string& what, std::int64_t module, std::int64_t model) {
   if (module == model || !difference_.empty()) return;
-  difference_ =
-      what + " is " + std::to_string(module) + ", the model says " + std::to_string(model);
+  difference_ = what;
+  difference_.append(" is ").append(std::to_string(module));
+  difference_.append(", the model says ").append(std::to_string(model));
 }
 
 std::string Player::Compare(const Answer& module, const Answer& model) {
@@ -336,6 +339,6 @@ std::string Player::End() {
   met_.insert(troubles_.Met().begin(), troubles_.Met().end());
   Differ("what is left at the end", static_cast<std::int64_t>(recorder_.Outstanding().size()),
          model_.lostBlocks);
-  if (!difference_.empty()) difference_ = "at the end: " + difference_;
+  if (!difference_.empty()) difference_.insert(0, "at the end: ");
   return difference_;
 }

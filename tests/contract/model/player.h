@@ -2,6 +2,7 @@
 #ifndef TESTS_CONTRACT_MODEL_PLAYER_H
 #define TESTS_CONTRACT_MODEL_PLAYER_H
 
+#include <cstdint>
 #include <set>
 #include <string>
 #include <vector>
@@ -29,6 +30,7 @@ class Player : public Contract {
   Answer AskModel(const Step& step);
   Answer AskModule(const Step& step);
   std::int32_t Call(const Step& step, Answer& answer);
+  std::int32_t CallForPixels(const Step& step, Answer& answer);
   std::int32_t New(const Step& step);
   std::int32_t Dispose();
   void BookBytes();
@@ -38,7 +40,11 @@ class Player : public Contract {
   std::string CompareAddress();
   std::string CompareSurroundings();
   std::string ComparePixels(std::int32_t value);
-  void Differ(const std::string& what, std::int64_t module, std::int64_t model);
+  void DifferInNumber(const std::string& what, std::int64_t module, std::int64_t model);
+  template <class Module, class Model>
+  void Differ(const std::string& what, Module module, Model model) {
+    DifferInNumber(what, static_cast<std::int64_t>(module), static_cast<std::int64_t>(model));
+  }
 
   [[nodiscard]] PXL_WorldHandle Target() const { return model_.live ? worldH_ : callerH_; }
 

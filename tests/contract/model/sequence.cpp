@@ -66,17 +66,17 @@ Rect RandomFrameRect(Dice& dice) {
 }
 
 std::int32_t RandomDepth(Dice& dice, Backing backing) {
-  constexpr std::int32_t ALL[] = {8, 32, 64, 128};
-  if (backing == Backing::Surface) return ALL[dice.Roll(2)];
-  return backing == Backing::Frame ? ALL[1 + dice.Roll(3)] : ALL[dice.Roll(4)];
+  constexpr std::int32_t all[] = {8, 32, 64, 128};
+  if (backing == Backing::Surface) return all[dice.Roll(2)];
+  return backing == Backing::Frame ? all[1 + dice.Roll(3)] : all[dice.Roll(4)];
 }
 
 Wish RandomWish(Dice& dice) {
   Wish wish;
-  constexpr Backing LIKELY_BACKINGS[] = {Backing::Surface, Backing::Surface, Backing::Frame,
-                                         Backing::Frame,   Backing::Mapped,  Backing::Mapped,
-                                         Backing::Geometry};
-  wish.backing = LIKELY_BACKINGS[dice.Roll(std::size(LIKELY_BACKINGS))];
+  constexpr Backing backings[] = {Backing::Surface, Backing::Surface, Backing::Frame,
+                                  Backing::Frame,   Backing::Mapped,  Backing::Mapped,
+                                  Backing::Geometry};
+  wish.backing = backings[dice.Roll(std::size(backings))];
   wish.depth = RandomDepth(dice, wish.backing);
   wish.callersHandle = dice.OneIn(2);
   const bool hasPixels = wish.backing == Backing::Surface || wish.backing == Backing::Frame;
@@ -95,8 +95,8 @@ Step RandomStep(Dice& dice) {
   step.wish = RandomWish(dice);
   step.hasRect = !dice.OneIn(6);
   step.rect = RandomFrameRect(dice);
-  constexpr std::int32_t DEPTHS[] = {0, 0, 0, 8, 32, 64};
-  step.depth = DEPTHS[dice.Roll(std::size(DEPTHS))];
+  constexpr std::int32_t depths[] = {0, 0, 0, 8, 32, 64};
+  step.depth = depths[dice.Roll(std::size(depths))];
   step.asks = dice.OneIn(2);
   step.asksToo = dice.OneIn(2);
   step.value = dice.OneIn(3) ? 0 : 0x01020304;

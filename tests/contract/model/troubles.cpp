@@ -1,5 +1,6 @@
 #include "tests/contract/model/troubles.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "tests/contract/faults/ways.h"
@@ -49,14 +50,15 @@ void Troubles::Begin(Trouble trouble) {
 
 bool Troubles::Strikes(const std::string& name) {
   const int nth = ++calls_[name];
-  for (const Effect& effect : Effects()) {
-    if (effect.trouble != trouble_ || effect.call != name) continue;
-    if (effect.when == When::First && nth > 1) continue;
-    met_.insert(trouble_);
-    FailCurrentCall(name, effect.way);
-    return true;
-  }
-  return false;
+  const auto strikes = [&](const Effect& effect) {
+    return effect.trouble == trouble_ && effect.call == name &&
+           (effect.when == When::Always || nth == 1);
+  };
+  const auto found = std::find_if(Effects().begin(), Effects().end(), strikes);
+  if (found == Effects().end()) return false;
+  met_.insert(trouble_);
+  FailCurrentCall(name, found->way);
+  return true;
 }
 
 void Troubles::Observe(const std::string& name) {

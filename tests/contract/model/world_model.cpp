@@ -34,7 +34,8 @@ int FrameRow(const Rect& rect, int depth) {
 // Room to align the first pixel; deep frames have four bytes more.
 std::uint64_t FrameBytes(const Rect& rect, int depth) {
   const int extra = HasSparePixel(depth) ? 16 : 20;
-  return static_cast<std::uint64_t>(FrameRow(rect, depth) * HeightOf(rect) + extra);
+  const int bytes = FrameRow(rect, depth) * HeightOf(rect) + extra;
+  return static_cast<std::uint64_t>(bytes);
 }
 
 bool IsTooWide(const Rect& rect, int depth) {
