@@ -320,9 +320,10 @@ def try_file(path, bench, jobs, reasons):
                 else:
                     survivors.append(mutant)
             counts[outcome] += 1
-            print(f"{outcome:13} {path}:{mutant.number}: {mutant.mutated or '(dropped)'}", flush=True)
+            place = f"{path}:{mutant.number}"
+            print(f"{outcome:13} {place}: {mutant.mutated or '(dropped)'}", flush=True)
             if outcome != "accepted" and reasons.pop(key_of(mutant), None):
-                print(f"mutate: {path}:{mutant.number}: accepted, yet {outcome}: take it off the list")
+                print(f"mutate: {place}: accepted, yet {outcome}: take it off the list")
                 counts["stale"] += 1
             elif outcome == "accepted":
                 del reasons[key_of(mutant)]

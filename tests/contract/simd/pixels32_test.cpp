@@ -11,7 +11,6 @@ using ::testing::ElementsAreArray;
 
 namespace {
 
-// Room for two words at an odd address, with a byte before and after them.
 using Bytes = std::vector<unsigned char>;
 
 }  // namespace
