@@ -38,6 +38,7 @@ struct Script {
   std::int32_t versionsOfTXT = 0;
   // vetrix
   std::map<std::string, std::string> settings;
+  bool inputIsBad = false;     // a stream read from says so, whatever fail() says
   std::uint64_t fileSize = 0;  // 0: what Init was given
   // QDE
   std::int16_t newGWorldError = -50;     // when NewGWorld fails

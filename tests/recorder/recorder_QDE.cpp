@@ -107,7 +107,7 @@ GDHandle GetGWorldDevice(GWorldPtr world) {
 }
 
 PixMapHandle GetPortPixMap(GWorldPtr world) {
-  Current().Enter("GetPortPixMap", Name(world));
+  if (Current().Enter("GetPortPixMap", Name(world))) return nullptr;
   if (Current().script.surfaceWithoutMap) world->master = nullptr;
   return &world->master;
 }

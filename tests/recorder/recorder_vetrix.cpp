@@ -137,7 +137,7 @@ bool iUTF16StringStream::fail() const {
 }
 
 bool iUTF16StringStream::bad() const {
-  return impl_->stream.bad();
+  return Current().script.inputIsBad || impl_->stream.bad();
 }
 
 namespace utility {

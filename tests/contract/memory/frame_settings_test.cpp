@@ -90,6 +90,14 @@ TEST_F(FrameSettings, TakeAnyOtherTextForZero) {
   }
 }
 
+TEST_F(FrameSettings, TakeWhatABadStreamGaveForNothing) {
+  recorder_.script.inputIsBad = true;
+  recorder_.script.settings = {{"VirtualAllocFrames", "true"}, {"VirtualAllocMinSizeInK3", "1024"}};
+  PXLp_LoadFrameSettings();
+  EXPECT_FALSE(PXLp_frameSettings.poolEnabled);
+  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 0);
+}
+
 TEST_F(FrameSettings, SkipLeadingBlanksAndIgnoreWhatFollows) {
   Load(" true", " 300abc");
   EXPECT_TRUE(PXLp_frameSettings.poolEnabled);

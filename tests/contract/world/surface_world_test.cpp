@@ -90,6 +90,24 @@ TEST_F(SurfaceWorld, WithoutAMapHasNoDepthAndNoRows) {
   EXPECT_EQ(World().headMark, 0xBECCAU);
 }
 
+TEST_F(SurfaceWorld, WithoutAHandleOfAMapHasNoDepthAndNoRows) {
+  recorder_.Fail("GetPortPixMap");
+  ASSERT_EQ(New(32), 0);
+  EXPECT_EQ(World().depth, 0);
+  EXPECT_EQ(World().pixels.rowBytes, 0);
+  EXPECT_EQ(World().headMark, 0xBECCAU);
+}
+
+TEST_F(SurfaceWorld, TakesItsDepthButNoRowBytesFromTheMapIfItHasSome) {
+  recorder_.script.surfaceDepth = 16;
+  recorder_.OnCall([this](const std::string& name) {
+    if (name == "GetPortPixMap") Record(worldH_).pixels.rowBytes = 7;
+  });
+  ASSERT_EQ(New(32), 0);
+  EXPECT_EQ(World().depth, 16);
+  EXPECT_EQ(World().pixels.rowBytes, 7);
+}
+
 TEST_F(SurfaceWorld, StaysInMainMemoryOnRequest) {
   ASSERT_EQ(New(32, PXL_Flag_KEEP_LOCAL), 0);
   EXPECT_THAT(recorder_.LogOf({"QDE_ForceBitmapCreationBitfields", "NewGWorld"}),
