@@ -278,7 +278,7 @@ std::string Player::CompareAddress() {
   Differ("the offset of the first pixel",
          static_cast<char*>(address) - static_cast<char*>(pixels.frame),
          static_cast<std::int64_t>(pixels.alignOffset));
-  if (model_.backing == Backing::Frame && model_.blockBytes == model_.frameSize) {
+  if (model_.backing == Backing::Frame && model_.aligned) {
     const auto number = reinterpret_cast<std::uintptr_t>(address);
     Differ("the alignment", static_cast<std::int64_t>(number % 16), 0);
     Differ("the range of alignOffset", pixels.alignOffset < 16, 1);

@@ -101,6 +101,7 @@ Answer WorldModel::New(const Wish& wish, Trouble trouble) {
   const bool surface = wish.backing == Backing::Surface;
   frameSize = surface ? 0 : FrameBytes(wish.rect, wish.depth);
   blockBytes = frameSize;
+  aligned = true;
   rowBytes = surface ? SurfaceRow(wish.rect, wish.depth) : FrameRow(wish.rect, wish.depth);
   if (wish.backing == Backing::Mapped) systemBytes += static_cast<std::int64_t>(frameSize);
   ++worldCount;
@@ -275,11 +276,13 @@ Answer WorldModel::Resize(const Rect& rect, Trouble trouble) {
   }
   if (trouble == Trouble::FirstFrameFails || trouble == Trouble::FrameWithCode) {
     blockBytes = oldSize;
+    aligned = false;
     if (trouble == Trouble::FirstFrameFails) return Reported(PXL_Err_NO_MEMORY);
     ++lostBlocks;
     return {9};
   }
   blockBytes = frameSize;
+  aligned = true;
   TakeGeometry(rect, depth);
   rowBytes = FrameRow(bounds, depth);
   return {};

@@ -67,6 +67,7 @@ struct WorldModel {
   int lostFiles = 0;
   bool purged = false;           // the surface's pixels
   std::uint64_t blockBytes = 0;  // what the frame's block really holds
+  bool aligned = false;          // a block of the old size keeps the old offset
   std::int64_t applicationBytes = 0;
   std::int64_t systemBytes = 0;
 
