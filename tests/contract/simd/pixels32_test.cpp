@@ -32,9 +32,9 @@ TEST(Fill32, OfNoWordsTouchesNothing) {
 }
 
 TEST(ReverseBytes32, TurnsEachWordRoundAtAnyAddress) {
-  Bytes bytes = {0xEE, 0x81, 2, 3, 0x84, 5, 0x86, 0x87, 8, 0xEE};
+  Bytes bytes = {0xEE, 0x81, 3, 2, 0x84, 5, 0x86, 0x87, 8, 0xEE};
   simd::ReverseBytes32(&bytes[1], 2);
-  EXPECT_THAT(bytes, ElementsAre(0xEE, 0x84, 3, 2, 0x81, 8, 0x87, 0x86, 5, 0xEE));
+  EXPECT_THAT(bytes, ElementsAre(0xEE, 0x84, 2, 3, 0x81, 8, 0x87, 0x86, 5, 0xEE));
 }
 
 TEST(ReverseBytes32, OfNoWordsTouchesNothing) {
