@@ -240,7 +240,9 @@ PXL_API int32_t PXL_DisposeWorld(PXL_WorldHandle worldH);
  * Gives 0; PXL_Err_INVALID; PXL_Err_REFUSED (locked, another depth without a
  * surface, a row too long); PXL_Err_NO_MEMORY, after which the World keeps its
  * old geometry, with pixels of that size if they could still be had, else
- * with none; or an error of the drawing layer. */
+ * with none; or an error of the drawing layer. Do not re-size a World again
+ * whose re-size failed, dispose of it: its old pixels are kept with the size
+ * of the new ones. */
 PXL_API int32_t PXL_UpdateWorld(int32_t newDepth, const Rect* newBounds, int32_t surfaceArg,
                                 void* ignoredArg, PXL_WorldHandle worldH);
 

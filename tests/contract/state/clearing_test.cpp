@@ -71,6 +71,14 @@ class PageBeforeNothing {
 
 }  // namespace
 
+TEST_F(Clearing, ClearsASingleWord) {
+  PXL_WorldHandle worldH = NewWorld(64, Sized(1, 1));
+  Record(worldH).pixels.rowBytes = 4;
+  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+  EXPECT_EQ(At<std::uint32_t>(PXLp_GetPixBaseAddr(worldH), 0), 0U);
+  EXPECT_EQ(At<std::uint32_t>(PXLp_GetPixBaseAddr(worldH), 1), 0xA5A5A5A5U);
+}
+
 TEST_F(Clearing, CoversAllRowsWithTheirPaddingAndNothingElse) {
   recorder_.script.blockOffset = 5;
   for (const std::int32_t depth : {32, 64, 128}) {

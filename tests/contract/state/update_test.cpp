@@ -6,6 +6,7 @@
 
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -58,6 +59,14 @@ const Calls LOCKED_REPORT = {
     R"(Kp_ReportErrString(0x7001A, 8, "can#{rsquo}t refresh a locked pixel buffer."))"};
 
 }  // namespace
+
+TEST_F(UpdateOfASurface, ThatFailsForMemoryComputesItsSizeWithoutPadding) {
+  FailWith(-108);
+  const Rect largest = {-32768, -32768, 32767, 32767};
+  EXPECT_EQ(PXL_UpdateWorld(8, &largest, 0, nullptr, worldH_), -108);
+  EXPECT_THAT(recorder_.LogOf({"K_ReportError"}),
+              ElementsAre(HasSubstr("size 65535 x 65535 @ 2 bpc (4.0 GB)")));
+}
 
 TEST_F(UpdateOfASurface, UpdatesItAndMovesTheBoundsToTheOrigin) {
   recorder_.script.surfaceDepth = 8;
