@@ -223,15 +223,15 @@ TEST_F(Drawing, LeavesTheDestinationAloneWhenTheSourceIsPurged) {
 }
 
 TEST_F(Drawing, DrawsNothingWithoutASurface) {
-  PXL_WorldHandle frame = Make(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
-  PXL_WorldHandle surface = MakeScribbled(32);
-  const std::uint32_t before = Word(surface, 1, 1);
-  EXPECT_EQ(Blit(frame, surface), QDE_Err_PARAMETER);
-  EXPECT_EQ(Word(surface, 1, 1), before);
-  EXPECT_EQ(Blit(surface, frame), QDE_Err_PARAMETER);
-  EXPECT_EQ(Word(frame, 1, 1), 0U);
-  Dispose(surface);
-  Dispose(frame);
+  PXL_WorldHandle plain = Make(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
+  PXL_WorldHandle drawn = MakeScribbled(32);
+  const std::uint32_t before = Word(drawn, 1, 1);
+  EXPECT_EQ(Blit(plain, drawn), QDE_Err_PARAMETER);
+  EXPECT_EQ(Word(drawn, 1, 1), before);
+  EXPECT_EQ(Blit(drawn, plain), QDE_Err_PARAMETER);
+  EXPECT_EQ(Word(plain, 1, 1), 0U);
+  Dispose(drawn);
+  Dispose(plain);
 }
 
 TEST_F(Drawing, TakesIndicesBeyondTheModesForSrcCopy) {

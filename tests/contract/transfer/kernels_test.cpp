@@ -19,11 +19,11 @@ constexpr unsigned char GUARD = 0x5C;
 // alignment on either side, and gives what it wrote.
 template <class From, class To>
 std::vector<To> Transferred(PXLp_RowKernel kernel, const std::vector<From>& channels) {
-  constexpr std::size_t EDGE = 64;
-  std::vector<unsigned char> source(2 * EDGE + (channels.size() + 1) * sizeof(From), GUARD);
-  std::vector<unsigned char> target(2 * EDGE + (channels.size() + 1) * sizeof(To), GUARD);
-  unsigned char* from = source.data() + EDGE + sizeof(From);
-  unsigned char* to = target.data() + EDGE + sizeof(To);
+  constexpr std::size_t edge = 64;
+  std::vector<unsigned char> source(2 * edge + (channels.size() + 1) * sizeof(From), GUARD);
+  std::vector<unsigned char> target(2 * edge + (channels.size() + 1) * sizeof(To), GUARD);
+  unsigned char* from = source.data() + edge + sizeof(From);
+  unsigned char* to = target.data() + edge + sizeof(To);
   std::copy_n(reinterpret_cast<const unsigned char*>(channels.data()),
               channels.size() * sizeof(From), from);
   const auto sourceBefore = source;

@@ -118,7 +118,7 @@ class SharedMemory {
     void* memory = memory_.get();
     auto* from = new (memory) Source(source);
     convert(from, reinterpret_cast<Destination*>(memory));
-    Destination result;
+    Destination result{};
     std::memcpy(&result, memory, sizeof result);
     return result;
   }

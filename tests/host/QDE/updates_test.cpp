@@ -211,7 +211,7 @@ TEST_F(Updates, FailOnceWhenToldTo) {
 
 TEST_F(Updates, ThatFailLoseThePixelsWhenToldTo) {
   GWorldPtr world = Make(8, Sized(5, 3));
-  const Handle pixels = reinterpret_cast<Handle>(MapOf(world).baseAddr);
+  auto* const pixels = reinterpret_cast<Handle>(MapOf(world).baseAddr);
   QDE_LosePixelsInFailedUpdates(1);
   EXPECT_EQ(Update(&world, 16, Sized(5, 3)), AsResult(-157));
   EXPECT_FALSE(K_IsHandle(pixels));

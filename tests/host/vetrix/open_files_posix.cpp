@@ -1,7 +1,7 @@
 #include <fcntl.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <vector>

@@ -67,7 +67,7 @@ TEST(UTF, GivesNoIllFormedTextWhateverComesIn) {
     const std::u16string result = UTF8to16("<" + text + ">");
     EXPECT_EQ(result.front(), u'<');
     EXPECT_EQ(result.back(), u'>');
-    EXPECT_EQ(result.find_first_not_of(u"\uFFFD", 1), result.size() - 1) << text;
+    EXPECT_EQ(result.find_first_not_of(u'\uFFFD', 1), result.size() - 1) << text;
     EXPECT_GT(result.size(), 2U);
   }
 }
