@@ -255,7 +255,7 @@ class Bench:
     def outcome(self, mutant):
         folder = self.folder()
         changed = folder / mutant.path
-        changed.parent.mkdir(exist_ok=True)
+        changed.parent.mkdir(parents=True, exist_ok=True)
         changed.write_text(mutant.text, encoding="utf-8")
         objects = []
         try:
