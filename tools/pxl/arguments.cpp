@@ -31,7 +31,10 @@ constexpr const char* kConvertFooter =
     "A picture becomes a World of its own depth (PNG with up to 8 bits a channel:\n"
     "32; PNG with 16: 64; OpenEXR: 128) and is blitted to each depth of --via, then\n"
     "to --depth. 64 and 128, between which the blit does not convert, are converted\n"
-    "pixel by pixel, unless --blit-only is given.\n\n"
+    "pixel by pixel, unless --blit-only is given.\n"
+    "With --mapped every conversion is made pixel by pixel, since the blit does not\n"
+    "see mapped pixels: floats are then rounded to 8 bits, where the blit cuts off.\n"
+    "With --platform, 32 to 32 is a copy by the drawing layer.\n\n"
     "Inputs are known by their content, the output by its ending. A PNG holds 8 bits\n"
     "a channel at depth 32, else 16; an OpenEXR file always holds floats. Alpha is\n"
     "taken as it is: straight in PNG, and in OpenEXR whatever the file holds.\n"
@@ -55,6 +58,12 @@ CLI::Validator OneOf(const std::vector<std::string>& depths) {
 
 using Action = std::function<int()>;
 
+CLI::Option* AddBacking(CLI::App& verb, ConvertOptions& options, const std::string& name,
+                        Backing backing, const std::string& description) {
+  const auto choose = [&options, backing](std::int64_t) { options.backing = backing; };
+  return verb.add_flag_function(name, choose, description);
+}
+
 Action AddConvert(CLI::App& app) {
   auto options = std::make_shared<ConvertOptions>();
   CLI::App* verb = app.add_subcommand("convert", "Convert pictures to another depth");
@@ -72,7 +81,14 @@ Action AddConvert(CLI::App& app) {
       ->check(OneOf({"32", "64", "128"}))
       ->expected(1)
       ->take_all();
-  verb->add_flag("--blit-only", options->blitOnly, "Fail where the blit does not convert");
+  CLI::Option* blitOnly =
+      verb->add_flag("--blit-only", options->blitOnly, "Fail where the blit does not convert");
+  CLI::Option* mapped = AddBacking(*verb, *options, "--mapped", Backing::MappedFile,
+                                   "Keep the Worlds in mapped files, convert pixel by pixel");
+  mapped->excludes(blitOnly);
+  AddBacking(*verb, *options, "--platform", Backing::Surface,
+             "Keep Worlds of 32 bits in surfaces of the drawing layer")
+      ->excludes(mapped);
   verb->add_flag("--verbose", options->verbose, "Tell the memory of each World");
   return [options] { return Convert(*options); };
 }
@@ -125,10 +141,11 @@ void RefuseUnknownVerb(const CLI::App& app, int count, const char* const* argume
   throw UsageError(first, "is no verb; see pxl --help");
 }
 
-// "NAME is required" and "NAME requires OTHER" in the form of all our messages.
+// "NAME is required", "NAME requires OTHER" and "NAME excludes OTHER" in the form
+// of all our messages.
 UsageError Translated(const CLI::ParseError& error) {
   const std::string text = error.what();
-  for (const char* word : {" is required", " requires "}) {
+  for (const char* word : {" is required", " requires ", " excludes "}) {
     const std::size_t place = text.find(word);
     if (place != std::string::npos) return {text.substr(0, place), text.substr(place + 1)};
   }

@@ -8,6 +8,8 @@
 #include <optional>
 #include <vector>
 
+#include "tools/pxl/world.h"
+
 namespace pxl {
 
 constexpr int kExitSuccess = 0;
@@ -19,6 +21,7 @@ struct ConvertOptions {
   std::filesystem::path output;  // a file, or a folder that exists
   std::int32_t depth = 0;
   std::vector<std::int32_t> via;
+  Backing backing = Backing::Frame;
   bool blitOnly = false;
   bool verbose = false;
 };

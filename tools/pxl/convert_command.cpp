@@ -24,6 +24,19 @@ void MeasureAll(Module& module, const PictureHeader& header,
   for (const std::int32_t depth : steps) MeasureWorld(module, depth, header.width, header.height);
 }
 
+// A surface's memory is the drawing layer's, and its size not in the record.
+std::uint64_t BytesOf(const PXL_World& record) {
+  if (record.hasGWorld == 0) return record.pixels.frameSize;
+  return static_cast<std::uint64_t>(record.pixels.rowBytes) *
+         static_cast<std::uint64_t>(record.height);
+}
+
+const char* OriginOf(const PXL_World& record) {
+  if (record.hasGWorld != 0) return "of a drawing surface";
+  if (record.pixels.provider != nullptr) return "of a mapped file";
+  return K_IsRecycledPtr(record.pixels.frame) != 0 ? "from the pool" : "from the heap";
+}
+
 // Converts one picture after the other and tells what happens to each.
 class Batch {
  public:
@@ -61,7 +74,7 @@ class Batch {
     InputPicture picture(job.input);
     const ColourTags& colour = picture.header().colour;
     MeasureAll(module_, picture.header(), StepsOf(options_));
-    const World world = TakeSteps(LoadWorld(module_, picture), name);
+    const World world = TakeSteps(LoadWorld(module_, picture, options_.backing), name);
     SaveWorld(world, job.output, job.format, colour);
     const std::string lost = ColourTagsLost(job.format, colour);
     if (lost.empty()) return;
@@ -73,7 +86,7 @@ class Batch {
     const Route route = options_.blitOnly ? Route::BlitOnly : Route::AnyWay;
     TellMemory(name, world);
     for (const std::int32_t depth : StepsOf(options_)) {
-      if (depth == world.Record().depth) continue;
+      if (depth == world.Record().depth && options_.backing != Backing::Surface) continue;
       world = ConvertWorld(world, depth, route);
       TellMemory(name, world);
     }
@@ -84,10 +97,9 @@ class Batch {
     if (!options_.verbose) return;
     progress_.Clear();
     const PXL_World record = world.Record();
-    const bool pooled = K_IsRecycledPtr(record.pixels.frame) != 0;
     std::cout << OneLine(name) << ": " << record.depth << " bits, " << record.width << " x "
-              << record.height << ", " << record.pixels.frameSize << " bytes from the "
-              << (pooled ? "pool" : "heap") << ", " << record.pixels.rowBytes << " a row\n";
+              << record.height << ", " << BytesOf(record) << " bytes " << OriginOf(record) << ", "
+              << record.pixels.rowBytes << " a row\n";
   }
 
   const ConvertOptions& options_;

@@ -26,25 +26,24 @@ std::size_t WidthOf(const World& world) {
   return static_cast<std::size_t>(world.Record().width);
 }
 
-// The two pairs of depths that the blit does not know.
-bool BlitRefuses(std::int32_t from, std::int32_t to) {
-  return (from == PXL_Depth_64 && to == PXL_Depth_128) ||
-         (from == PXL_Depth_128 && to == PXL_Depth_64);
+// The blit does not see what is mapped, copies 32 bits between surfaces only,
+// and does not convert between 64 and 128.
+bool BlitDoes(const World& source, std::int32_t to) {
+  const std::int32_t from = source.Record().depth;
+  if (source.backing() == Backing::MappedFile) return false;
+  if (from == PXL_Depth_32 && to == from) return source.backing() == Backing::Surface;
+  return from == to || from == PXL_Depth_32 || to == PXL_Depth_32;
 }
 
 void ConvertPixelByPixel(const World& source, std::int32_t depth, const PixelRows& from,
                          const PixelRows& to) {
   const PXL_World record = source.Record();
+  const auto convert = depth == PXL_Depth_128  ? RowToFloat
+                       : depth == PXL_Depth_64 ? RowTo16
+                                               : RowTo8;
   for (std::int64_t y = 0; y < record.height; ++y) {
-    const auto convert = depth == PXL_Depth_128 ? RowToFloat : RowTo16;
     convert(record.depth, from.Row(y), to.Row(y), WidthOf(source));
   }
-}
-
-void CopyRows(const World& source, const PixelRows& from, const PixelRows& to) {
-  const PXL_World record = source.Record();
-  const std::size_t bytes = WidthOf(source) * static_cast<std::size_t>(record.depth) / 8;
-  for (std::int64_t y = 0; y < record.height; ++y) std::memcpy(to.Row(y), from.Row(y), bytes);
 }
 
 // Fills the World with what nobody would take for a picture, so that a pixel
@@ -75,10 +74,10 @@ RowSource RowsForFile(const World& world, const PixelRows& rows, FileFormat form
 
 }  // namespace
 
-World LoadWorld(Module& module, InputPicture& picture) {
+World LoadWorld(Module& module, InputPicture& picture, Backing backing) {
   const PictureHeader& header = picture.header();
   const std::int32_t depth = DepthOf(header.samples);
-  World world(module, depth, header.width, header.height);
+  World world(module, depth, header.width, header.height, backing);
   FillWithMarker(world);
   const PixelLock lock(world);
   const PixelRows rows = lock.Rows();
@@ -91,13 +90,11 @@ World LoadWorld(Module& module, InputPicture& picture) {
 
 World ConvertWorld(const World& source, std::int32_t depth, Route route) {
   const PXL_World record = source.Record();
-  World destination(source.module(), depth, record.width, record.height);
+  World destination(source.module(), depth, record.width, record.height, source.backing());
   FillWithMarker(destination);
   const PixelLock sourceLock(source);
   const PixelLock destinationLock(destination);
-  if (record.depth == depth) {
-    CopyRows(source, sourceLock.Rows(), destinationLock.Rows());
-  } else if (route == Route::AnyWay && BlitRefuses(record.depth, depth)) {
+  if (route == Route::AnyWay && !BlitDoes(source, depth)) {
     ConvertPixelByPixel(source, depth, sourceLock.Rows(), destinationLock.Rows());
   } else {
     source.module().Check(PXL_Blit(source.handle(), destination.handle(), nullptr, nullptr, 0));

@@ -11,18 +11,18 @@
 
 namespace pxl {
 
-// A World of the picture's own depth with its pixels. Integer16 channels are
+// A World of the picture's own depth and that backing with its pixels. Integer16 channels are
 // scaled from 0..65535 to 0..32768. Nothing is decoded unless the World is
 // there. Throws Failure.
-World LoadWorld(Module& module, InputPicture& picture);
+World LoadWorld(Module& module, InputPicture& picture, Backing backing = Backing::Frame);
 
 enum class Route {
-  AnyWay,   // what the blit refuses goes pixel by pixel
+  AnyWay,   // what the blit does not do goes pixel by pixel
   BlitOnly  // what the blit refuses is a failure
 };
 
-// A World of another depth, or of the same, with the same picture. Throws
-// Failure.
+// A World of another depth, or of the same, with the same backing and picture.
+// Throws Failure.
 World ConvertWorld(const World& source, std::int32_t depth, Route route);
 
 // Converts a row of `width` pixels of a World of the depth to floats, to

@@ -20,6 +20,20 @@ Rect RectOf(std::int64_t width, std::int64_t height) {
   return {0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
 }
 
+std::uint32_t FlagsOf(Backing backing) {
+  switch (backing) {
+    case Backing::None:
+      return PXL_Flag_NO_PLATFORM | PXL_Flag_DEFERRED;
+    case Backing::Frame:
+      return PXL_Flag_NO_PLATFORM;
+    case Backing::MappedFile:
+      return PXL_Flag_NO_PLATFORM | PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
+    case Backing::Surface:
+      break;
+  }
+  return 0;
+}
+
 PXL_World ReadRecord(PXL_WorldHandle handle) {
   // The master pointer is of another type than the record's address.
   const PXL_World* address = nullptr;
@@ -40,12 +54,12 @@ SampleType SamplesOf(std::int32_t depth) {
 }
 
 World::World(Module& module, std::int32_t depth, std::int64_t width, std::int64_t height,
-             std::uint32_t flags)
-    : module_(&module) {
+             Backing backing)
+    : module_(&module), backing_(backing) {
   const Rect rect = RectOf(width, height);
   PXL_WorldHandle handle = nullptr;
   const std::int32_t status =
-      PXL_NewWorld(nullptr, flags | PXL_Flag_NO_PLATFORM, &rect, depth, 0, nullptr, &handle);
+      PXL_NewWorld(nullptr, FlagsOf(backing), &rect, depth, 0, nullptr, &handle);
   handle_.reset(handle);
   module.Check(status);
 }
@@ -56,7 +70,7 @@ PXL_World World::Record() const {
 
 PXL_World MeasureWorld(Module& module, std::int32_t depth, std::int64_t width,
                        std::int64_t height) {
-  return World(module, depth, width, height, PXL_Flag_DEFERRED).Record();
+  return World(module, depth, width, height, Backing::None).Record();
 }
 
 PixelLock::PixelLock(const World& world) : handle_(world.handle()) {
@@ -69,7 +83,7 @@ PixelLock::~PixelLock() {
 
 PixelRows PixelLock::Rows() const {
   const PXL_World record = ReadRecord(handle_);
-  return {static_cast<std::byte*>(record.pixels.baseAddr), record.pixels.rowBytes};
+  return {static_cast<std::byte*>(PXLp_GetPixBaseAddr(handle_)), record.pixels.rowBytes};
 }
 
 }  // namespace pxl

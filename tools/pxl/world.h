@@ -15,16 +15,24 @@ namespace pxl {
 std::int32_t DepthOf(SampleType samples);
 SampleType SamplesOf(std::int32_t depth);
 
+// Where a World has its pixels.
+enum class Backing {
+  None,        // nowhere: the World has a geometry only
+  Frame,       // a block of the heap or of K's pool
+  MappedFile,  // a file, mapped while the World is locked
+  Surface      // a surface of the drawing layer; deeper than 32 bits a frame
+};
+
 class World {
  public:
-  // Makes a World with its origin at 0, 0. No World gets a drawing surface.
-  // `flags` are added. Throws Failure with the limit that a side or the module
-  // sets, in the module's words where it is the module's.
+  // Makes a World with its origin at 0, 0. Throws Failure with the limit that a
+  // side or the module sets, in the module's words where it is the module's.
   World(Module& module, std::int32_t depth, std::int64_t width, std::int64_t height,
-        std::uint32_t flags = 0);
+        Backing backing = Backing::Frame);
 
   PXL_WorldHandle handle() const { return handle_.get(); }
   Module& module() const { return *module_; }
+  Backing backing() const { return backing_; }
   // The record as it stands now. It moves whenever the module is called, so
   // this is a copy.
   PXL_World Record() const;
@@ -34,6 +42,7 @@ class World {
     void operator()(PXL_World** handle) const { PXL_DisposeWorld(handle); }
   };
   Module* module_;
+  Backing backing_;
   std::unique_ptr<PXL_World*, Disposer> handle_;
 };
 
