@@ -169,9 +169,7 @@ std::uint32_t TickCount() {
 }
 
 void QDE_ForceBitmapCreationBitfields(Boolean on, std::int32_t keepLocal, std::int32_t bits) {
-  // Off says all there is to say.
-  Current().Enter("QDE_ForceBitmapCreationBitfields",
-                  on != 0 ? Join(Text(on), Text(keepLocal), Text(bits)) : Text(on));
+  Current().Enter("QDE_ForceBitmapCreationBitfields", Join(Text(on), Text(keepLocal), Text(bits)));
 }
 
 std::int16_t QDE_GetGWorld32PixmapFormat(GWorldPtr world, std::int32_t* format) {

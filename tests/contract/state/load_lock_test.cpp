@@ -43,7 +43,7 @@ const Calls LOCK = {"GetPortPixMap(gworld1)", "LockPixels(map of gworld1)",
 // The surface's own size, from the origin, and no device.
 const Calls UPDATE = {"QDE_ForceBitmapCreationBitfields(1, 0, 0)",
                       "UpdateGWorld(gworld1, 32, {0, 0, 4, 10}, null, 0, 0)",
-                      "QDE_ForceBitmapCreationBitfields(0)"};
+                      "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
 const Calls OUT_OF_MEMORY = {"GetPortPixMap(gworld1)", "K_PurgeHandlesAndCompact()"};
 const Calls PURGED_REPORT = {"K_ZLookupLStrCache(28, 0, 0)",
                              R"(Kp_ReportErrString(0x70033, 8, "pixel buffer purged!"))"};

@@ -35,7 +35,7 @@ class ReloadOfAFrame : public BornModule {
 
 const Calls UPDATE = {"QDE_ForceBitmapCreationBitfields(1, 0, 0)",
                       "UpdateGWorld(gworld1, 32, {0, 0, 4, 10}, null, 0, 0)",
-                      "QDE_ForceBitmapCreationBitfields(0)"};
+                      "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
 const Calls STRANGE_CHANGE = {
     "K_ZLookupLStrCache(31, 0, 0)",
     R"(Kp_ReportErrString(0x70034, 8, "strange change in pixel buffer."))"};

@@ -34,7 +34,7 @@ class SurfaceUpdate : public BornModule {
 
 const Calls UPDATE = {"QDE_ForceBitmapCreationBitfields(1, 0, 0)",
                       "UpdateGWorld(gworld1, 32, {1, 2, 21, 32}, null, 0, 0)",
-                      "QDE_ForceBitmapCreationBitfields(0)"};
+                      "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
 
 }  // namespace
 

@@ -51,7 +51,7 @@ class UpdateOfADamagedWorld : public Update {};
 
 Calls Updating(const std::string& arguments) {
   return {"TickCount()", "QDE_ForceBitmapCreationBitfields(1, 0, 0)",
-          "UpdateGWorld(" + arguments + ")", "QDE_ForceBitmapCreationBitfields(0)"};
+          "UpdateGWorld(" + arguments + ")", "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
 }
 
 const Calls LOCKED_REPORT = {

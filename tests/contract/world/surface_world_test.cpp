@@ -34,9 +34,9 @@ TEST_F(SurfaceWorld, IsMadeUnderForcedBitmapsAndPutsPortAndDeviceBack) {
                                  "HLock(handle1)", "GetPort()", "GetGDevice()",
                                  "QDE_ForceBitmapCreationBitfields(1, 0, 8)",
                                  "NewGWorld(32, {2, 3, 12, 13}, null, null, 0)",
-                                 "QDE_ForceBitmapCreationBitfields(0)", "GetGWorldDevice(gworld1)",
-                                 "SetGDevice(device)", "MacSetPort(port)", "GetPortPixMap(gworld1)",
-                                 "HUnlock(handle1)"));
+                                 "QDE_ForceBitmapCreationBitfields(0, 0, 0)",
+                                 "GetGWorldDevice(gworld1)", "SetGDevice(device)",
+                                 "MacSetPort(port)", "GetPortPixMap(gworld1)", "HUnlock(handle1)"));
 }
 
 TEST_F(SurfaceWorld, HoldsSurfaceAndDeviceAndNoFrame) {
@@ -113,7 +113,7 @@ TEST_F(SurfaceWorld, StaysInMainMemoryOnRequest) {
   EXPECT_THAT(recorder_.LogOf({"QDE_ForceBitmapCreationBitfields", "NewGWorld"}),
               ElementsAre("QDE_ForceBitmapCreationBitfields(1, 8, 8)",
                           "NewGWorld(32, {2, 3, 12, 13}, null, null, 8)",
-                          "QDE_ForceBitmapCreationBitfields(0)"));
+                          "QDE_ForceBitmapCreationBitfields(0, 0, 0)"));
 }
 
 TEST_F(SurfaceWorld, MayBePurgedOnRequest) {
@@ -121,7 +121,7 @@ TEST_F(SurfaceWorld, MayBePurgedOnRequest) {
   EXPECT_THAT(recorder_.LogOf({"QDE_ForceBitmapCreationBitfields", "NewGWorld"}),
               ElementsAre("QDE_ForceBitmapCreationBitfields(1, 0, 8)",
                           "NewGWorld(8, {2, 3, 12, 13}, null, null, 1)",
-                          "QDE_ForceBitmapCreationBitfields(0)"));
+                          "QDE_ForceBitmapCreationBitfields(0, 0, 0)"));
   ASSERT_EQ(New(8, PXL_Flag_PURGEABLE | PXL_Flag_KEEP_LOCAL), 0);
   EXPECT_EQ(recorder_.LogOf({"NewGWorld"})[0], "NewGWorld(8, {2, 3, 12, 13}, null, null, 9)");
 }
@@ -144,7 +144,7 @@ TEST_F(SurfaceWorld, ThatFailsIsReportedWhileTheForcingIsOn) {
                                  "NewGWorld(32, {2, 3, 12, 13}, null, null, 0)",
                                  "K_ZLookupLStrCache(27, 0, 0)", "Kp_SysEnglishError(-50)",
                                  R"(Kp_ReportError(0x70027, 8 error -50 "changing pixel buffer."))",
-                                 "QDE_ForceBitmapCreationBitfields(0)", "SetGDevice(device)",
+                                 "QDE_ForceBitmapCreationBitfields(0, 0, 0)", "SetGDevice(device)",
                                  "MacSetPort(port)", "HLock(handle1)", "K_FreeHandle(handle1)"));
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
   EXPECT_EQ(PXLp_G.worldCount, 0);
@@ -215,7 +215,7 @@ TEST_F(SurfaceWorld, IsClearedWithoutBeingLockedAndBeforeItIsMarked) {
                   R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))", "HLock(handle1)",
                   "GetPort()", "GetGDevice()", "QDE_ForceBitmapCreationBitfields(1, 0, 8)",
                   "NewGWorld(32, {2, 3, 12, 13}, null, null, 0)",
-                  "QDE_ForceBitmapCreationBitfields(0)", "GetGWorldDevice(gworld1)",
+                  "QDE_ForceBitmapCreationBitfields(0, 0, 0)", "GetGWorldDevice(gworld1)",
                   "SetGDevice(device)", "MacSetPort(port)", "GetPortPixMap(gworld1)",
                   "GetPortPixMap(gworld1)", "GetPixBaseAddr(map of gworld1)", "HUnlock(handle1)"));
   recorder_.OnCall(nullptr);
