@@ -1,7 +1,5 @@
 #include "transfer/conversion_tables.h"
 
-#include <cstddef>
-
 #include "transfer/Transfer.h"
 #include "transfer/channel_formulas.h"
 
@@ -15,7 +13,9 @@ void PXLp_BuildConversionTables() {
     entry = static_cast<std::uint16_t>(numerator / PXLp_FULL_8);
     numerator += PXLp_FULL_16;
   }
-  for (std::size_t i = 0; i < PXLp_table8toF.size(); ++i) {
-    PXLp_table8toF[i] = static_cast<float>(static_cast<double>(i) * PXLp_RECIPROCAL_255);
+  double value = 0.0;
+  for (float& entry : PXLp_table8toF) {
+    entry = static_cast<float>(value * PXLp_RECIPROCAL_255);
+    value += 1.0;
   }
 }
