@@ -59,7 +59,7 @@ CALL = re.compile(r"\b[\w:]+(?:<\w+>)?\(")
 RETURN = re.compile(r"return (\w*[sS]tatus|error);")
 # A statement that is a call, an assignment or a count: no declaration, no jump.
 STATEMENT = re.compile(r"(?:\(void\))?[\w:.\[\]>*-]+(?:\(| [|&+-]?= )|(?:\+\+|--)[\w.()>-]+;")
-KEYWORDS = re.compile(r"(?:return|if|for|while|switch|case|catch|using|static_assert)\b|\w+:$")
+KEYWORDS = re.compile(r"(?:return|if|for|while|switch|case|catch|using|static_assert)\b|\w+:$|.*= delete;$")
 
 
 def matching(line, opening):

@@ -8,6 +8,7 @@ using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 namespace {
 
@@ -215,6 +216,17 @@ TEST_F(ReloadOfAFrame, ThatIsTooLargeIsReportedTwiceTheSecondTimeByItsRows) {
   EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"},
                                                 LimitReport("0x70035", 8193, 65510, 8, "2.0"),
                                                 LimitReport("0x70034", 8193, 65510, 8, "2.0")})));
+}
+
+TEST_F(ReloadOfAFrame, OfNoWidthAndNegativeHeightIsReportedAsAShortageTwice) {
+  // The geometry rule leaves the bytes of a row unwritten here: the size of the
+  // second report is that of the rectangle, 0.
+  Record(worldH_).depth = 32;
+  SetBounds({5, 0, 0, 0});
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), 4);
+  EXPECT_THAT(recorder_.LogOf({"K_ReportError"}),
+              ElementsAre(StartsWith("K_ReportError(0x70035, 8, u\"Unable to allocate enough"),
+                          StartsWith("K_ReportError(0x70034, 8, u\"Unable to allocate enough")));
 }
 
 TEST_F(ReloadOfAFrame, ThatIsTooLargeIsReportedOnceToACallerThatAsks) {

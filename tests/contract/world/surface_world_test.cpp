@@ -162,6 +162,14 @@ TEST_F(SurfaceWorld, ThatFailsForMemorySaysHowLargeItWouldHaveBeen) {
   }
 }
 
+TEST_F(SurfaceWorld, ThatFailsWithAPositiveNumberHasFailedToo) {
+  recorder_.script.newGWorldError = 1;
+  recorder_.Fail("NewGWorld");
+  EXPECT_EQ(New(32), 1);
+  EXPECT_EQ(recorder_.Count("Kp_ReportError"), 1);
+  EXPECT_EQ(recorder_.Count("GetGWorldDevice"), 0);
+}
+
 TEST_F(SurfaceWorld, ThatFailsComputesItsSizeWithoutPadding) {
   recorder_.script.newGWorldError = -108;
   recorder_.Fail("NewGWorld");
