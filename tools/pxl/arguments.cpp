@@ -34,13 +34,15 @@ constexpr const char* kConvertFooter =
     "pixel by pixel, unless --blit-only is given.\n"
     "With --mapped every conversion is made pixel by pixel, since the blit does not\n"
     "see mapped pixels: floats are then rounded to 8 bits, where the blit cuts off.\n"
-    "With --platform, 32 to 32 is a copy by the drawing layer.\n\n"
-    "Inputs are known by their content, the output by its ending. A PNG holds 8 bits\n"
-    "a channel at depth 32, else 16; an OpenEXR file always holds floats. Alpha is\n"
-    "taken as it is: straight in PNG, and in OpenEXR whatever the file holds.\n"
+    "With --platform, 32 to 32 is a copy by the drawing layer.\n"
+    "8 bits are indices into 256 standard colours. Only the drawing layer makes them,\n"
+    "from 32 bits, by the nearest colour or dithered; transparency is lost on the way.\n\n"
+    "Inputs are known by their content, the output by its ending. A PNG holds indices\n"
+    "at depth 8, 8 bits a channel at 32, else 16; an OpenEXR file always holds floats.\n"
+    "Alpha is taken as it is: straight in PNG, and in OpenEXR whatever the file holds.\n"
     "16-bit channels are 0..65535 in files and 0..32768 in Worlds; both ways they are\n"
     "rounded to the nearest. Colour tags are kept, or their loss is told.\n"
-    "Into a folder, names are kept and end in .png for 32 and 64, .exr for 128.\n\n"
+    "Into a folder, names are kept and end in .png up to 64, .exr for 128.\n\n"
     "Example: pxl convert photo.png --via 128 --depth 64 -o photo16.png";
 
 constexpr const char* kDemoFooter =
@@ -75,10 +77,10 @@ Action AddConvert(CLI::App& app) {
       ->type_name("FILE");
   verb->add_option("--depth", options->depth, "Bits a pixel of the last World")
       ->required()
-      ->check(OneOf({"32", "64", "128"}));
+      ->check(OneOf({"8", "32", "64", "128"}));
   verb->add_option("--via", options->via, "Depths on the way, for instance 128,32")
       ->delimiter(',')
-      ->check(OneOf({"32", "64", "128"}))
+      ->check(OneOf({"8", "32", "64", "128"}))
       ->expected(1)
       ->take_all();
   CLI::Option* blitOnly =
@@ -89,6 +91,7 @@ Action AddConvert(CLI::App& app) {
   AddBacking(*verb, *options, "--platform", Backing::Surface,
              "Keep Worlds of 32 bits in surfaces of the drawing layer")
       ->excludes(mapped);
+  verb->add_flag("--dither", options->dither, "Dither on the way to 8 bits");
   verb->add_flag("--verbose", options->verbose, "Tell the memory of each World");
   return [options] { return Convert(*options); };
 }

@@ -23,6 +23,7 @@ struct ConvertOptions {
   std::vector<std::int32_t> via;
   Backing backing = Backing::Frame;
   bool blitOnly = false;
+  bool dither = false;
   bool verbose = false;
 };
 // Pictures that fail are told one by one; the others are converted.
