@@ -49,6 +49,12 @@ constexpr const char* kDemoFooter =
     "Leaves NAME-32.png, NAME-64.png and NAME-128.png, the picture as each depth\n"
     "holds it, and NAME-sheet.png with all of them side by side.";
 
+constexpr const char* kSoakFooter =
+    "Worlds of every depth live in frames, mapped files and surfaces; lack of memory\n"
+    "is part of the plan. Ends with what was done, and fails if a pixel was lost or if\n"
+    "handles, blocks, surfaces or booked bytes remain.\n\n"
+    "Example: pxl soak --minutes 2 --budget 256MiB --plot memory.svg";
+
 // Accepts the depths listed.
 CLI::Validator OneOf(const std::vector<std::string>& depths) {
   const auto check = [depths](const std::string& text) -> std::string {
@@ -129,6 +135,23 @@ Action AddDemo(CLI::App& app) {
   return [options] { return Demo(*options); };
 }
 
+Action AddSoak(CLI::App& app) {
+  auto options = std::make_shared<SoakOptions>();
+  CLI::App* verb =
+      app.add_subcommand("soak", "Make, draw and dispose of Worlds at random for a while");
+  verb->footer(std::string(kSoakFooter) + "\n\n" + kFooter);
+  verb->add_option("--minutes", options->minutes, "How long; parts of a minute will do")
+      ->required()
+      ->check(CLI::PositiveNumber)
+      ->type_name("M");
+  verb->add_option("--budget", options->budget, "Memory that K allows, for instance 256MiB")
+      ->transform(CLI::AsSizeValue(false))
+      ->type_name("SIZE");
+  verb->add_option("--plot", options->plot, "Draw K's memory over time (.svg)")->type_name("FILE");
+  verb->add_option("--seed", options->seed, "Repeat the calls of an earlier run")->type_name("N");
+  return [options] { return RunSoak(*options); };
+}
+
 // The help of the verb that was asked about, or of the whole program.
 int PrintHelp(const CLI::App& app) {
   std::cout << app.help();
@@ -169,7 +192,7 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
   app->require_subcommand(1);
   // In the order in which CLI11 keeps the verbs.
   const std::vector<Action> actions = {AddConvert(*app), AddInfo(*app), AddMessages(*app),
-                                       AddDemo(*app)};
+                                       AddDemo(*app), AddSoak(*app)};
   RefuseUnknownVerb(*app, count, arguments);
   try {
     app->parse(count, arguments);

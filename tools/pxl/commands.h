@@ -47,6 +47,14 @@ struct DemoOptions {
 };
 int Demo(const DemoOptions& options);
 
+struct SoakOptions {
+  double minutes = 0.0;
+  std::optional<std::uint64_t> budget;  // bytes
+  std::optional<std::filesystem::path> plot;
+  std::optional<std::uint64_t> seed;
+};
+int RunSoak(const SoakOptions& options);
+
 }  // namespace pxl
 
 #endif
