@@ -72,10 +72,12 @@ K_API uint64_t K_CountHandles(void);
 
 /* ---- Recycled pointers -------------------------------------------------- */
 
-/* Bytes are those of the mapped blocks, which are whole pages and, when larger,
- * up to an eighth more than what was asked for. Kept blocks are those that wait for re-use. A hit
- * is an allocation that got a kept block. `peakBytes` is the most that live and kept blocks came to
- * together. */
+/* Bytes are those of the blocks, which are whole pages and, when larger, up to
+ * an eighth more than what was asked for. Kept blocks are those that wait for
+ * re-use; a re-used block is at most a quarter larger than a new one would be.
+ * A hit is an allocation that got a kept block, a miss one that had to ask the
+ * system, with success or without. `peakBytes` is the most that live and kept
+ * blocks came to together. */
 typedef struct K_PoolStatistics {
   uint64_t liveBlocks, liveBytes, keptBlocks, keptBytes, peakBytes, hits, misses;
 } K_PoolStatistics;
@@ -84,10 +86,43 @@ K_API void K_GetPoolStatistics(K_PoolStatistics* statistics);
 /* The most bytes that are kept for re-use, applied at once; 0 keeps none. The
  * oldest go first. K_DefaultPoolLimit at first. */
 K_API void K_SetPoolLimit(uint64_t bytes);
+K_API uint64_t K_GetPoolLimit(void);
 enum { K_DefaultPoolLimit = 0x20000000 };
 
 /* Whether `base` is the address of a live block of the pool. */
 K_API Boolean K_IsRecycledPtr(const void* base);
+
+/* ---- Checks of recycled pointers ---------------------------------------- */
+
+/* Ways to find stray accesses, for debugging; the sum of those that are on.
+ * None is on at first. They cost time and pages: guards and fences are a page
+ * each on either side of a block, not counted in the statistics or the budget,
+ * and keep each block to the whole pages that its size needs, so that the
+ * re-use of nearly the same size ends. */
+enum {
+  /* What lies between the size and the end of the block, and a page on either
+   * side, is filled with K_PoolGuardPattern and compared when the block is
+   * freed. A difference is reported as K_Code_GUARD. */
+  K_PoolCheck_GUARDS = 1,
+  /* A page on either side, beyond the guards if there are any, that cannot be
+   * read or written: an access ends the program. */
+  K_PoolCheck_FENCES = 2,
+  /* Freed blocks are filled with K_PoolFreedPattern. Those that are kept are
+   * compared when they are used again or given back; a difference is reported
+   * as K_Code_STALE. */
+  K_PoolCheck_FILL = 4
+};
+enum { K_PoolGuardPattern = 0xA9, K_PoolFreedPattern = 0xDB };
+/* What K reports it under. */
+enum {
+  K_Code_GUARD = 0x20004, /* a write outside a block */
+  K_Code_STALE = 0x20005  /* a write into a block after it was freed */
+};
+
+/* Blocks that are live now stay as they are and are checked for what they were
+ * made with; unlike new ones, they are not kept for re-use any more. */
+K_API void K_SetPoolChecks(uint32_t checks);
+K_API uint32_t K_GetPoolChecks(void);
 
 /* ---- Shortage ----------------------------------------------------------- */
 
