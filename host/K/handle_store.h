@@ -11,6 +11,7 @@
 
 #include "include/PXL_Types.h"
 #include "quarantine.h"
+#include "refusals.h"
 
 namespace k {
 
@@ -20,7 +21,7 @@ class HandleStore {
  public:
   static HandleStore& Instance();
 
-  // Null when the budget or the heap refuses; std::bad_alloc when the store's
+  // Null, and noted, when a budget or the heap refuses; std::bad_alloc when the store's
   // own tables cannot grow.
   Handle NewEmpty();
   Handle New(std::uint64_t size);
@@ -66,7 +67,8 @@ class HandleStore {
   Master* Find(Handle handle) const;
   Master* TakeMaster();
   Handle MakeLive(Master* master, void* block, std::uint64_t size);
-  Handle Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
+  Refuser Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size, Handle& handle);
+  Handle AllocateOrNote(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
   static void Discard(Master& master);
   void Retire(void* block, std::uint64_t size);
   void Move(Master& master);

@@ -13,7 +13,9 @@
 namespace k {
 namespace {
 
-constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 47;
+// More than the budget lets through on any system, yet small enough to be
+// rounded up.
+constexpr std::uint64_t kTooMuch = std::uint64_t{1} << 49;
 constexpr std::uint32_t kMargins = K_PoolCheck_GUARDS | K_PoolCheck_FENCES;
 constexpr std::uint32_t kAllChecks = kMargins | K_PoolCheck_FILL;
 
@@ -47,8 +49,7 @@ Pool& Pool::Instance() {
 }
 
 K_RecycledPtrRef Pool::Allocate(std::uint32_t ownerCode, const char* label, std::uint64_t size) {
-  if (size > kMostBytes) throw std::bad_alloc();
-  K_RecycledPtr* ref = Acquire(ShapeFor(size, checks_));
+  K_RecycledPtr* ref = Acquire(ShapeFor(std::min(size, kTooMuch), checks_));
   CheckFilled(*ref);
   ref->SetOwner(ownerCode, label);
   ref->size = size;
@@ -163,7 +164,7 @@ void Pool::EvictOverLimit() {
 }
 
 void Pool::SetLimit(std::uint64_t bytes) {
-  limit_ = std::min(bytes, kMostBytes);
+  limit_ = bytes;
   EvictOverLimit();
 }
 

@@ -34,12 +34,18 @@ char* Map(const k::BlockShape& shape) {
   return mapping + MarginSize(shape);
 }
 
+[[noreturn]] void Refuse(k::Refuser refuser, std::uint64_t bytes) {
+  k::NoteRefusal(refuser, bytes);
+  throw std::bad_alloc();
+}
+
 char* MapBooked(const k::BlockShape& shape) {
-  if (!k::ReserveMemory(shape.capacity)) throw std::bad_alloc();
+  const k::Refuser refuser = k::ReserveMemory(shape.capacity);
+  if (refuser != k::Refuser::Nobody) Refuse(refuser, shape.capacity);
   char* base = Map(shape);
   if (base != nullptr) return base;
   k::ReleaseMemory(shape.capacity);
-  throw std::bad_alloc();
+  Refuse(k::Refuser::System, shape.capacity);
 }
 
 }  // namespace

@@ -146,6 +146,50 @@ enum { K_MostPurgers = 32 };
 K_API Boolean K_AddPurger(K_Purger purger, void* context);
 K_API void K_RemovePurger(K_Purger purger, void* context);
 
+/* ---- Limits and refusals ------------------------------------------------ */
+
+/* Who sets a limit of memory. */
+enum {
+  K_MemoryLimit_NONE = 0,
+  K_MemoryLimit_BUDGET = 1, /* the application, with K_SetMemoryBudget */
+  K_MemoryLimit_GROUP = 2,  /* the system, for the group of processes that this
+                               one belongs to, as in a container */
+  K_MemoryLimit_SYSTEM = 3  /* the system: it had none left, or no address space */
+};
+
+/* The budget that is in force. While the application sets none, it is what the
+ * tightest limit of the process group, and of the groups around it, leaves for
+ * what K counts: the limit less what others use, the process' own heap and the
+ * group's other processes. Pages of files that the group read count as free.
+ * On Linux the limits are memory.max and memory.high of control groups of
+ * version 2, mounted at /sys/fs/cgroup; elsewhere, and where nothing is limited,
+ * there is no such budget. A budget of UINT64_MAX sets the group's limit aside.
+ *
+ * The limits are read when memory is first asked for, whenever K's memory has
+ * grown by a sixteenth of the limit since, and before each refusal; once that
+ * finds no limit, it is not done again. */
+typedef struct K_MemoryBudget {
+  uint64_t bytes; /* 0 when nobody sets one */
+  uint64_t used;  /* what counts towards it now */
+  int32_t setBy;  /* K_MemoryLimit_NONE, _BUDGET or _GROUP */
+} K_MemoryBudget;
+K_API void K_GetMemoryBudgetInForce(K_MemoryBudget* budget);
+
+/* Reads the limits of the process group anew, from here on out of the files
+ * below the folder `root`: root/proc/self/cgroup and root/sys/fs/cgroup. Null
+ * is the system's own. Gives 0, and does nothing, when the name has more than
+ * 1023 bytes. */
+K_API Boolean K_ReadMemoryGroup(const char* root);
+
+/* The refusals of memory so far, each also logged at TRC_Level_NOTE. The purge
+ * loop may have found memory after one; each try counts. */
+typedef struct K_MemoryRefusals {
+  int32_t last;       /* K_MemoryLimit_*: who refused last */
+  uint64_t lastBytes; /* what K asked for; 0 for its own tables */
+  uint64_t byBudget, byGroup, bySystem;
+} K_MemoryRefusals;
+K_API void K_GetMemoryRefusals(K_MemoryRefusals* refusals);
+
 /* ---- Accounting --------------------------------------------------------- */
 
 /* What was booked with K_AccountAllocation and K_AccountSystemAllocation. The
