@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "budget.h"
+#include "time_line.h"
 
 namespace k {
 namespace {
@@ -72,6 +73,7 @@ HandleStore::Master* HandleStore::TakeMaster() {
 Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
   *master = {.block = static_cast<Ptr>(block), .size = size, .live = true};
   ++count_;
+  SetBytes(bytes_ + size);
   return HandleOf(master);
 }
 
@@ -115,6 +117,7 @@ bool HandleStore::Free(Handle handle) {
   --count_;
   if (old.block != nullptr) {
     ReleaseMemory(old.size);
+    SetBytes(bytes_ - old.size);
     Retire(old.block, old.size);
   }
   resting_.push_back(master);
@@ -176,9 +179,20 @@ std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
 // Takes the block away for good, so that its memory is free at once.
 void HandleStore::Discard(Master& master) {
   ReleaseMemory(master.size);
+  SetBytes(bytes_ - master.size);
   std::free(master.block);
   master.block = nullptr;
   master.size = 0;
+}
+
+void HandleStore::SetBytes(std::uint64_t bytes) {
+  bytes_ = bytes;
+  TellHandles(bytes_);
+}
+
+void HandleStore::TellTimeLine() const {
+  const std::lock_guard lock(mutex_);
+  TellHandles(bytes_);
 }
 
 // Lets go of a place that somebody may still point to.

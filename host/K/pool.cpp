@@ -8,6 +8,7 @@
 
 #include "block_checks.h"
 #include "poison.h"
+#include "time_line.h"
 #include "virtual_memory.h"
 
 namespace k {
@@ -78,6 +79,7 @@ K_RecycledPtrRef Pool::MakeLive(Node node) {
   statistics_.liveBytes += ref->shape.capacity;
   statistics_.peakBytes =
       std::max(statistics_.peakBytes, statistics_.liveBytes + statistics_.keptBytes);
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
   return ref;
 }
 
@@ -120,12 +122,14 @@ Pool::Node Pool::KeepOrReturn(Node node) {
   const std::uint64_t capacity = block.shape.capacity;
   const std::lock_guard lock(mutex_);
   const bool suits = block.shape.margins == (checks_ & kMargins);
-  if (!suits || capacity > limit_) return node;
-  block.age = ++clock_;
-  kept_[block.shape].push_back(std::move(node));
-  ++statistics_.keptBlocks;
-  statistics_.keptBytes += capacity;
-  return {};
+  if (suits && capacity <= limit_) {
+    block.age = ++clock_;
+    kept_[block.shape].push_back(std::move(node));
+    ++statistics_.keptBlocks;
+    statistics_.keptBytes += capacity;
+  }
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
+  return node;
 }
 
 Pool::Node Pool::TakeFromBucket(Buckets::iterator bucket, std::size_t position) {
@@ -154,7 +158,9 @@ Pool::Buckets::iterator Pool::OldestBucket() {
 Pool::Node Pool::TakeOldest(std::uint64_t keptBytes) {
   const std::lock_guard lock(mutex_);
   if (statistics_.keptBytes <= keptBytes) return {};
-  return TakeFromBucket(OldestBucket(), 0);
+  Node oldest = TakeFromBucket(OldestBucket(), 0);
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
+  return oldest;
 }
 
 // Block by block: unmapping is slow and must not hold up other threads, and a
@@ -198,6 +204,11 @@ std::uint64_t Pool::GiveBack(std::uint64_t bytes) {
 bool Pool::Owns(const void* base) const {
   const std::lock_guard lock(mutex_);
   return live_.contains(base);
+}
+
+void Pool::TellTimeLine() const {
+  const std::lock_guard lock(mutex_);
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
 }
 
 K_PoolStatistics Pool::Statistics() const {

@@ -37,6 +37,8 @@ class Pool {
   // left; gives the bytes freed.
   std::uint64_t GiveBack(std::uint64_t bytes);
   K_PoolStatistics Statistics() const;
+  // Tells it of the bytes as they are.
+  void TellTimeLine() const;
 
  private:
   using Blocks = std::unordered_map<const void*, std::unique_ptr<K_RecycledPtr>>;

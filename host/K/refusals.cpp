@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "TRC_host.h"
+#include "time_line.h"
 
 namespace k {
 namespace {
@@ -49,6 +50,7 @@ void Log(Refuser refuser, std::uint64_t bytes) {
 void NoteRefusal(Refuser refuser, std::uint64_t bytes) {
   if (refuser == Refuser::Nobody) return;
   Count(refuser, bytes);
+  TellFailure();
   Log(refuser, bytes);
 }
 

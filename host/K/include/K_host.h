@@ -199,6 +199,53 @@ typedef struct K_MemoryTotals {
 } K_MemoryTotals;
 K_API void K_GetMemoryTotals(K_MemoryTotals* totals);
 
+/* ---- Time line ---------------------------------------------------------- */
+
+/* What a sample was taken for. */
+enum {
+  K_TimeLineEvent_START = 0,   /* the time line was switched on */
+  K_TimeLineEvent_BLOCKS = 1,  /* a recycled pointer was allocated or freed, or
+                                  kept blocks were given back */
+  K_TimeLineEvent_HANDLES = 2, /* a handle was made, freed or purged */
+  K_TimeLineEvent_BOOKING = 3, /* memory was booked */
+  K_TimeLineEvent_PURGE = 4,   /* a round of the purge loop has ended, or a
+                                  K_PurgeHandlesAndCompact has freed its part */
+  K_TimeLineEvent_FAILURE = 5  /* a refusal, see K_MemoryRefusals */
+};
+
+/* All of K's memory at one moment. */
+typedef struct K_TimeLineSample {
+  uint64_t nanoseconds;          /* since the switching on, by a clock that is
+                                    never set; never less than the one before */
+  uint64_t liveBytes, keptBytes; /* of the pool, see K_PoolStatistics */
+  uint64_t handleBytes;          /* of the blocks of handles */
+  int64_t application, system;   /* booked, see K_MemoryTotals */
+  uint64_t purges, failures;     /* so many since the switching on */
+  int32_t event;                 /* K_TimeLineEvent_* */
+  uint32_t changes;              /* the changes that the sample stands for */
+} K_TimeLineSample;
+
+/* Switching on forgets what was recorded, takes a first sample and then one at
+ * each change. Switching off leaves what was recorded to be read. Off at first;
+ * costs next to nothing then, and a fraction of a microsecond a change while it
+ * is on. */
+K_API void K_SetTimeLine(Boolean on);
+K_API Boolean K_IsTimeLineOn(void);
+
+/* Copies the latest samples, at most `capacity` of them, the oldest first, and
+ * gives their number. With null it only gives the number that there are. The
+ * last one is always the latest change.
+ *
+ * There are never more than K_MostTimeLineSamples. When so many changes came
+ * that the room is used up, neighbouring samples are merged, and from then on
+ * each stands for twice as many changes. Of those it is the one with the most
+ * memory, live, kept, in handles and booked by the application together: no
+ * peak is lost, a short trough may be, and so may an event; the counts tell of
+ * all. A last sample that is there for being the latest, though its neighbour
+ * stands for its change, has no changes. */
+K_API uint64_t K_ReadTimeLine(K_TimeLineSample* samples, uint64_t capacity);
+enum { K_MostTimeLineSamples = 4096 };
+
 /* ---- Reports ------------------------------------------------------------ */
 
 typedef struct K_Report {
