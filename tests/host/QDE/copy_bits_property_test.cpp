@@ -126,8 +126,7 @@ class RandomCopies : public Surfaces {
   static Picture PictureOf(GWorldPtr world) {
     const Rect bounds = MapOf(world).bounds;
     const int depth = MapOf(world).pixelSize;
-    Picture picture{bounds, depth, FormatOf(world), reference::TableOf(**MapOf(world).pmTable),
-                    {}};
+    Picture picture{bounds, depth, FormatOf(world), reference::TableOf(**MapOf(world).pmTable), {}};
     for (int y = bounds.top; y < bounds.bottom; ++y) {
       const std::uint8_t* row = At(world, bounds.left, y);
       picture.bytes.insert(picture.bytes.end(), row,
@@ -169,7 +168,7 @@ class RandomCopies : public Surfaces {
   std::mt19937 generator_{seed_};
 };
 
-constexpr int kRounds = 3000;
+constexpr int kRounds = 2000;
 
 TEST_F(RandomCopies, BetweenWorldsShowWhatTheReferenceShows) {
   for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {

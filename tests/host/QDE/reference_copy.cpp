@@ -110,14 +110,10 @@ const std::map<int, Formula> kFormulas = {
 
 // On indices, where a set bit is black.
 const std::map<int, std::function<int(int, int)>> kIndexFormulas = {
-    {0, [](int s, int) { return s; }},
-    {1, [](int s, int d) { return s | d; }},
-    {2, [](int s, int d) { return s ^ d; }},
-    {3, [](int s, int d) { return d & ~s; }},
-    {4, [](int s, int) { return ~s; }},
-    {5, [](int s, int d) { return d | ~s; }},
-    {6, [](int s, int d) { return d ^ ~s; }},
-    {7, [](int s, int d) { return d & s; }},
+    {0, [](int s, int) { return s; }},        {1, [](int s, int d) { return s | d; }},
+    {2, [](int s, int d) { return s ^ d; }},  {3, [](int s, int d) { return d & ~s; }},
+    {4, [](int s, int) { return ~s; }},       {5, [](int s, int d) { return d | ~s; }},
+    {6, [](int s, int d) { return d ^ ~s; }}, {7, [](int s, int d) { return d & s; }},
 };
 
 int Wide(const QDE_RGBColor& color, std::size_t component) {
