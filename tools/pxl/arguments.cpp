@@ -142,7 +142,6 @@ Action AddSoak(CLI::App& app) {
   verb->footer(std::string(kSoakFooter) + "\n\n" + kFooter);
   verb->add_option("--minutes", options->minutes, "How long; parts of a minute will do")
       ->required()
-      ->check(CLI::PositiveNumber)
       ->type_name("M");
   verb->add_option("--budget", options->budget, "Memory that K allows, for instance 256MiB")
       ->transform(CLI::AsSizeValue(false))

@@ -72,6 +72,20 @@ struct Axis {
   double step;
 };
 
+std::string Escaped(const std::string& text) {
+  std::string escaped;
+  for (const char c : text) {
+    if (c == '&') {
+      escaped += "&amp;";
+    } else if (c == '<') {
+      escaped += "&lt;";
+    } else {
+      escaped += c;
+    }
+  }
+  return escaped;
+}
+
 class Plotter {
  public:
   Plotter(std::ostream& stream, const MemoryPlot& plot)
@@ -127,7 +141,7 @@ class Plotter {
   void Text(double x, double y, const char* anchor, const std::string& text,
             const char* attributes = "") {
     out_ << "<text x=\"" << x << "\" y=\"" << y << "\" text-anchor=\"" << anchor << "\""
-         << attributes << ">" << text << "</text>\n";
+         << attributes << ">" << Escaped(text) << "</text>\n";
   }
 
   void Line(double x1, double y1, double x2, double y2, const char* colour,
@@ -181,8 +195,10 @@ class Plotter {
     std::vector<double> last(kColumns, -1.0);
     for (const Sample& sample : plot_.samples) {
       const std::size_t column = ColumnOf(sample);
-      columns[column] = std::max(columns[column], series.bytes(sample) / kMebibyte);
-      last[column] = series.bytes(sample) / kMebibyte;
+      // A total that does not balance may be negative: it is drawn as nothing.
+      const double value = std::max(series.bytes(sample), 0.0) / kMebibyte;
+      columns[column] = std::max(columns[column], value);
+      last[column] = value;
     }
     double before = 0.0;
     for (std::size_t i = 0; i < columns.size(); ++i) {

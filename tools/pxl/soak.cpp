@@ -12,7 +12,8 @@
 namespace pxl {
 namespace {
 
-constexpr std::size_t kMostWorlds = 48;
+constexpr std::size_t kMostWorlds = 96;
+constexpr std::int64_t kTinySide = 8;
 constexpr std::int64_t kLongestSide = 2048;
 // Files are really written, so they stay small.
 constexpr std::int64_t kLongestMappedSide = 512;
@@ -68,9 +69,13 @@ bool Soak::Chance(double probability) {
   return std::bernoulli_distribution(probability)(random_);
 }
 
-// As many small Worlds as large ones: the logarithms are spread evenly.
+// As many small Worlds as large ones: the logarithms are spread evenly. Some are
+// tiny.
 Soak::Size Soak::RandomSize(std::int64_t longest) {
-  std::uniform_real_distribution<double> exponent(0.0, std::log2(static_cast<double>(longest)));
+  const std::int64_t end = Chance(0.2) ? kTinySide : longest;
+  const std::int64_t start = end == longest ? kTinySide : 1;
+  std::uniform_real_distribution<double> exponent(std::log2(static_cast<double>(start)),
+                                                  std::log2(static_cast<double>(end)));
   const auto side = [&] { return static_cast<std::int64_t>(std::exp2(exponent(random_))); };
   const std::int64_t width = side();
   return {width, side()};
@@ -116,7 +121,12 @@ void Soak::Make() {
 }
 
 void Soak::Dispose(std::size_t index) {
-  // Locked Worlds are disposed of as well: the module does not mind.
+  // The module does not mind if a World is locked, but the bytes of a view stay
+  // booked unless it is unmapped by the last unlock.
+  Item& item = items_[index];
+  if (item.world.backing() == Backing::MappedFile) {
+    while (item.locks > 0) Unlock(item);
+  }
   std::swap(items_[index], items_.back());
   items_.pop_back();
   module_.Check(PXL_Err_NONE);

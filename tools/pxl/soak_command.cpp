@@ -19,6 +19,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr double kMostMinutes = 100000.0;
+
 // What must be as it was when all is done.
 struct Totals {
   std::uint64_t handles;
@@ -109,13 +111,19 @@ SoakCounts Work(Module& module, const SoakOptions& options, std::uint64_t seed) 
   for (auto now = start; now < end; now = Clock::now()) {
     if (now >= next) {
       const auto passed = std::chrono::duration_cast<std::chrono::seconds>(now - start);
-      progress.Show(static_cast<std::size_t>(passed.count()));
+      progress.Show(static_cast<std::size_t>(passed.count()), "s");
       next += std::chrono::seconds(1);
     }
     soak.Step();
   }
   soak.DisposeOfAll();
   return soak.counts();
+}
+
+// Written so that what is no number fails too.
+void CheckMinutes(double minutes) {
+  if (minutes > 0.0 && minutes <= kMostMinutes) return;
+  throw UsageError("--minutes", "must be above 0 and at most 100000");
 }
 
 void CheckPlotName(const std::filesystem::path& path) {
@@ -126,6 +134,7 @@ void CheckPlotName(const std::filesystem::path& path) {
 }  // namespace
 
 int RunSoak(const SoakOptions& options) {
+  CheckMinutes(options.minutes);
   if (options.plot) CheckPlotName(*options.plot);
   if (options.budget) K_SetMemoryBudget(*options.budget);
   const std::uint64_t seed = options.seed.value_or(std::random_device{}());
