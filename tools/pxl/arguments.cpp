@@ -166,13 +166,19 @@ void RefuseUnknownVerb(const CLI::App& app, int count, const char* const* argume
   throw UsageError(first, "is no verb; see pxl --help");
 }
 
-// "NAME is required", "NAME requires OTHER" and "NAME excludes OTHER" in the form
-// of all our messages.
+// What the library says of an option in the form of all our messages: the name,
+// a colon, the reason.
 UsageError Translated(const CLI::ParseError& error) {
   const std::string text = error.what();
   for (const char* word : {" is required", " requires ", " excludes "}) {
     const std::size_t place = text.find(word);
     if (place != std::string::npos) return {text.substr(0, place), text.substr(place + 1)};
+  }
+  const std::string conversion = "Could not convert: ";
+  const std::size_t equals = text.find(" = ");
+  if (text.rfind(conversion, 0) == 0 && equals != std::string::npos) {
+    return {text.substr(conversion.size(), equals - conversion.size()),
+            "is not a number: " + text.substr(equals + 3)};
   }
   return {"", text};
 }
