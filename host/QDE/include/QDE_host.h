@@ -241,8 +241,8 @@ QDE_API Boolean QDE_IsBitmapCreationForced(void);
  * of the destination's, whatever the current device: the smallest sum of squared
  * differences, at a tie the lowest index, 0 in an empty table. A pixel whose
  * colour a mode leaves as it is keeps its index, other than in 0 and 4. hilite
- * swaps the nearest colours of the table to the two, so that twice is as if
- * never.
+ * swaps the nearest colours of the table to the two, so that doing it twice
+ * brings the colours back.
  *
  * Dithering, to 8 bits only, spreads what the nearest colour of a pixel misses:
  * 7 sixteenths to the right, 3, 5 and 1 to the left, straight and right below,
