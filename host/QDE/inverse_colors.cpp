@@ -60,7 +60,7 @@ struct InverseColors::Box {
 };
 
 struct InverseColors::Candidates {
-  std::array<std::uint8_t, 256> indices;
+  std::array<std::uint8_t, 256> indices{};
   std::size_t count = 0;
 
   void Add(std::uint8_t index) { indices[count++] = index; }
@@ -97,6 +97,7 @@ InverseColors::Candidates InverseColors::Reduce(const Candidates& candidates,
 
 // From the whole cube down to the cells: what cannot be nearest in a box cannot
 // be nearest in any part of it.
+// NOLINTNEXTLINE(misc-no-recursion): no deeper than a cell has bits.
 void InverseColors::Fill(const Candidates& candidates, const Box& box) {
   const Candidates left = Reduce(candidates, box);
   if (box.size == kCellSize) {
