@@ -95,10 +95,11 @@ std::uint64_t K_GetMemoryBudget() {
 
 Boolean K_ReadMemoryGroup(const char* root) {
   const char* folder = root != nullptr ? root : "";
-  if (std::strlen(folder) >= k::theGroupRoot.size()) return 0;
+  const std::size_t size = std::strlen(folder) + 1;
+  if (size > k::theGroupRoot.size()) return 0;
   {
     const std::lock_guard lock(k::theReadingMutex);
-    std::strcpy(k::theGroupRoot.data(), folder);
+    std::memcpy(k::theGroupRoot.data(), folder, size);
   }
   k::ReadGroup();
   return 1;

@@ -97,8 +97,8 @@ bool Pool::Free(void* base) {
   Node node = TakeLive(base);
   if (node.empty()) return false;
   FinishUse(*node.mapped());
-  // What it gives is unmapped here, outside the lock.
-  if (KeepOrReturn(std::move(node)).empty()) EvictOverLimit();
+  KeepOrUnmap(std::move(node));
+  EvictOverLimit();
   return true;
 }
 
@@ -117,19 +117,21 @@ void Pool::FinishUse(K_RecycledPtr& block) const {
   PoisonMemory(block.base, block.shape.capacity);
 }
 
-Pool::Node Pool::KeepOrReturn(Node node) {
-  K_RecycledPtr& block = *node.mapped();
-  const std::uint64_t capacity = block.shape.capacity;
+// What is not kept is unmapped at the very end, after the lock.
+void Pool::KeepOrUnmap(Node node) {
   const std::lock_guard lock(mutex_);
-  const bool suits = block.shape.margins == (checks_ & kMargins);
-  if (suits && capacity <= limit_) {
-    block.age = ++clock_;
-    kept_[block.shape].push_back(std::move(node));
-    ++statistics_.keptBlocks;
-    statistics_.keptBytes += capacity;
-  }
+  const BlockShape& shape = node.mapped()->shape;
+  const bool suits = shape.margins == (checks_ & kMargins);
+  if (suits && shape.capacity <= limit_) Keep(std::move(node));
   TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
-  return node;
+}
+
+void Pool::Keep(Node node) {
+  K_RecycledPtr& block = *node.mapped();
+  block.age = ++clock_;
+  kept_[block.shape].push_back(std::move(node));
+  ++statistics_.keptBlocks;
+  statistics_.keptBytes += block.shape.capacity;
 }
 
 Pool::Node Pool::TakeFromBucket(Buckets::iterator bucket, std::size_t position) {

@@ -54,11 +54,11 @@ class Pool {
   void EvictOverLimit();
   Node TakeLive(const void* base);
   void FinishUse(K_RecycledPtr& block) const;
-  // The block itself, to be unmapped, when it should not be kept.
-  Node KeepOrReturn(Node node);
+  void KeepOrUnmap(Node node);
   // These run under the lock.
   K_RecycledPtrRef MakeLive(Node node);
   Node TakeKept(const BlockShape& shape);
+  void Keep(Node node);
   Node TakeFromBucket(Buckets::iterator bucket, std::size_t position);
   Buckets::iterator OldestBucket();
 
