@@ -81,8 +81,7 @@ std::vector<std::string> PlaceholdersOf(const std::string& text) {
   for (auto match = first; match != std::sregex_iterator(); ++match) found.push_back(match->str());
   std::erase(found, "@@");
   const auto conversion = [](const std::string& placeholder) { return placeholder[0] == '%'; };
-  const auto numbered = std::ranges::stable_partition(found, conversion);
-  std::ranges::sort(numbered);
+  std::sort(std::stable_partition(found.begin(), found.end(), conversion), found.end());
   return found;
 }
 
