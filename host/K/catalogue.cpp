@@ -1,25 +1,26 @@
 // Lookup of catalogue texts. An entry's first cache word is the address of the
-// text once it was looked up; a text without markup is used where it stands, at
-// the end of its key.
+// text, its second the generation of translations that it was looked up in. A
+// default text without markup is used where it stands, at the end of its key.
 #include <cstdint>
-#include <deque>
 #include <mutex>
-#include <new>
+#include <optional>
+#include <set>
 #include <string>
 
 #include "platform/K.h"
+#include "translations.h"
 #include "zstring.h"
 
 namespace {
 
-struct ExpandedTexts {
-  std::mutex mutex;
-  std::deque<std::string> texts;  // their addresses stay
+struct MadeTexts {
+  std::mutex mutex;             // for the cache words as well
+  std::set<std::string> texts;  // none goes, since callers may still hold it
 };
 
 // Never destroyed: catalogues point into it until the process is gone.
-ExpandedTexts& TheTexts() {
-  static auto* const texts = new ExpandedTexts;
+MadeTexts& TheTexts() {
+  static auto* const texts = new MadeTexts;
   return *texts;
 }
 
@@ -31,10 +32,28 @@ K_LStrEntry* FindEntry(const K_LStrCatalogue* catalogue, std::int32_t index) {
   return entry->key != nullptr ? entry : nullptr;
 }
 
-const char* FindText(const char* key, std::deque<std::string>& expanded) {
+// The text where it is not simply the end of the key.
+std::optional<std::string> MakeText(const char* key) {
+  if (auto translation = k::Translations::Instance().Find(key)) return translation;
   const std::string_view text = k::TextAfterKey(key);
-  if (!k::HasMarkup(text)) return text.data();
-  return expanded.emplace_back(k::ExpandMarkup(text)).c_str();
+  if (!k::HasMarkup(text)) return std::nullopt;
+  return k::ExpandMarkup(text);
+}
+
+const char* CachedText(const K_LStrEntry& entry, std::uintptr_t generation) {
+  const std::lock_guard lock(TheTexts().mutex);
+  return entry.cache[1] == generation ? reinterpret_cast<const char*>(entry.cache[0]) : nullptr;
+}
+
+const char* KeepText(K_LStrEntry& entry, std::uintptr_t generation,
+                     const std::optional<std::string>& made) {
+  MadeTexts& kept = TheTexts();
+  const std::lock_guard lock(kept.mutex);
+  const char* text =
+      made ? kept.texts.insert(*made).first->c_str() : k::TextAfterKey(entry.key).data();
+  entry.cache[0] = reinterpret_cast<std::uintptr_t>(text);
+  entry.cache[1] = generation;
+  return text;
 }
 
 }  // namespace
@@ -43,10 +62,7 @@ const char* K_ZLookupLStrCache(const K_LStrCatalogue* catalogue, std::int32_t in
                                std::int32_t) {
   K_LStrEntry* entry = FindEntry(catalogue, index);
   if (entry == nullptr) return "";
-  ExpandedTexts& expanded = TheTexts();
-  const std::lock_guard lock(expanded.mutex);
-  if (entry->cache[0] == 0) {
-    entry->cache[0] = reinterpret_cast<std::uintptr_t>(FindText(entry->key, expanded.texts));
-  }
-  return reinterpret_cast<const char*>(entry->cache[0]);
+  const std::uintptr_t generation = k::Translations::Instance().Generation();
+  const char* cached = CachedText(*entry, generation);
+  return cached != nullptr ? cached : KeepText(*entry, generation, MakeText(entry->key));
 }

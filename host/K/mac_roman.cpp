@@ -1,7 +1,10 @@
 #include "mac_roman.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 
+#include "K_host.h"
 #include "platform/vetrix.h"
 
 namespace k {
@@ -28,20 +31,70 @@ constexpr std::array<char16_t, 128> kUpperHalf = {
     0x00AF, 0x02D8, 0x02D9, 0x02DA, 0x00B8, 0x02DD, 0x02DB, 0x02C7,  // 0xF8
 };
 
-}  // namespace
+constexpr char16_t kFirstAboveASCII = 0x80;
 
-char16_t MacRomanToUTF16(unsigned char byte) {
-  return byte < 0x80 ? char16_t{byte} : kUpperHalf[byte - 0x80U];
+bool IsASCII(char c) {
+  return static_cast<unsigned char>(c) < kFirstAboveASCII;
 }
+
+char16_t CharacterOf(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return IsASCII(c) ? char16_t{byte} : kUpperHalf[byte - kFirstAboveASCII];
+}
+
+std::optional<char> ByteOf(char16_t character) {
+  if (character < kFirstAboveASCII) return static_cast<char>(character);
+  const auto* found = std::ranges::find(kUpperHalf, character);
+  if (found == kUpperHalf.end()) return std::nullopt;
+  return static_cast<char>(kFirstAboveASCII + (found - kUpperHalf.begin()));
+}
+
+bool IsLacking(char16_t character) {
+  return !ByteOf(character);
+}
+
+// Takes what precedes the first character for which `ends` holds off the front
+// of the text.
+template <class Text, class Ends>
+Text TakeUntil(Text& text, Ends ends) {
+  const auto length = static_cast<std::size_t>(std::ranges::find_if(text, ends) - text.begin());
+  const Text taken = text.substr(0, length);
+  text.remove_prefix(length);
+  return taken;
+}
+
+}  // namespace
 
 std::u16string MacRomanToUTF16(std::string_view text) {
   std::u16string result;
-  for (const char c : text) result += MacRomanToUTF16(static_cast<unsigned char>(c));
+  while (!text.empty()) {
+    const char first = text.front();
+    text.remove_prefix(1);
+    if (first == K_ShiftOut && !text.empty() && !IsASCII(text.front())) {
+      result += vetrix::utility::UTF8to16(std::string(TakeUntil(text, IsASCII)));
+      if (text.starts_with(char{K_ShiftIn})) text.remove_prefix(1);
+    } else {
+      result += CharacterOf(first);
+    }
+  }
   return result;
 }
 
 std::string MacRomanToUTF8(std::string_view text) {
   return vetrix::utility::UTF16to8(MacRomanToUTF16(text));
+}
+
+std::string UTF16ToMacRoman(std::u16string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    for (const char16_t c : TakeUntil(text, IsLacking)) result += ByteOf(c).value();
+    const std::u16string_view lacking = TakeUntil(text, [](char16_t c) { return !IsLacking(c); });
+    if (lacking.empty()) continue;
+    result += char{K_ShiftOut};
+    result += vetrix::utility::UTF16to8(std::u16string(lacking));
+    result += char{K_ShiftIn};
+  }
+  return result;
 }
 
 }  // namespace k

@@ -40,7 +40,9 @@ bool IsLineBreak(char c) {
 void Report(std::uint32_t code, std::uint16_t cls, std::int32_t error, std::string text) {
   std::ranges::replace_if(text, IsLineBreak, ' ');
   TRC_Log(TRC_Level_DETAIL, "K", "report", text.c_str());
-  const K_Report report{code, cls, error, text.c_str()};
+  const auto module = static_cast<std::uint16_t>(code >> 16);
+  const auto site = static_cast<std::uint16_t>(code & 0xFFFF);
+  const K_Report report{code, module, site, cls, error, text.c_str()};
   Output& output = TheOutput();
   const std::lock_guard lock(output.mutex);
   output.sink(&report, output.context);

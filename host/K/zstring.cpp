@@ -6,11 +6,11 @@
 
 #include "mac_roman.h"
 #include "platform/K.h"
+#include "translations.h"
 
 namespace k {
 namespace {
 
-constexpr std::string_view kKeyPrefix = "$$$/";
 constexpr std::string_view kOpen = "#{";
 
 struct Character {
@@ -43,6 +43,10 @@ std::optional<Markup> MarkupAt(std::string_view text) {
 
 }  // namespace
 
+std::string_view KeyOf(std::string_view zstring) {
+  return zstring.starts_with(kKeyPrefix) ? zstring.substr(0, zstring.find('=')) : "";
+}
+
 std::string_view TextAfterKey(std::string_view zstring) {
   const std::size_t equals = zstring.find('=');
   return zstring.substr(equals == std::string_view::npos ? zstring.size() : equals + 1);
@@ -70,5 +74,6 @@ std::string ExpandMarkup(std::string_view text) {
 
 std::u16string K_ZStringToUTF16String(const char* zstring) {
   if (zstring == nullptr) return {};
-  return k::MacRomanToUTF16(k::ExpandMarkup(k::DefaultText(zstring)));
+  const std::optional<std::string> translation = k::Translations::Instance().Find(zstring);
+  return k::MacRomanToUTF16(translation ? *translation : k::ExpandMarkup(k::DefaultText(zstring)));
 }

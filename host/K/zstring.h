@@ -8,6 +8,10 @@
 
 namespace k {
 
+inline constexpr std::string_view kKeyPrefix = "$$$/";
+
+// The key, up to the first '='; empty when the text has none.
+std::string_view KeyOf(std::string_view zstring);
 // What follows the first '=', never the key: empty when there is none. The
 // result is the end of `zstring`, so that it ends where `zstring` does.
 std::string_view TextAfterKey(std::string_view zstring);

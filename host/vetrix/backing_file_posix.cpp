@@ -63,12 +63,13 @@ int OpenBackingFile(const std::string& directory) {
 }
 
 void ReserveSpace(int descriptor, std::uint64_t size) {
-  if (size > LargestFile()) Throw(EFBIG, "the size is over the limit for files");
+  const std::string bytes = std::to_string(size) + " bytes";
+  if (size > LargestFile()) Throw(EFBIG, bytes + " are over the limit for files");
   int error = 0;
   do {
     error = posix_fallocate(descriptor, 0, static_cast<off_t>(size));
   } while (error == EINTR);
-  if (error != 0) Throw(error, "cannot reserve the space of a mapped file");
+  if (error != 0) Throw(error, "cannot reserve " + bytes + " for a mapped file");
 }
 
 }  // namespace vetrix

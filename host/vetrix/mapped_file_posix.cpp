@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <system_error>
@@ -16,6 +17,16 @@ namespace {
 
 [[noreturn]] void Throw(int error, const std::string& what) {
   throw std::system_error(error, std::generic_category(), what);
+}
+
+// A name as it may stand in a message: any bytes may come in, one short line
+// goes out.
+std::string Printable(const std::string& name) {
+  constexpr std::size_t kLongest = 80;
+  std::string text = name.substr(0, kLongest);
+  const auto isControl = [](unsigned char c) { return c < 0x20 || c == 0x7F; };
+  std::ranges::replace_if(text, isControl, '?');
+  return "'" + text + (name.size() > kLongest ? "...'" : "'");
 }
 
 class Descriptor {
@@ -43,7 +54,7 @@ struct MemoryMappedFile::Impl {
 
   void Map() {
     void* address = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, file.Get(), 0);
-    if (address == MAP_FAILED) Throw(errno, "cannot map " + name);
+    if (address == MAP_FAILED) Throw(errno, "cannot map " + Printable(name));
     view = address;
   }
 
@@ -67,8 +78,8 @@ MemoryMappedFile::~MemoryMappedFile() {
 // The mode is for systems whose files must be shared by name; here it says
 // nothing that is not already so.
 void MemoryMappedFile::Init(const std::string& name, std::uint64_t size, std::uint32_t) {
-  if (impl_ != nullptr) Throw(EEXIST, "a mapped file is already there for " + name);
-  if (size == 0) Throw(EINVAL, "no bytes to map for " + name);
+  if (impl_ != nullptr) Throw(EEXIST, "a mapped file is already there for " + Printable(name));
+  if (size == 0) Throw(EINVAL, "no bytes to map for " + Printable(name));
   impl_ = new Impl(name, size);
 }
 

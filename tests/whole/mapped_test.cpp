@@ -1,5 +1,7 @@
 #include <cstring>
+#include <filesystem>
 
+#include "tests/host/vetrix/open_files.h"
 #include "tests/whole/whole.h"
 
 class MappedWorlds : public Whole {
@@ -33,4 +35,24 @@ TEST_F(MappedWorlds, KeepTheirPixelsWhileNobodyHasThemMapped) {
   PXL_UnlockPixels(worldH);
   Dispose(worldH);
   EXPECT_EQ(Totals().system, before.system);
+}
+
+TEST_F(MappedWorlds, LeaveNoDescriptorBehind) {
+  // In memory where there is such a folder: disks take their time.
+  const bool memory = std::filesystem::is_directory("/dev/shm");
+  const ScopedVariable folder("VETRIX_MAPPED_DIR", memory ? "/dev/shm" : "");
+  const std::set<int> before = OpenDescriptors();
+  for (int i = 0; i < 10000; ++i) {
+    PXL_WorldHandle worldH = Make(64, 3, 2, PXL_Flag_DEFERRED | PXL_Flag_MAPPED);
+    ASSERT_NE(worldH, nullptr);
+    ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+    PXL_UnlockPixels(worldH);
+    Dispose(worldH);
+  }
+  EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST_F(MappedWorlds, NeedTheirFolder) {
+  const ScopedVariable nowhere("VETRIX_MAPPED_DIR", "/no/such/folder");
+  EXPECT_NE(FailToMake(128, 30, 20, PXL_Flag_DEFERRED | PXL_Flag_MAPPED), 0);
 }

@@ -4,11 +4,14 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "PXL.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/failure.h"
+#include "tools/pxl/language.h"
 
 namespace pxl {
 namespace {
@@ -157,9 +160,31 @@ int PrintHelp(const CLI::App& app) {
   return kExitSuccess;
 }
 
+// The translation to use, whatever the verb.
+std::shared_ptr<std::optional<std::string>> AddLanguage(CLI::App& app) {
+  auto file = std::make_shared<std::optional<std::string>>();
+  app.add_option("--language", *file, "Translation of the module's texts, before any verb")
+      ->type_name("FILE");
+  return file;
+}
+
+Action InLanguage(std::shared_ptr<std::optional<std::string>> file, Action action) {
+  return [file = std::move(file), action = std::move(action)] {
+    if (*file) UseLanguage(**file);
+    return action();
+  };
+}
+
+constexpr const char* kNoVerb = "a verb is needed; see pxl --help";
+
+bool HasNoVerb(const CLI::App& app, const CLI::ParseError& error) {
+  return dynamic_cast<const CLI::RequiredError*>(&error) != nullptr &&
+         app.get_subcommands().empty();
+}
+
 // The library would only say that a verb is missing.
 void RefuseUnknownVerb(const CLI::App& app, int count, const char* const* arguments) {
-  if (count < 2) throw UsageError("a verb is needed; see pxl --help");
+  if (count < 2) throw UsageError(kNoVerb);
   const std::string first = arguments[1];
   const auto hasName = [&](const CLI::App* verb) { return verb->get_name() == first; };
   if (first.rfind('-', 0) == 0 || !app.get_subcommands(hasName).empty()) return;
@@ -195,6 +220,7 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
   app->footer(kFooter);
   app->set_version_flag("--version", VersionText);
   app->require_subcommand(1);
+  const auto language = AddLanguage(*app);
   // In the order in which CLI11 keeps the verbs.
   const std::vector<Action> actions = {AddConvert(*app), AddInfo(*app), AddMessages(*app),
                                        AddDemo(*app), AddSoak(*app)};
@@ -211,13 +237,14 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
   } catch (const CLI::ParseError& error) {
     const std::vector<std::string> unknown = app->remaining(true);
     if (!unknown.empty()) throw UsageError(unknown.front(), "is not expected");
+    if (HasNoVerb(*app, error)) throw UsageError(kNoVerb);
     throw Translated(error);
   }
   const std::vector<CLI::App*> verbs = app->get_subcommands({});
   for (std::size_t i = 0; i < actions.size(); ++i) {
-    if (verbs[i]->parsed()) return actions[i];
+    if (verbs[i]->parsed()) return InLanguage(language, actions[i]);
   }
-  throw UsageError("a verb is needed");
+  throw UsageError(kNoVerb);
 }
 
 }  // namespace pxl

@@ -6,7 +6,7 @@
 #include "platform/K.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/console.h"
-#include "tools/pxl/mac_roman.h"
+#include "tools/pxl/language.h"
 
 namespace pxl {
 namespace {
@@ -17,7 +17,7 @@ std::int32_t CountMessages() {
 }
 
 std::string Message(std::int32_t index) {
-  return MacRomanToUtf8(K_ZLookupLStrCache(PXL_G_zref, index, 0, 0));
+  return TextToUtf8(K_ZLookupLStrCache(PXL_G_zref, index, 0, 0));
 }
 
 void PrintJson() {

@@ -249,7 +249,9 @@ enum { K_MostTimeLineSamples = 4096 };
 /* ---- Reports ------------------------------------------------------------ */
 
 typedef struct K_Report {
-  uint32_t code;    /* module in the high half, place in the low half */
+  uint32_t code;    /* as it was reported: `module` in the high half, `site` in the low half */
+  uint16_t module;  /* whose report it is; 0 when the code names none */
+  uint16_t site;    /* the place in the module */
   uint16_t cls;     /* how the host shows it */
   int32_t error;    /* 0 when there is none */
   const char* text; /* UTF-8, one line without newline */
@@ -261,6 +263,64 @@ typedef void (*K_ReportSink)(const K_Report* report, void* context);
 /* Null brings back the default: a line on standard error with code, class,
  * error and text. When this returns, the old sink is no longer in use. */
 K_API void K_SetReportSink(K_ReportSink sink, void* context);
+
+/* ---- Texts --------------------------------------------------------------
+ *
+ * The 8-bit texts that modules look up, print into and report are in Mac OS
+ * Roman. A translation may need characters that this set lacks: each run of
+ * them stands in the 8-bit text as UTF-8 after K_ShiftOut, up to K_ShiftIn or
+ * whatever other ASCII byte comes first. (Before an ASCII byte K_ShiftOut means
+ * nothing.) Everything else of such a text is Mac
+ * OS Roman as ever, so that it can serve as a print format, take 8-bit
+ * arguments, be cut off, and be joined with 8-bit texts from elsewhere: only a
+ * character that was cut through is lost, to U+FFFD. Reports are decoded on
+ * their way to the sink; who looks texts up for showing them decodes them with
+ * K_TextToUTF8. */
+enum { K_ShiftOut = 0x0E, K_ShiftIn = 0x0F };
+
+/* Decodes an 8-bit text. Writes as much of the UTF-8 text as `size` bytes
+ * hold, ended by a zero byte and never within a character; gives the bytes of
+ * the whole, without the zero. `utf8` may be null when `size` is 0; a null text
+ * is an empty one. */
+K_API uint64_t K_TextToUTF8(const char* text, char* utf8, uint64_t size);
+
+/* A translation is a UTF-8 text of lines of the form
+ *
+ *     # comment
+ *     $$$/OV/PXL/LStr/0028 = der Pixelpuffer wurde geleert.
+ *
+ * The key is that of the text in the module's catalogue, or in its code; each
+ * stands once. The text runs to the end of the line; blanks around it do not
+ * count, but those within an outer pair of straight double quotes do. Markup
+ * such as #{rsquo} becomes its character. Empty lines and lines that start with
+ * '#' are left out, and either line end, a byte-order mark and a missing last
+ * line end are fine. Malformed are: text that is not UTF-8, a line without '=',
+ * a key that does not start with "$$$/" or holds blanks, a key given twice, a
+ * control character in a text, a text of more than K_LongestTranslation bytes.
+ *
+ * What has no translation, or an empty one, keeps its default text, and keys
+ * that no module knows say nothing. A translation must have the placeholders of
+ * the default text, since either may serve as a print format: all that starts
+ * with '%', in the same order; @0 to @9 and ^^L1 in any order. One that has
+ * others is refused, which TRC is told once as a problem, and the default text
+ * is used. */
+enum { K_LongestTranslation = 767 };
+
+/* Put a translation, from a file or a text, in the place of the one in force;
+ * null brings back the default texts, which are in force at first. 0 when it
+ * cannot be read or is malformed: then the texts stay as they were, and
+ * `problem`, of `size` bytes, says why in one line of UTF-8, which starts
+ * "line N: " for a malformed one. `problem` may be null when `size` is 0. Texts
+ * that were looked up before stay where they are, in the old language. */
+K_API Boolean K_SetTranslationFile(const char* path, char* problem, uint64_t size);
+K_API Boolean K_SetTranslation(const char* text, char* problem, uint64_t size);
+
+/* The same for a language tag such as "de-AT" and a folder of translations,
+ * each named after its language: takes de-AT.txt, else de.txt. A language that
+ * is not there, or no tag at all, means the default texts and is no failure. */
+K_API Boolean K_SetLanguage(const char* folder, const char* language, char* problem, uint64_t size);
+
+/* ---- Signal ------------------------------------------------------------- */
 
 /* How often K_Beep was called. */
 K_API uint64_t K_CountBeeps(void);

@@ -7,11 +7,21 @@
 // No variable: no settings. A file that is missing or cannot be parsed is told
 // in one line on standard error and counts as empty.
 //
-// Mapped files lie, without a name, in the directory that the environment
-// variable VETRIX_MAPPED_DIR names, else in TMPDIR, else in /var/tmp. Where the
-// disk's space is really reserved depends on the file system: ext4, XFS and
-// tmpfs do it; those that copy on write or compress (btrfs, ZFS), and network
-// file systems, may still run full when pages are written.
+// Mapped files lie, without a name, in the folder that the environment variable
+// VETRIX_MAPPED_DIR names, else in TMPDIR, else in /var/tmp; the variables are
+// looked at for each file, and a folder that will not do is not replaced by
+// another. The names given to Init are labels that only messages show.
+//
+// Init reserves the whole of a file's space, so that a volume too full, like one
+// that is read-only or not there, a limit on the size of files, no descriptor
+// left or a size of 0, is a std::system_error there, whose text and code say
+// which; it leaves nothing behind, and no signal comes from any of them, then or
+// when pages are written. Whether space that is reserved stays so depends on
+// the file system: ext4, XFS and tmpfs keep it; those that copy on write or
+// compress (btrfs, ZFS), and network file systems, may still run full when
+// pages are written, which the system answers with SIGBUS. Put the folder on
+// another volume then. File systems that cannot reserve at all get every block
+// written once, which takes longer.
 //
 // All calls are safe on any thread.
 #ifndef VETRIX_HOST_H

@@ -18,6 +18,31 @@ TEST(Report, CarriesCodeClassAndText) {
   EXPECT_EQ(reports.Take(), expected);
 }
 
+TEST(Report, ReachesTheSinkInFields) {
+  std::vector<K_Report> fields;
+  const auto keep = [](const K_Report* report, void* context) {
+    static_cast<std::vector<K_Report>*>(context)->push_back(*report);
+  };
+  K_SetReportSink(keep, &fields);
+  Kp_ReportQuexErrString(0x7001A, 8, -50, "");
+  K_ReportError(0, 4, u"");
+  Kp_ReportErrString(0xFEDCBA98, 0xFFFF, "");
+  K_SetReportSink(nullptr, nullptr);
+  ASSERT_EQ(fields.size(), 3U);
+  EXPECT_EQ(fields[0].code, 0x7001AU);
+  EXPECT_EQ(fields[0].module, 7);
+  EXPECT_EQ(fields[0].site, 26);
+  EXPECT_EQ(fields[0].cls, 8);
+  EXPECT_EQ(fields[0].error, -50);
+  EXPECT_EQ(fields[1].module, 0);
+  EXPECT_EQ(fields[1].site, 0);
+  EXPECT_EQ(fields[1].cls, 4);
+  EXPECT_EQ(fields[1].error, 0);
+  EXPECT_EQ(fields[2].module, 0xFEDC);
+  EXPECT_EQ(fields[2].site, 0xBA98);
+  EXPECT_EQ(fields[2].cls, 0xFFFF);
+}
+
 TEST(Report, GivesItsErrorBack) {
   KeptReports reports;
   EXPECT_EQ(Kp_ReportQuexErrString(0x7001A, 8, 2, "checking world"), 2);

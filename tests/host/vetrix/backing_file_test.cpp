@@ -3,6 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <system_error>
 
 #include "host/vetrix/backing_file_posix.h"
@@ -57,6 +59,25 @@ TEST_P(BackingFile, IsNotMadeInAFolderThatIsNotThere) {
   const std::set<int> before = OpenDescriptors();
   EXPECT_THROW(GetParam().open(folder_.Path() + "/nowhere"), std::system_error);
   EXPECT_EQ(OpenDescriptors(), before);
+}
+
+[[noreturn]] void DieWithAFile(Opener opener, const std::string& folder) {
+  vetrix::ReserveSpace(opener(folder), 1000);
+  std::raise(SIGKILL);
+  std::_Exit(0);
+}
+
+TEST_P(BackingFile, IsGoneWithAProcessThatIsKilled) {
+  EXPECT_EXIT(DieWithAFile(GetParam().open, folder_.Path()), testing::KilledBySignal(SIGKILL), "");
+  EXPECT_TRUE(folder_.IsEmpty());
+}
+
+TEST_P(BackingFile, IsNeverTheSameTwice) {
+  const int other = GetParam().open(folder_.Path());
+  struct stat status {};
+  ASSERT_EQ(fstat(other, &status), 0);
+  EXPECT_NE(status.st_ino, Status().st_ino);
+  close(other);
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, BackingFile,

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -13,6 +14,7 @@
 
 #include "open_files.h"
 #include "platform/vetrix.h"
+#include "small_volume.h"
 #include "tests/host/sanitizers.h"
 
 namespace {
@@ -137,9 +139,56 @@ TEST_F(MappedFile, CannotBeEmptyOrBeyondAllFiles) {
   EXPECT_NO_THROW(file_.Init("a", kSize, kMode));
 }
 
+// What an initialisation throws; empty when it succeeds.
+std::string ProblemOf(MemoryMappedFile& file, const std::string& name, std::uint64_t size) {
+  try {
+    file.Init(name, size, kMode);
+    return "";
+  } catch (const std::runtime_error& problem) {
+    return problem.what();
+  }
+}
+
 TEST_F(MappedFile, CannotBeMadeInAFolderThatIsNotThere) {
-  const ScopedVariable nowhere("VETRIX_MAPPED_DIR", folder_.Path() + "/nowhere");
-  EXPECT_THROW(file_.Init("a", kSize, kMode), std::runtime_error);
+  const std::string folder = folder_.Path() + "/nowhere";
+  {
+    const ScopedVariable nowhere("VETRIX_MAPPED_DIR", folder);
+    EXPECT_EQ(ProblemOf(file_, "a", kSize),
+              "cannot make a file in " + folder + ": No such file or directory");
+    EXPECT_EQ(file_.Size(), 0U);
+  }
+  const ScopedVariable device("VETRIX_MAPPED_DIR", "/dev/null");
+  EXPECT_EQ(ProblemOf(file_, "a", kSize), "cannot make a file in /dev/null: Not a directory");
+}
+
+TEST_F(MappedFile, SaysThatTheSizeIsWrong) {
+  EXPECT_EQ(ProblemOf(file_, "a", 0), "no bytes to map for 'a': Invalid argument");
+  EXPECT_EQ(ProblemOf(file_, "a", ~std::uint64_t{0}),
+            "18446744073709551615 bytes are over the limit for files: File too large");
+}
+
+TEST_F(MappedFile, TakesHostileNamesAsLabels) {
+  const std::vector<std::string> names = {"",
+                                          "/",
+                                          "..",
+                                          "a/b\n\x1B[2J\xFF",
+                                          "%s%n",
+                                          std::string("a\0b", 3),
+                                          std::string(100000, 'x'),
+                                          folder_.Path() + "/known"};
+  for (const std::string& name : names) {
+    MemoryMappedFile file;
+    EXPECT_EQ(ProblemOf(file, name, kSize), "");
+    *static_cast<char*>(file.GetAddress()) = 1;
+    EXPECT_TRUE(folder_.IsEmpty());
+  }
+}
+
+TEST_F(MappedFile, KeepsHostileNamesOutOfItsMessages) {
+  EXPECT_EQ(ProblemOf(file_, std::string("a\n\x1B[2J\0%s", 9), 0),
+            "no bytes to map for 'a??[2J?%s': Invalid argument");
+  EXPECT_EQ(ProblemOf(file_, std::string(100000, 'x'), 0),
+            "no bytes to map for '" + std::string(80, 'x') + "...': Invalid argument");
 }
 
 // A file system in memory whose size is known and which refuses at once what it
@@ -158,14 +207,16 @@ TEST_F(MappedFile, FailsWhenTheDiskCannotHoldIt) {
   EXPECT_THROW(file_.Init("a", size + 4096, kMode), std::runtime_error);
 }
 
-// 0 when the file could be made and mapped, 1 after a runtime_error.
+// 0 when the file could be made and mapped, 1 after a runtime_error, which is
+// told on standard error.
 int TryToMap(std::uint64_t size) {
   try {
     MemoryMappedFile file;
     file.Init("a", size, kMode);
     file.GetAddress();
     return 0;
-  } catch (const std::runtime_error&) {
+  } catch (const std::runtime_error& problem) {
+    std::fprintf(stderr, "%s\n", problem.what());
     return 1;
   }
 }
@@ -187,7 +238,8 @@ using MappedFileDeathTest = MappedFile;
 }
 
 TEST_F(MappedFileDeathTest, ThrowsAtAFileSizeLimitAndTakesNoSignal) {
-  EXPECT_EXIT(ExitAfterMappingUnderFileLimit(kSize, kSize - 1), testing::ExitedWithCode(1), "");
+  EXPECT_EXIT(ExitAfterMappingUnderFileLimit(kSize, kSize - 1), testing::ExitedWithCode(1),
+              "100001 bytes are over the limit for files: File too large");
   EXPECT_EXIT(ExitAfterMappingUnderFileLimit(kSize, kSize), testing::ExitedWithCode(0), "");
 }
 
@@ -209,6 +261,16 @@ TEST_F(MappedFileDeathTest, ThrowsWhenItCannotBeMappedAndCanBeTriedAgain) {
   EXPECT_EXIT(ExitAfterMappingUnderAddressLimit(), testing::ExitedWithCode(1), "");
 }
 
+[[noreturn]] void ExitAfterMappingWithoutDescriptors() {
+  Limit(RLIMIT_NOFILE, 0);
+  std::_Exit(TryToMap(kSize));
+}
+
+TEST_F(MappedFileDeathTest, ThrowsWhenNoDescriptorIsLeft) {
+  EXPECT_EXIT(ExitAfterMappingWithoutDescriptors(), testing::ExitedWithCode(1),
+              "cannot make a file in .*: Too many open files");
+}
+
 // The file must be gone with the process even when that ends by a crash.
 [[noreturn]] void CrashWithAFile() {
   MemoryMappedFile file;
@@ -221,6 +283,93 @@ TEST_F(MappedFileDeathTest, ThrowsWhenItCannotBeMappedAndCanBeTriedAgain) {
 TEST_F(MappedFileDeathTest, LeavesNothingBehindAfterACrash) {
   EXPECT_EXIT(CrashWithAFile(), testing::KilledBySignal(SIGKILL), "");
   EXPECT_TRUE(folder_.IsEmpty());
+}
+
+// Fills a file of the same name as another process's while that holds its own.
+[[noreturn]] void ExitAfterWritingToTheSameName() {
+  MemoryMappedFile file;
+  file.Init("same", kSize, kMode);
+  auto* bytes = static_cast<char*>(file.GetAddress());
+  const bool foreign = std::string(bytes, kSize) != std::string(kSize, '\0');
+  std::memset(bytes, 2, kSize);
+  std::_Exit(foreign ? 1 : 0);
+}
+
+TEST_F(MappedFileDeathTest, NeverMeetsThatOfAnotherProcess) {
+  file_.Init("same", kSize, kMode);
+  std::memset(file_.GetAddress(), 1, kSize);
+  EXPECT_EXIT(ExitAfterWritingToTheSameName(), testing::ExitedWithCode(0), "");
+  const auto* bytes = static_cast<const char*>(file_.GetAddress());
+  EXPECT_EQ(std::string(bytes, kSize), std::string(kSize, '\x01'));
+}
+
+// ---- Volumes of the test's own ----------------------------------------------
+
+constexpr std::uint64_t kVolume = 1 << 20;
+
+class SmallVolumeDeathTest : public MappedFile {
+ protected:
+  void SetUp() override {
+    if (!CanMountVolumes()) GTEST_SKIP() << "no volume can be mounted here";
+  }
+};
+
+[[noreturn]] void ExitAfterMapping(const std::string& folder, Volume volume, std::uint64_t size) {
+  if (!MountVolume(folder, volume, kVolume)) std::_Exit(2);
+  std::_Exit(TryToMap(size));
+}
+
+TEST_F(SmallVolumeDeathTest, IsFullAsAnException) {
+  const std::string& folder = folder_.Path();
+  EXPECT_EXIT(ExitAfterMapping(folder, Volume::Writable, kVolume), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(ExitAfterMapping(folder, Volume::Writable, kVolume + 1), testing::ExitedWithCode(1),
+              "cannot reserve 1048577 bytes for a mapped file: No space left on device");
+}
+
+TEST_F(SmallVolumeDeathTest, IsReadOnlyAsAnException) {
+  EXPECT_EXIT(ExitAfterMapping(folder_.Path(), Volume::ReadOnly, kSize), testing::ExitedWithCode(1),
+              "cannot make a file in .*: Read-only file system");
+}
+
+// 0 when both halves of the volume go to files and a third file gets nothing.
+int FillVolumeAndWrite() {
+  MemoryMappedFile first;
+  MemoryMappedFile second;
+  MemoryMappedFile third;
+  const std::uint64_t half = kVolume / 2;
+  if (!ProblemOf(first, "a", half).empty() || !ProblemOf(second, "b", half).empty()) return 3;
+  if (ProblemOf(third, "c", 1).empty()) return 4;
+  std::memset(first.GetAddress(), 1, half);
+  std::memset(second.GetAddress(), 2, half);
+  first.Reset();
+  return ProblemOf(third, "c", half).empty() ? 0 : 5;
+}
+
+[[noreturn]] void ExitAfterFilling(const std::string& folder) {
+  if (!MountVolume(folder, Volume::Writable, kVolume)) std::_Exit(2);
+  std::_Exit(FillVolumeAndWrite());
+}
+
+TEST_F(SmallVolumeDeathTest, IsNeverTooFullForWhatItHasPromised) {
+  EXPECT_EXIT(ExitAfterFilling(folder_.Path()), testing::ExitedWithCode(0), "");
+}
+
+// 0 when what failed has given its part of the space back.
+int FailAndUseAll() {
+  MemoryMappedFile file;
+  for (int i = 0; i < 3; ++i) {
+    if (ProblemOf(file, "a", 2 * kVolume).empty()) return 3;
+  }
+  return ProblemOf(file, "a", kVolume).empty() ? 0 : 4;
+}
+
+[[noreturn]] void ExitAfterFailing(const std::string& folder) {
+  if (!MountVolume(folder, Volume::Writable, kVolume)) std::_Exit(2);
+  std::_Exit(FailAndUseAll());
+}
+
+TEST_F(SmallVolumeDeathTest, GetsBackWhatAFailureTook) {
+  EXPECT_EXIT(ExitAfterFailing(folder_.Path()), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

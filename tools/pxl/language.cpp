@@ -1,0 +1,24 @@
+#include "tools/pxl/language.h"
+
+#include <array>
+
+#include "K_host.h"
+#include "tools/pxl/failure.h"
+
+namespace pxl {
+
+void UseLanguage(const std::string& file) {
+  if (file.empty()) throw UsageError("--language", "is no file name");
+  std::array<char, 256> problem{};
+  const bool good = K_SetTranslationFile(file.c_str(), problem.data(), problem.size()) != 0;
+  if (!good) throw Failure(file, problem.data());
+}
+
+std::string TextToUtf8(const char* text) {
+  std::string utf8(K_TextToUTF8(text, nullptr, 0) + 1, '\0');
+  K_TextToUTF8(text, utf8.data(), utf8.size());
+  utf8.pop_back();
+  return utf8;
+}
+
+}  // namespace pxl
