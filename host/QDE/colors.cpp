@@ -64,15 +64,10 @@ constinit QDE_ColorTable theDirect = MakeDirect();
 constinit QDE_ColorTable* theStandardMaster = &theStandard;
 constinit QDE_ColorTable* theDirectMaster = &theDirect;
 
+constexpr std::int16_t kLastEntry = 255;
+
 constexpr std::uint8_t HighByte(std::uint16_t component) {
   return static_cast<std::uint8_t>(component >> 8);
-}
-
-constexpr int SquaredDistance(Color a, Color b) {
-  const int red = a.red - b.red;
-  const int green = a.green - b.green;
-  const int blue = a.blue - b.blue;
-  return red * red + green * green + blue * blue;
 }
 
 }  // namespace
@@ -85,29 +80,37 @@ CTabHandle DirectColors() {
   return &theDirectMaster;
 }
 
+Color ToColor(const QDE_RGBColor& color) {
+  return {HighByte(color.red), HighByte(color.green), HighByte(color.blue)};
+}
+
+OwnTable::OwnTable(const QDE_ColorTable& table) {
+  table_.ctSeed = table.ctSeed;
+  table_.ctFlags = table.ctFlags;
+  table_.ctSize = table.ctSize;
+  // A short table need not have memory for the rest.
+  std::copy_n(table.ctTable, table.ctSize + 1, table_.ctTable);
+}
+
+bool IsSound(const QDE_ColorTable& table) {
+  return table.ctSize >= 0 && table.ctSize <= kLastEntry;
+}
+
 Palette::Palette(const QDE_ColorTable& table) {
   const bool byPlace = (table.ctFlags & kDeviceTable) != 0;
-  const int last = std::min<int>(table.ctSize, 255);
+  const int last = std::min(table.ctSize, kLastEntry);
   for (int place = 0; place <= last; ++place) {
     const QDE_ColorSpec& entry = table.ctTable[place];
     const int index = byPlace ? place : entry.value;
     if (index < 0 || index > 255) continue;
     const auto at = static_cast<std::size_t>(index);
-    colors_[at] = {HighByte(entry.rgb.red), HighByte(entry.rgb.green), HighByte(entry.rgb.blue)};
+    colors_[at] = ToColor(entry.rgb);
     present_.set(at);
   }
 }
 
-std::uint8_t Palette::Nearest(Color color) const {
-  std::size_t nearest = 0;
-  int smallest = std::numeric_limits<int>::max();
-  for (std::size_t index = 0; index < colors_.size(); ++index) {
-    const int distance = SquaredDistance(colors_[index], color);
-    if (distance >= smallest || !present_[index]) continue;
-    smallest = distance;
-    nearest = index;
-  }
-  return static_cast<std::uint8_t>(nearest);
+bool AreSame(const QDE_ColorTable& a, const QDE_ColorTable& b) {
+  return &a == &b || a.ctSeed == b.ctSeed || Palette(a) == Palette(b);
 }
 
 }  // namespace qde

@@ -22,21 +22,45 @@ struct Color {
   bool operator==(const Color&) const = default;
 };
 
+constexpr Color kBlack = {0x00, 0x00, 0x00};
+constexpr Color kWhite = {0xFF, 0xFF, 0xFF};
+
+// The high bytes.
+Color ToColor(const QDE_RGBColor& color);
+
+// A copy of a table, for handles of its own.
+class OwnTable {
+ public:
+  explicit OwnTable(const QDE_ColorTable& table);
+  OwnTable(const OwnTable&) = delete;
+  OwnTable& operator=(const OwnTable&) = delete;
+
+  [[nodiscard]] CTabHandle Handle() { return &master_; }
+
+ private:
+  QDE_ColorTable table_{};
+  QDE_ColorTable* master_ = &table_;
+};
+
+// Whether the number of entries is one that a table can have.
+bool IsSound(const QDE_ColorTable& table);
+
 // A table by index. Indices that it leaves out are black, and never found.
 class Palette {
  public:
   explicit Palette(const QDE_ColorTable& table);
 
   [[nodiscard]] Color operator[](std::uint8_t index) const { return colors_[index]; }
-  // The smallest squared distance; at a tie the lowest index; 0 when the table
-  // leaves out all indices.
-  [[nodiscard]] std::uint8_t Nearest(Color color) const;
+  [[nodiscard]] bool Has(std::uint8_t index) const { return present_[index]; }
   bool operator==(const Palette&) const = default;
 
  private:
   std::array<Color, 256> colors_{};
   std::bitset<256> present_;
 };
+
+// Whether an index means the same in both: tables of one seed or of one content.
+bool AreSame(const QDE_ColorTable& a, const QDE_ColorTable& b);
 
 }  // namespace qde
 

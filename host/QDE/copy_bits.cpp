@@ -8,6 +8,7 @@
 #include "colors.h"
 #include "errors.h"
 #include "pixel_block.h"
+#include "ports.h"
 #include "registry.h"
 #include "surface.h"
 #include "transfer.h"
@@ -87,7 +88,8 @@ Error Copy(const BitMap* source, const BitMap* destination, const Rect& sourceRe
   if (error != qde::kNoError) return error;
   error = OpenSide(destination, "destination pixels are not locked; pinned for the call", &to);
   if (error != qde::kNoError) return error;
-  return qde::Transfer(from.image, to.image, sourceRect, destinationRect, mode);
+  return qde::Transfer(from.image, to.image, sourceRect, destinationRect,
+                       {mode, qde::CurrentColors()});
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "QDE_host.h"
 #include "colors.h"
 #include "layout.h"
+#include "registry.h"
 #include "surface.h"
 
 namespace qde {
@@ -38,6 +39,11 @@ GDHandle theDevice = &theMainDeviceMaster;
 
 std::int16_t MainDepth() {
   return kMainDepth;
+}
+
+PortColors CurrentColors() {
+  Surface* surface = FindSurface(thePort);
+  return surface != nullptr ? surface->Colors() : kInitialColors;
 }
 
 void LeaveSurface(const Surface& surface) {

@@ -4,11 +4,16 @@
 
 #include <cstdint>
 
+#include "port_colors.h"
+
 namespace qde {
 
 class Surface;
 
 std::int16_t MainDepth();
+
+// Those of the current port; the initial ones when that is no live world's.
+PortColors CurrentColors();
 
 // The surface is about to go: it is neither current port nor current device any
 // more.

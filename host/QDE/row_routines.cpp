@@ -1,106 +1,267 @@
 #include "row_routines.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
-
-#include "simd/pixels32.h"
+#include <iterator>
 
 namespace qde {
 namespace {
 
-using Pixel32 = std::array<std::uint8_t, 4>;
-
-// The fourth byte is no component of an index's colour: 0.
-Pixel32 ToPixel(Color color, Format format) {
-  if (format == kBGRA) return {color.blue, color.green, color.red, 0};
-  return {0, color.red, color.green, color.blue};
+std::uint32_t WordOf(const Pixel32& pixel) {
+  return std::bit_cast<std::uint32_t>(pixel);
 }
 
-Color ToColor(const Pixel32& pixel, Format format) {
-  if (format == kBGRA) return {pixel[2], pixel[1], pixel[0]};
-  return {pixel[1], pixel[2], pixel[3]};
+// value / (2^bits - 1), rounded down, for values below 2^(2 * bits) - 2^bits.
+// With value = q * (2^bits - 1) + r, value >> bits is q, or q - 1 when r < q.
+// In both cases the sum reaches q * 2^bits, and not the next multiple.
+template <int bits>
+constexpr std::uint32_t DivideByOnes(std::uint32_t value) {
+  return (value + 1 + (value >> bits)) >> bits;
 }
 
-bool IsSameTable(const Image& source, const Image& destination) {
-  return source.colors == destination.colors ||
-         source.colors->ctSeed == destination.colors->ctSeed ||
-         Palette(*source.colors) == Palette(*destination.colors);
-}
+// ---- The forms of loop
 
-void Copy8To8(const RowContext& context, const std::uint8_t* source, std::uint8_t* destination,
-              std::size_t count) {
-  if (context.sameTable) {
-    std::memcpy(destination, source, count);
-    return;
-  }
-  std::transform(source, source + count, destination,
-                 [&context](std::uint8_t index) { return context.indices[index]; });
-}
-
-void Copy8To32(const RowContext& context, const std::uint8_t* source, std::uint8_t* destination,
-               std::size_t count) {
+// Whole words, of which only the bytes that count are replaced.
+template <typename Combine>
+void ForPixels(const Operands& operands, const std::uint8_t* __restrict source,
+               std::uint8_t* __restrict destination, std::size_t count, Combine combine) {
+  const std::uint32_t components = WordOf(operands.components);
   for (std::size_t i = 0; i < count; ++i) {
-    std::memcpy(destination + 4 * i, context.pixels[source[i]].data(), sizeof(Pixel32));
+    const auto old = Load<std::uint32_t>(destination, i);
+    const std::uint32_t result = combine(Load<std::uint32_t>(source, i), old);
+    Store(destination, i, (result & components) | (old & ~components));
   }
 }
 
-// Neighbours are often alike, and the search is long.
-void Copy32To8(const RowContext& context, const std::uint8_t* source, std::uint8_t* destination,
-               std::size_t count) {
-  Color last{};
-  std::uint8_t index = context.target->Nearest(last);
-  for (std::size_t i = 0; i < count; ++i) {
-    Pixel32 pixel{};
-    std::memcpy(pixel.data(), source + 4 * i, sizeof pixel);
-    const Color color = ToColor(pixel, context.sourceFormat);
-    if (color != last) index = context.target->Nearest(color);
-    last = color;
-    destination[i] = index;
+// Each byte by itself; `combine` is told which of the four it is.
+template <typename Combine>
+void ForBytes(const std::uint8_t* __restrict source, std::uint8_t* __restrict destination,
+              std::size_t count, Combine combine) {
+  for (std::size_t i = 0; i < 4 * count; i += 4) {
+    for (std::size_t k = 0; k < 4; ++k) {
+      destination[i + k] = static_cast<std::uint8_t>(combine(source[i + k], destination[i + k], k));
+    }
   }
 }
 
-void Copy32To32(const RowContext& context, const std::uint8_t* source, std::uint8_t* destination,
-                std::size_t count) {
-  std::memcpy(destination, source, 4 * count);
-  if (context.sourceFormat != context.destinationFormat) simd::ReverseBytes32(destination, count);
+// ---- Boolean modes: the bits of the source choose between two values
+
+enum class Value { Fore, Back, Old, Inverse };
+
+template <Value value, typename Word>
+Word Get(Word fore, Word back, Word old) {
+  if constexpr (value == Value::Fore) return fore;
+  if constexpr (value == Value::Back) return back;
+  if constexpr (value == Value::Old) return old;
+  return static_cast<Word>(~old);
 }
 
-// A mode's routines, by source and destination depth.
-struct Mode {
-  std::int16_t number;
-  RowRoutine from8[2];
-  RowRoutine from32[2];
+// What black bits and what white bits become.
+template <Value black, Value white>
+struct Choice {
+  template <typename Word>
+  static Word Of(Word whiteness, Word fore, Word back, Word old) {
+    return static_cast<Word>((Get<black>(fore, back, old) & ~whiteness) |
+                             (Get<white>(fore, back, old) & whiteness));
+  }
+
+  static void OfPixels(const Operands& operands, const std::uint8_t* source,
+                       std::uint8_t* destination, std::size_t count) {
+    ForPixels(operands, source, destination, count,
+              [fore = WordOf(operands.fore), back = WordOf(operands.back)](
+                  std::uint32_t pixel, std::uint32_t old) { return Of(pixel, fore, back, old); });
+  }
+
+  // Among indices black is the one of all bits.
+  static void OfIndices(const Operands& /*operands*/, const std::uint8_t* __restrict source,
+                        std::uint8_t* __restrict destination, std::size_t count) {
+    constexpr std::uint8_t kBlackIndex = 0xFF;
+    constexpr std::uint8_t kWhiteIndex = 0x00;
+    for (std::size_t i = 0; i < count; ++i) {
+      const auto whiteness = static_cast<std::uint8_t>(~source[i]);
+      destination[i] = Of(whiteness, kBlackIndex, kWhiteIndex, destination[i]);
+    }
+  }
 };
 
+using Or = Choice<Value::Fore, Value::Old>;
+using Xor = Choice<Value::Inverse, Value::Old>;
+using Bic = Choice<Value::Back, Value::Old>;
+using NotCopy = Choice<Value::Back, Value::Fore>;
+using NotOr = Choice<Value::Old, Value::Fore>;
+using NotXor = Choice<Value::Old, Value::Inverse>;
+using NotBic = Choice<Value::Old, Value::Back>;
+
+// ---- Copying
+
+void CopyPixels(const Operands& /*operands*/, const std::uint8_t* source, std::uint8_t* destination,
+                std::size_t count) {
+  std::memcpy(destination, source, 4 * count);
+}
+
+void CopyIndices(const Operands& /*operands*/, const std::uint8_t* source,
+                 std::uint8_t* destination, std::size_t count) {
+  std::memcpy(destination, source, count);
+}
+
+// The colour at `whiteness` of the way from black to white, to the nearest.
+std::uint32_t Mix(std::uint32_t whiteness, std::uint32_t black, std::uint32_t white) {
+  constexpr std::uint32_t kHalf = 0xFF / 2;
+  return DivideByOnes<8>(black * (0xFF - whiteness) + white * whiteness + kHalf);
+}
+
+// From 0 to FF, the fourth byte is the source's own.
+void ColorPixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
+                 std::size_t count) {
+  ForBytes(source, destination, count,
+           [fore = operands.fore, back = operands.back](std::uint32_t byte, std::uint32_t,
+                                                        std::size_t k) {
+             return Mix(byte, fore[k], back[k]);
+           });
+}
+
+void ColorInversePixels(const Operands& operands, const std::uint8_t* source,
+                        std::uint8_t* destination, std::size_t count) {
+  ForBytes(source, destination, count,
+           [fore = operands.fore, back = operands.back, components = operands.components](
+               std::uint32_t byte, std::uint32_t old, std::size_t k) {
+             const std::uint32_t mixed = Mix(byte, back[k], fore[k]);
+             return (mixed & components[k]) | (old & ~std::uint32_t{components[k]});
+           });
+}
+
+// ---- Arithmetic modes: each component by itself
+
+void BlendPixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
+                 std::size_t count) {
+  ForBytes(source, destination, count,
+           [weights = operands.weights](std::uint32_t byte, std::uint32_t old, std::size_t k) {
+             // old * (65535 - weight) + byte * weight, with one product only.
+             return DivideByOnes<16>((old << 16) - old + weights[k] * (byte - old));
+           });
+}
+
+void AddPinPixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
+                  std::size_t count) {
+  ForBytes(
+      source, destination, count,
+      [pin = operands.ceiling, components = operands.components](int byte, int old, std::size_t k) {
+        return std::min<int>(old + (byte & components[k]), pin[k]);
+      });
+}
+
+void AddOverPixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
+                   std::size_t count) {
+  ForBytes(source, destination, count,
+           [components = operands.components](int byte, int old, std::size_t k) {
+             return old + (byte & components[k]);
+           });
+}
+
+void SubPinPixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
+                  std::size_t count) {
+  ForBytes(
+      source, destination, count,
+      [pin = operands.floor, components = operands.components](int byte, int old, std::size_t k) {
+        return std::max<int>(old - (byte & components[k]), pin[k]);
+      });
+}
+
+void SubOverPixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
+                   std::size_t count) {
+  ForBytes(source, destination, count,
+           [components = operands.components](int byte, int old, std::size_t k) {
+             return old - (byte & components[k]);
+           });
+}
+
+void MaximumOfPixels(const Operands& operands, const std::uint8_t* source,
+                     std::uint8_t* destination, std::size_t count) {
+  ForBytes(source, destination, count,
+           [components = operands.components](int byte, int old, std::size_t k) {
+             return std::max(byte & components[k], old);
+           });
+}
+
+void MinimumOfPixels(const Operands& operands, const std::uint8_t* source,
+                     std::uint8_t* destination, std::size_t count) {
+  ForBytes(source, destination, count,
+           [components = operands.components](int byte, int old, std::size_t k) {
+             return std::min(byte | (0xFF - components[k]), old);
+           });
+}
+
+// ---- Modes that choose whole pixels
+
+void TransparentPixels(const Operands& operands, const std::uint8_t* source,
+                       std::uint8_t* destination, std::size_t count) {
+  ForPixels(operands, source, destination, count,
+            [back = WordOf(operands.back), components = WordOf(operands.components)](
+                std::uint32_t pixel, std::uint32_t old) {
+              return ((pixel ^ back) & components) == 0 ? old : pixel;
+            });
+}
+
+void TransparentIndices(const Operands& operands, const std::uint8_t* __restrict source,
+                        std::uint8_t* __restrict destination, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::uint8_t visible = operands.visible[source[i]];
+    destination[i] = static_cast<std::uint8_t>((source[i] & visible) | (destination[i] & ~visible));
+  }
+}
+
+void HilitePixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
+                  std::size_t count) {
+  ForPixels(operands, source, destination, count,
+            [ground = WordOf(operands.ground), hilite = WordOf(operands.hilite),
+             components = WordOf(operands.components)](std::uint32_t pixel, std::uint32_t old) {
+              const std::uint32_t color = old & components;
+              const std::uint32_t other = color == hilite ? ground : color;
+              const std::uint32_t swapped = color == ground ? hilite : other;
+              return (pixel & components) == components ? color : swapped;
+            });
+}
+
+// ---- The table
+
+constexpr RowRoutines kNone = {nullptr, nullptr};
+
+// Whatever the foreground and the background are.
+constexpr RowRoutines Always(RowRoutine routine) {
+  return {routine, routine};
+}
+// Only between black and white.
+constexpr RowRoutines Plain(RowRoutine routine) {
+  return {routine, nullptr};
+}
+
 constexpr Mode kModes[] = {
-    // srcCopy
-    {0, {Copy8To8, Copy8To32}, {Copy32To8, Copy32To32}},
+    {0, false, {CopyPixels, ColorPixels}, Plain(CopyIndices)},
+    {1, true, Always(Or::OfPixels), Plain(Or::OfIndices)},
+    {2, true, Always(Xor::OfPixels), Always(Xor::OfIndices)},
+    {3, true, Always(Bic::OfPixels), Plain(Bic::OfIndices)},
+    {4, false, {NotCopy::OfPixels, ColorInversePixels}, Plain(NotCopy::OfIndices)},
+    {5, true, Always(NotOr::OfPixels), Plain(NotOr::OfIndices)},
+    {6, true, Always(NotXor::OfPixels), Always(NotXor::OfIndices)},
+    {7, true, Always(NotBic::OfPixels), Plain(NotBic::OfIndices)},
+    {32, true, Always(BlendPixels), kNone},
+    {33, true, Always(AddPinPixels), kNone},
+    {34, true, Always(AddOverPixels), kNone},
+    {35, true, Always(SubPinPixels), kNone},
+    {36, true, Always(TransparentPixels), Always(TransparentIndices)},
+    {37, true, Always(MaximumOfPixels), kNone},
+    {38, true, Always(SubOverPixels), kNone},
+    {39, true, Always(MinimumOfPixels), kNone},
+    {50, true, Always(HilitePixels), kNone},
 };
 
 }  // namespace
 
-RowContext::RowContext(const Image& source, const Image& destination)
-    : sourceFormat(source.format), destinationFormat(destination.format) {
-  const bool to8 = destination.layout.depth == 8;
-  if (to8) target.emplace(*destination.colors);
-  if (source.layout.depth != 8) return;
-  sameTable = to8 && IsSameTable(source, destination);
-  if (sameTable) return;
-  const Palette palette(*source.colors);
-  for (std::size_t i = 0; i < 256; ++i) {
-    const Color color = palette[static_cast<std::uint8_t>(i)];
-    pixels[i] = ToPixel(color, destination.format);
-    if (to8) indices[i] = target->Nearest(color);
-  }
-}
-
-RowRoutine FindRowRoutine(std::int16_t mode, std::int16_t sourceDepth,
-                          std::int16_t destinationDepth) {
+const Mode* FindMode(std::int16_t number) {
   const auto* const found = std::find_if(std::begin(kModes), std::end(kModes),
-                                         [mode](const Mode& m) { return m.number == mode; });
-  if (found == std::end(kModes)) return nullptr;
-  const RowRoutine* routines = sourceDepth == 8 ? found->from8 : found->from32;
-  return routines[destinationDepth == 8 ? 0 : 1];
+                                         [number](const Mode& m) { return m.number == number; });
+  return found != std::end(kModes) ? found : nullptr;
 }
 
 }  // namespace qde

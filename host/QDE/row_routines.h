@@ -1,38 +1,50 @@
-// The inner loops of CopyBits: one routine for each transfer mode and pair of
-// depths. Geometry, clipping and overlap are none of their business.
+// The inner loops of CopyBits: one routine a transfer mode. Geometry, depths
+// and overlap are none of their business.
 #ifndef QDE_ROW_ROUTINES_H
 #define QDE_ROW_ROUTINES_H
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 
-#include "colors.h"
-#include "image.h"
+#include "pixel.h"
 
 namespace qde {
 
-// What the routines look up, made once a copy. Only what the pair of depths
-// needs is filled in.
-struct RowContext {
-  RowContext(const Image& source, const Image& destination);
-
-  Format sourceFormat;
-  Format destinationFormat;
-  std::optional<Palette> target;                          // to 8 bits: the colours to choose from
-  bool sameTable = true;                                  // 8 to 8
-  std::array<std::uint8_t, 256> indices{};                // 8 to 8 of another table, by index
-  std::array<std::array<std::uint8_t, 4>, 256> pixels{};  // 8 to 32, by index
+// The colours of a copy as its routines need them: by byte of a pixel, in the
+// order of the rows. Where the routines work on components alone, the fourth
+// byte is such that the destination's stays.
+struct Operands {
+  Pixel32 components;                     // FF at the components, 0 beside them
+  Pixel32 fore;                           // 0 beside them
+  Pixel32 back;                           // FF beside them
+  Pixel32 hilite;                         // with `ground`, the two that hilite swaps
+  Pixel32 ground;                         // 0 beside them, both
+  Pixel32 ceiling;                        // the op colour; FF beside it
+  Pixel32 floor;                          // the op colour; 0 beside it
+  std::array<std::uint32_t, 4> weights;   // the op colour of 16 bits; 0 beside it
+  std::array<std::uint8_t, 256> visible;  // by source index: 0 of the back colour, else FF
 };
 
-// Transfers `count` pixels. The two runs do not overlap; neither is aligned.
-using RowRoutine = void (*)(const RowContext& context, const std::uint8_t* source,
+// Combines `count` pixels with those of the destination, where the result goes.
+// The two runs do not overlap; neither is aligned.
+using RowRoutine = void (*)(const Operands& operands, const std::uint8_t* source,
                             std::uint8_t* destination, std::size_t count);
 
-// Null for a mode that is not there. Depths are 8 or 32.
-RowRoutine FindRowRoutine(std::int16_t mode, std::int16_t sourceDepth,
-                          std::int16_t destinationDepth);
+struct RowRoutines {
+  RowRoutine plain;    // black foreground on white background
+  RowRoutine colored;  // any other
+};
+
+struct Mode {
+  std::int16_t number;
+  bool readsDestination;
+  RowRoutines direct;   // for pixels of 32 bits in one format
+  RowRoutines indexed;  // for indices of one table; null: by way of the colours
+};
+
+// Null for a mode that is not there.
+const Mode* FindMode(std::int16_t number);
 
 }  // namespace qde
 

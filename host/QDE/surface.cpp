@@ -15,8 +15,18 @@ constexpr std::int32_t kSeventyTwoDotsPerInch = 72 << 16;
 constexpr std::int16_t kIndexedPixels = 0;
 constexpr std::int16_t kDirectPixels = 16;
 
+// Null when a shared table does.
+std::unique_ptr<OwnTable> CopyTable(const Layout& layout, CTabHandle colors) {
+  const bool shared = layout.depth != 8 || colors == nullptr || colors == StandardColors();
+  return shared ? nullptr : std::make_unique<OwnTable>(**colors);
+}
+
+CTabHandle SharedTable(const Layout& layout) {
+  return layout.depth == 8 ? StandardColors() : DirectColors();
+}
+
 // Unlocked, with the handle of its pixels.
-PixMap MakeRecord(const Layout& layout, Handle pixels) {
+PixMap MakeRecord(const Layout& layout, Handle pixels, OwnTable* table) {
   const bool indexed = layout.depth == 8;
   PixMap map{};
   map.baseAddr = reinterpret_cast<Ptr>(pixels);
@@ -28,7 +38,7 @@ PixMap MakeRecord(const Layout& layout, Handle pixels) {
   map.pixelSize = layout.depth;
   map.cmpCount = indexed ? 1 : 3;
   map.cmpSize = 8;
-  map.pmTable = indexed ? StandardColors() : DirectColors();
+  map.pmTable = table != nullptr ? table->Handle() : SharedTable(layout);
   return map;
 }
 
@@ -43,11 +53,13 @@ Rect CommonPart(const Rect& from, const Rect& to, const Rect& place) {
 
 }  // namespace
 
-Surface::Surface(const Layout& layout, PixelBlock pixels, bool purgeable, GDHandle shared)
+Surface::Surface(const Layout& layout, PixelBlock pixels, bool purgeable, CTabHandle colors,
+                 GDHandle shared)
     : layout_(layout),
       purgeable_(purgeable),
       pixels_(std::move(pixels)),
-      record_(std::make_unique<PixMap>(MakeRecord(layout, pixels_.get()))),
+      table_(CopyTable(layout, colors)),
+      record_(std::make_unique<PixMap>(MakeRecord(layout, pixels_.get(), table_.get()))),
       map_(record_.get()),
       device_(shared != nullptr ? shared : &ownDevice_) {
   UpdateDevice();
@@ -76,6 +88,10 @@ GWorldPtr Surface::AddPort() {
 bool Surface::HasPort(GWorldPtr port) const {
   return std::any_of(ports_.begin(), ports_.end(),
                      [port](const auto& mine) { return mine.get() == port; });
+}
+
+bool Surface::HasTable(CTabHandle colors) const {
+  return AreSame(**record_->pmTable, colors != nullptr ? **colors : **StandardColors());
 }
 
 // A handle that a caller stored belongs to the surface from then on.
@@ -138,20 +154,22 @@ Image Surface::ImageAt(Ptr pixels) const {
 void Surface::CarryOver(const Image& destination, Carry carry) {
   const Pin pin(pixels_.get());
   const Ptr old = Pixels();
-  if (old == nullptr || carry == Carry::Nothing) return;
+  if (old == nullptr || carry.extent == Extent::Nothing) return;
   const Rect& from = layout_.bounds;
   const Rect& to = destination.layout.bounds;
-  if (carry == Carry::Stretched) {
-    Transfer(ImageAt(old), destination, from, to, 0);
+  const Ink ink{.mode = carry.dithers ? kDither : std::int16_t{0}};
+  if (carry.extent == Extent::Stretched) {
+    Transfer(ImageAt(old), destination, from, to, ink);
   } else {
-    Transfer(ImageAt(old), destination, CommonPart(from, to, from), CommonPart(from, to, to), 0);
+    Transfer(ImageAt(old), destination, CommonPart(from, to, from), CommonPart(from, to, to), ink);
   }
 }
 
-Error Surface::Rebuild(const Layout& layout, Carry carry) {
+Error Surface::Rebuild(const Layout& layout, CTabHandle colors, Carry carry) {
   PixelBlock pixels = NewPixelBlock(ByteCount(layout), purgeable_);
   if (pixels == nullptr) return kMemoryFull;
-  auto record = std::make_unique<PixMap>(MakeRecord(layout, pixels.get()));
+  auto table = CopyTable(layout, colors);
+  auto record = std::make_unique<PixMap>(MakeRecord(layout, pixels.get(), table.get()));
   const Format format = layout.depth == layout_.depth ? format_ : kARGB;
   {
     const Pin pin(pixels.get());
@@ -166,6 +184,7 @@ Error Surface::Rebuild(const Layout& layout, Carry carry) {
   format_ = format;
   pixels_ = std::move(pixels);
   record_ = std::move(record);
+  table_ = std::move(table);
   map_ = record_.get();
   UpdateDevice();
   return kNoError;

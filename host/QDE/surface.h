@@ -6,9 +6,11 @@
 #include <memory>
 #include <vector>
 
+#include "colors.h"
 #include "errors.h"
 #include "image.h"
 #include "pixel_block.h"
+#include "port_colors.h"
 
 namespace qde {
 
@@ -24,13 +26,19 @@ struct QDE_Port {
 namespace qde {
 
 // What becomes of the old pixels when a surface gets new ones.
-enum class Carry { Nothing, Clipped, Stretched };
+enum class Extent { Nothing, Clipped, Stretched };
+struct Carry {
+  Extent extent = Extent::Nothing;
+  bool dithers = false;  // where they get other colours
+};
 
 class Surface {
  public:
+  // `colors` is copied, or null for the standard ones; it counts at 8 bits only.
   // `shared` is the device of another, or null for one of its own. Throws
   // std::bad_alloc.
-  Surface(const Layout& layout, PixelBlock pixels, bool purgeable, GDHandle shared);
+  Surface(const Layout& layout, PixelBlock pixels, bool purgeable, CTabHandle colors,
+          GDHandle shared);
   ~Surface();
   Surface(const Surface&) = delete;
   Surface& operator=(const Surface&) = delete;
@@ -43,6 +51,10 @@ class Surface {
   [[nodiscard]] GDHandle Device() const { return device_; }
   [[nodiscard]] bool OwnsDevice(GDHandle device) const { return device == &ownDevice_; }
   [[nodiscard]] const Layout& GetLayout() const { return layout_; }
+  // What all of its ports draw with.
+  [[nodiscard]] PortColors& Colors() { return colors_; }
+  // Whether its indices mean what they mean in a table, null for the standard one.
+  [[nodiscard]] bool HasTable(CTabHandle colors) const;
 
   // Gives false, and locks nothing, when the pixels are purged or lost.
   bool Lock();
@@ -52,8 +64,9 @@ class Surface {
 
   // Moves the bounds, keeping their size.
   void MoveBounds(const Rect& bounds);
-  // Makes the pixels anew. After an error, or std::bad_alloc, all is as before.
-  Error Rebuild(const Layout& layout, Carry carry);
+  // Makes the pixels anew, with `colors` as when it was made. After an error, or
+  // std::bad_alloc, all is as before.
+  Error Rebuild(const Layout& layout, CTabHandle colors, Carry carry);
   // From now on there are none, and not even a handle.
   void LosePixels();
 
@@ -71,12 +84,14 @@ class Surface {
   Layout layout_;
   Format format_ = kARGB;
   bool purgeable_;
-  PixelBlock pixels_;  // null when lost
+  PixelBlock pixels_;                // null when lost
+  std::unique_ptr<OwnTable> table_;  // null when shared
   std::unique_ptr<PixMap> record_;
   PixMap* map_;  // the record; a PixMapHandle is the address of this
   QDE_Device deviceRecord_{};
   QDE_Device* ownDevice_ = &deviceRecord_;  // a GDHandle is the address of this
   GDHandle device_;
+  PortColors colors_ = kInitialColors;
   std::vector<std::unique_ptr<QDE_Port>> ports_;
 };
 

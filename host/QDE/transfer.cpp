@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "axis.h"
+#include "row_combiner.h"
 #include "row_reader.h"
 #include "row_routines.h"
 
@@ -93,44 +94,49 @@ struct RowWork {
   const Image& source;
   const Image& destination;
   const Plan& plan;
-  RowRoutine routine;
+  const Drawing& drawing;
 };
 
 void TransferRows(const RowWork& work, Order order, bool copied) {
   const auto& [columns, rows] = work.plan;
-  const RowContext context(work.source, work.destination);
+  const auto count = static_cast<std::size_t>(columns.Last() - columns.First());
+  const auto combiner = MakeRowCombiner(work.source, work.destination, work.drawing, count);
   RowReader reader(work.source, columns, copied);
   const std::int32_t left = columns.DestinationOf(columns.First());
-  const auto count = static_cast<std::size_t>(columns.Last() - columns.First());
   for (std::int32_t i = rows.First(); i < rows.Last(); ++i) {
     const std::int32_t row = order == Order::Downward ? i : rows.First() + rows.Last() - 1 - i;
-    work.routine(context, reader.Read(rows.SourceOf(row)),
-                 work.destination.At(left, rows.DestinationOf(row)), count);
+    combiner->Combine(reader.Read(rows.SourceOf(row)),
+                      work.destination.At(left, rows.DestinationOf(row)), count);
   }
 }
 
 void TransferOverlapping(const RowWork& work) {
-  if (IsShift(work.source, work.destination, work.plan)) {
-    const Memory from = MemoryOf(work.source, work.plan.columns.Shown(), work.plan.rows.Shown());
-    const Memory to = MemoryOf(work.destination, Drawn(work.plan.columns), Drawn(work.plan.rows));
-    TransferRows(work, from.begin < to.begin ? Order::Upward : Order::Downward, true);
+  const Memory from = MemoryOf(work.source, work.plan.columns.Shown(), work.plan.rows.Shown());
+  const Memory to = MemoryOf(work.destination, Drawn(work.plan.columns), Drawn(work.plan.rows));
+  const Order order = from.begin < to.begin ? Order::Upward : Order::Downward;
+  // Dithering knows one order only.
+  const bool possible = order == Order::Downward || !work.drawing.dithers;
+  if (possible && IsShift(work.source, work.destination, work.plan)) {
+    TransferRows(work, order, true);
     return;
   }
   std::vector<std::uint8_t> memory;
   const Image copy = CopyShown(work.source, work.plan, &memory);
-  TransferRows({copy, work.destination, work.plan, work.routine}, Order::Downward, false);
+  TransferRows({copy, work.destination, work.plan, work.drawing}, Order::Downward, false);
 }
 
 }  // namespace
 
 Error Transfer(const Image& source, const Image& destination, const Rect& sourceRect,
-               const Rect& destinationRect, std::int16_t mode) {
-  const RowRoutine routine = FindRowRoutine(mode, source.layout.depth, destination.layout.depth);
-  if (routine == nullptr) return kIllegalParameter;
+               const Rect& destinationRect, const Ink& ink) {
+  const Mode* mode = FindMode(static_cast<std::int16_t>(ink.mode & ~kDither));
+  if (mode == nullptr) return kIllegalParameter;
   if (IsEmpty(sourceRect) || IsEmpty(destinationRect)) return kNoError;
   const Plan plan = MakePlan(source, destination, sourceRect, destinationRect);
   if (plan.IsEmpty()) return kNoError;
-  const RowWork work{source, destination, plan, routine};
+  const bool dithers = (ink.mode & kDither) != 0 && destination.layout.depth == 8;
+  const Drawing drawing{*mode, dithers, ink.colors};
+  const RowWork work{source, destination, plan, drawing};
   if (Overlap(source, destination, plan)) {
     TransferOverlapping(work);
   } else {

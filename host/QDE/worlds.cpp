@@ -17,6 +17,7 @@ namespace {
 
 using qde::Carry;
 using qde::Error;
+using qde::Extent;
 using qde::Layout;
 using qde::Surface;
 
@@ -47,6 +48,7 @@ Error ResolveDevice(Order* order) {
     const QDE_Device* device = FindDevice(order->device);
     if (device == nullptr) return qde::kIllegalParameter;
     order->depth = (*device->gdPMap)->pixelSize;
+    order->colors = (*device->gdPMap)->pmTable;
     return qde::kNoError;
   }
   const bool shared = order->depth == 0 || (order->flags & QDE_Flag_NO_NEW_DEVICE) != 0;
@@ -56,8 +58,9 @@ Error ResolveDevice(Order* order) {
 }
 
 Error CheckColors(std::int16_t depth, CTabHandle colors) {
-  const bool known = depth != 8 || colors == nullptr || colors == QDE_StandardColors();
-  return known ? qde::kNoError : qde::kIllegalParameter;
+  if (depth != 8 || colors == nullptr) return qde::kNoError;
+  const bool sound = *colors != nullptr && qde::IsSound(**colors);
+  return sound ? qde::kNoError : qde::kIllegalParameter;
 }
 
 Error PlanWorld(Order* order, Layout* layout) {
@@ -77,7 +80,8 @@ Error MakeWorld(Order order, GWorldPtr* world) {
   const bool purgeable = (order.flags & QDE_Flag_PIX_PURGE) != 0;
   qde::PixelBlock pixels = qde::NewPixelBlock(qde::ByteCount(layout), purgeable);
   if (pixels == nullptr) return qde::kMemoryFull;
-  auto surface = std::make_unique<Surface>(layout, std::move(pixels), purgeable, order.device);
+  auto surface =
+      std::make_unique<Surface>(layout, std::move(pixels), purgeable, order.colors, order.device);
   *world = surface->AddPort();
   // Its port owns it from now on, until DisposeGWorld.
   static_cast<void>(surface.release());
@@ -91,19 +95,27 @@ Error MakeWorld(Order order, GWorldPtr* world) {
 std::optional<Carry> CarryFor(std::uint32_t flags) {
   switch (flags & ~std::uint32_t{QDE_Flag_KEEP_LOCAL}) {
     case 0:
-      return Carry::Nothing;
+      return Carry{Extent::Nothing, false};
     case QDE_Flag_CLIP_PIX:
+      return Carry{Extent::Clipped, false};
     case QDE_Flag_CLIP_PIX | QDE_Flag_DITHER_PIX:
-      return Carry::Clipped;
+      return Carry{Extent::Clipped, true};
     case QDE_Flag_STRETCH_PIX:
+      return Carry{Extent::Stretched, false};
     case QDE_Flag_STRETCH_PIX | QDE_Flag_DITHER_PIX:
-      return Carry::Stretched;
+      return Carry{Extent::Stretched, true};
     default:
       return std::nullopt;
   }
 }
 
-bool NeedsNewPixels(Surface* surface, const Layout& wanted) {
+// Whether old indices would show other colours.
+bool GetsNewTable(const Surface& surface, const Layout& wanted, CTabHandle colors) {
+  const bool staysIndexed = surface.GetLayout().depth == 8 && wanted.depth == 8;
+  return staysIndexed && !surface.HasTable(colors);
+}
+
+bool HasOtherShape(Surface* surface, const Layout& wanted) {
   const Layout& layout = surface->GetLayout();
   return layout.depth != wanted.depth || qde::Width(layout.bounds) != qde::Width(wanted.bounds) ||
          qde::Height(layout.bounds) != qde::Height(wanted.bounds) || surface->Pixels() == nullptr;
@@ -124,14 +136,17 @@ Error ChangeSurface(Surface* surface, const Order& order, std::uint32_t* changes
   Layout wanted{};
   if (error == qde::kNoError) error = qde::PlanLayout(depth, *order.bounds, &wanted);
   if (error != qde::kNoError) return error;
-  if (!NeedsNewPixels(surface, wanted)) {
+  const bool remapped = GetsNewTable(*surface, wanted, order.colors);
+  if (!remapped && !HasOtherShape(surface, wanted)) {
     surface->MoveBounds(wanted.bounds);
     return qde::kNoError;
   }
   const Layout before = surface->GetLayout();
-  error = surface->Rebuild(wanted, *carry);
-  if (error == qde::kNoError) *changes = ResultFlags(before, wanted);
-  return error;
+  error = surface->Rebuild(wanted, order.colors, *carry);
+  if (error != qde::kNoError) return error;
+  *changes = ResultFlags(before, wanted);
+  if (remapped) *changes |= QDE_Flag_MAP_PIX;
+  return qde::kNoError;
 }
 
 // Calls, and makes an error of memory that the layer lacks for itself.

@@ -85,6 +85,7 @@ enum {
   QDE_Flag_NO_NEW_DEVICE = 0x2,
   QDE_Flag_USE_TEMP_MEM = 0x4,
   QDE_Flag_KEEP_LOCAL = 0x8,
+  QDE_Flag_MAP_PIX = 0x10000,
   QDE_Flag_NEW_DEPTH = 0x20000,
   QDE_Flag_NEW_ROW_BYTES = 0x80000,
   QDE_Flag_REALLOC_PIX = 0x100000,
@@ -137,6 +138,18 @@ QDE_API CTabHandle QDE_StandardColors(void);
  * calls keep what they are given without looking at it; SetGDevice of null
  * makes the main device current. Which port goes with which device is the
  * caller's business: CopyBits looks at neither. */
+
+/* The colours that a port draws with. Two ports of one world share them. */
+enum {
+  QDE_PortColor_FORE,   /* foreground; black at first */
+  QDE_PortColor_BACK,   /* background; white at first */
+  QDE_PortColor_OP,     /* pin or weight of the arithmetic modes; black at first */
+  QDE_PortColor_HILITE, /* highlight; CCCC CCCC FFFF at first */
+  QDE_PortColorCount
+};
+/* They give -50 for what is no port of a live world, no such colour, or null. */
+QDE_API int16_t QDE_GetPortColor(GWorldPtr port, int32_t which, QDE_RGBColor* color);
+QDE_API int16_t QDE_SetPortColor(GWorldPtr port, int32_t which, const QDE_RGBColor* color);
 
 /* The main device: direct, 32 bits, 1920 by 1080, without pixels. */
 QDE_API GDHandle QDE_MainDevice(void);
