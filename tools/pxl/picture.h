@@ -54,6 +54,9 @@ struct PictureHeader {
   ColourTags colour;
 };
 
+// "480 x 320 pixels".
+std::string SizeText(const PictureHeader& header);
+
 // Where the rows of a picture lie.
 struct PixelRows {
   std::byte* base = nullptr;
