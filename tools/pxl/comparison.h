@@ -26,10 +26,6 @@ double LargestChange(const World& before, const World& after,
 // "nothing changed" or "largest change 0.0039".
 std::string ChangeText(double change);
 
-// The largest of 1, 2, 5, 10, 20 .. and 0.5, 0.2 .. that takes the change to 1
-// at most; 1 for none and for an infinite one.
-double MagnifierFor(double change);
-
 // The size of each difference times the factor, 1 at most, as an opaque Integer8
 // picture. A difference of alpha that is larger than that of a colour takes its
 // place, so that it shows in grey.

@@ -25,18 +25,18 @@ std::size_t LineLength(const Font& font, std::string_view text, int width) {
   return words != 0 ? words : letters != 0 ? letters : text.size();
 }
 
-std::string_view WithoutBlanksAhead(std::string_view text) {
+std::string_view WithoutOuterBlanks(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-  return text;
+  return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 }  // namespace
 
 std::vector<std::string> Wrapped(const Font& font, std::string_view text, int width) {
   std::vector<std::string> lines;
-  for (text = WithoutBlanksAhead(text); !text.empty(); text = WithoutBlanksAhead(text)) {
+  for (text = WithoutOuterBlanks(text); !text.empty(); text = WithoutOuterBlanks(text)) {
     const std::size_t length = LineLength(font, text, width);
-    lines.emplace_back(text.substr(0, length));
+    lines.emplace_back(WithoutOuterBlanks(text.substr(0, length)));
     text.remove_prefix(length);
   }
   return lines;

@@ -48,15 +48,15 @@ constexpr std::array<Mode, 19> kModes = {{
     {"notSrcBic", "A or B, bit by bit"},
     {"blend", "50 % A, 50 % B", kHalf},
     {"addPin", "A + B, up to white", kWhite},
-    {"addOver", "A + B, wrapping round"},
+    {"addOver", "A + B, wrapped"},
     {"subPin", "B \u2212 A, down to black", kBlack},
     {"addMax", "the larger of A and B"},
-    {"subOver", "B \u2212 A, wrapping round"},
+    {"subOver", "B \u2212 A, wrapped"},
     {"adMin", "the smaller of A and B"},
-    {"ditherCopy", "A in 256 colours, dithered", kBlack, Way::ThroughIndices},
+    {"ditherCopy", "A dithered to 8 bits", kBlack, Way::ThroughIndices},
     {"ditherCopy", "the same as 15", kBlack, Way::ThroughIndices},
     {"transparent", "A where A is not white"},
-    {"hilite", "where A is not white, white B becomes orange"},
+    {"hilite", "white of B to orange, where A is not white"},
 }};
 
 const std::vector<std::string> kColourNotes = {

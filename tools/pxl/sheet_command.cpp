@@ -9,6 +9,7 @@
 #include "tools/pxl/contact_sheet.h"
 #include "tools/pxl/depths.h"
 #include "tools/pxl/drawing.h"
+#include "tools/pxl/magnifier.h"
 #include "tools/pxl/opaque.h"
 #include "tools/pxl/resize.h"
 #include "tools/pxl/transfer.h"
