@@ -19,18 +19,15 @@ int SquaredDistance(Color a, Color b) {
   return red * red + green * green + blue * blue;
 }
 
-// The first of those that are nearest; 0 of none.
+// The first of those that are nearest; 0 of none. Indices stand below distances,
+// so that the least of both together is wanted, and nothing has to be foreseen.
 std::uint8_t Search(const Palette& palette, const std::uint8_t* first, const std::uint8_t* last,
                     Color color) {
-  std::uint8_t nearest = 0;
-  int smallest = std::numeric_limits<int>::max();
+  int least = std::numeric_limits<int>::max() & ~0xFF;
   for (; first != last; ++first) {
-    const int distance = SquaredDistance(palette[*first], color);
-    if (distance >= smallest) continue;
-    smallest = distance;
-    nearest = *first;
+    least = std::min(least, SquaredDistance(palette[*first], color) << 8 | *first);
   }
-  return nearest;
+  return static_cast<std::uint8_t>(least & 0xFF);
 }
 
 }  // namespace
@@ -63,7 +60,7 @@ struct InverseColors::Box {
 };
 
 struct InverseColors::Candidates {
-  std::array<std::uint8_t, 256> indices;
+  std::array<std::uint8_t, 256> indices{};
   std::size_t count = 0;
 
   void Add(std::uint8_t index) { indices[count++] = index; }
@@ -100,6 +97,7 @@ InverseColors::Candidates InverseColors::Reduce(const Candidates& candidates,
 
 // From the whole cube down to the cells: what cannot be nearest in a box cannot
 // be nearest in any part of it.
+// NOLINTNEXTLINE(misc-no-recursion): no deeper than a cell has bits.
 void InverseColors::Fill(const Candidates& candidates, const Box& box) {
   const Candidates left = Reduce(candidates, box);
   if (box.size == kCellSize) {

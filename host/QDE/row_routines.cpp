@@ -133,6 +133,12 @@ void ColorInversePixels(const Operands& operands, const std::uint8_t* source,
 
 // ---- Arithmetic modes: each component by itself
 
+// 16 bits are enough for a sum or a difference, and twice as many of them are
+// compared at a time.
+std::int16_t Narrow(int value) {
+  return static_cast<std::int16_t>(value);
+}
+
 void BlendPixels(const Operands& operands, const std::uint8_t* source, std::uint8_t* destination,
                  std::size_t count) {
   ForBytes(source, destination, count,
@@ -147,7 +153,7 @@ void AddPinPixels(const Operands& operands, const std::uint8_t* source, std::uin
   ForBytes(
       source, destination, count,
       [pin = operands.ceiling, components = operands.components](int byte, int old, std::size_t k) {
-        return std::min<int>(old + (byte & components[k]), pin[k]);
+        return std::min(Narrow(old + (byte & components[k])), Narrow(pin[k]));
       });
 }
 
@@ -164,7 +170,7 @@ void SubPinPixels(const Operands& operands, const std::uint8_t* source, std::uin
   ForBytes(
       source, destination, count,
       [pin = operands.floor, components = operands.components](int byte, int old, std::size_t k) {
-        return std::max<int>(old - (byte & components[k]), pin[k]);
+        return std::max(Narrow(old - (byte & components[k])), Narrow(pin[k]));
       });
 }
 

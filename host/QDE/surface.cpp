@@ -17,8 +17,8 @@ constexpr std::int16_t kDirectPixels = 16;
 
 // Null when a shared table does.
 std::unique_ptr<OwnTable> CopyTable(const Layout& layout, CTabHandle colors) {
-  const bool shared = layout.depth != 8 || colors == nullptr || colors == StandardColors();
-  return shared ? nullptr : std::make_unique<OwnTable>(**colors);
+  if (layout.depth != 8 || colors == nullptr || colors == StandardColors()) return nullptr;
+  return std::make_unique<OwnTable>(**colors);
 }
 
 CTabHandle SharedTable(const Layout& layout) {

@@ -1,5 +1,6 @@
 // Blits between Worlds with surfaces, which the drawing layer does.
 #include <cstring>
+#include <iterator>
 #include <random>
 
 #include "tests/whole/whole.h"
@@ -232,6 +233,37 @@ TEST_F(Drawing, DrawsNothingWithoutASurface) {
   EXPECT_EQ(Word(plain, 1, 1), 0U);
   Dispose(drawn);
   Dispose(plain);
+}
+
+TEST_F(Drawing, DrawsInAllModes) {
+  constexpr std::uint32_t RESULTS[] = {0xC86432, 0x404012, 0x53535B, 0x77DBDF, 0x379BCD,
+                                       0x248884, 0xACACA4, 0xECECB6, 0x64C896, 0x000000,
+                                       0x2C2CC8, 0x006464, 0xC8C896, 0x9C6464, 0x646432,
+                                       0xC86432, 0xC86432, 0xC86432, 0x64C896};
+  PXL_WorldHandle from = MakeSurface(32, 1, 1);
+  PXL_WorldHandle to = MakeSurface(32, 1, 1);
+  for (std::uint16_t mode = 0; mode < std::size(RESULTS); ++mode) {
+    PixelAt<PXL_Pixel8>(from, 0, 0) = {{0, 0xC8, 0x64, 0x32}};
+    PixelAt<PXL_Pixel8>(to, 0, 0) = {{0, 0x64, 0xC8, 0x96}};
+    EXPECT_EQ(Blit(from, to, nullptr, nullptr, mode), 0);
+    EXPECT_EQ(__builtin_bswap32(Word(to, 0, 0)), RESULTS[mode]) << mode;
+  }
+  Dispose(to);
+  Dispose(from);
+  EXPECT_THAT(reports_, IsEmpty());
+}
+
+TEST_F(Drawing, DrawsWithTheColorsOfTheDestination) {
+  PXL_WorldHandle from = MakeScribbled(32);
+  PXL_WorldHandle to = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
+  constexpr QDE_RGBColor WHITE = {0xFFFF, 0xFFFF, 0xFFFF};
+  EXPECT_EQ(QDE_SetPortColor(Record(to).gworld, QDE_PortColor_OP, &WHITE), 0);
+  EXPECT_EQ(Blit(from, to, nullptr, nullptr, 8), 0);  // blend
+  for (int k = 1; k < 4; ++k) {
+    EXPECT_EQ(PixelAt<PXL_Pixel8>(to, 3, 3).channel[k], PixelAt<PXL_Pixel8>(from, 3, 3).channel[k]);
+  }
+  Dispose(to);
+  Dispose(from);
 }
 
 TEST_F(Drawing, TakesIndicesBeyondTheModesForSrcCopy) {

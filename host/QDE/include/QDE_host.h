@@ -1,12 +1,10 @@
 /* What a host may ask of the stand-in QDE besides its imports. C11 and C++17.
  *
  * What is there: handles (in K's store), ticks, rectangles, offscreen worlds
- * of 8 and 32 bits per pixel, ports and devices, the two 32-bit pixel formats,
- * and CopyBits in mode 0, srcCopy.
+ * of 8 and 32 bits per pixel, ports with their colours, devices, the two 32-bit
+ * pixel formats, and CopyBits in all transfer modes.
  *
- * What is not there yet: all other transfer modes and masks (CopyBits draws
- * nothing and leaves -50), the colours of a port, dithering (nearest colours
- * are taken), and worlds with colour tables of the caller's (-50).
+ * What is not there: masks (CopyBits draws nothing and leaves -50).
  *
  * Threads. Calls on handles, TickCount and QDE_ConvertBitsFast may be made on
  * any thread. All others share the current port and device and the list of
@@ -44,10 +42,13 @@ enum {
  * bounds  not empty. A row takes its pixels' bytes rounded up to 16 bytes, or
  *         to 4 or 2 where 16 would reach 0x4000; a wider one is refused with
  *         -50. That leaves 16382 pixels at 8 bits and 4095 at 32.
- * colors  null or the standard table, at 8 bits; not looked at otherwise.
+ * colors  at 8 bits a table, of which the world takes a copy, or null for the
+ *         standard one; -50 without entries or with more than 256. Not looked
+ *         at otherwise.
  * device  used with the flag noNewDevice (2) only: the world shares it, and its
- *         depth counts; null stands for the main device, but then `depth`
- *         counts. The device has to outlive the world.
+ *         depth counts, and at 8 bits a copy of its table; null stands for the
+ *         main device, but then `depth` and `colors` count. The device has to
+ *         outlive the world.
  * flags   pixPurge (1) makes the pixels purgeable for the life of the world.
  *         useTempMem (4), keepLocal (8), 16 and 32 change nothing; others are
  *         refused with -50.
@@ -56,15 +57,19 @@ enum {
  * UpdateGWorld
  * flags   none, clipPix, stretchPix, either with ditherPix, all with or without
  *         keepLocal; others are refused with -50. The device is not looked at.
- * When size or depth change, or the pixels were purged or lost, the pixels are
- * made anew, unlocked and unset. clipPix carries the old ones over, pixel for
- * pixel from the upper left corner on, stretchPix scales them to the new size;
- * both do nothing for purged pixels. When neither changed, the pixels stay,
- * locked or not, and the bounds may move. The 32-bit format stays as long as
- * the depth does, and starts as 0.
- * The result combines newDepth, newRowBytes and reallocPix (the pixels were
- * made anew); 0 says that none of these happened. After a failure the world is as it was, but the
- * pixels of a purgeable one may have been taken by the shortage itself.
+ * When size, depth or colour table change, or the pixels were purged or lost,
+ * the pixels are made anew, unlocked and unset. A table is the same as another
+ * when CopyBits takes it so; null is the standard one here too. clipPix carries
+ * the old pixels over, one for one from the upper left corner on, stretchPix
+ * scales them to the new size; both do nothing for purged pixels, and find the
+ * nearest colours where depth or table changed, or dither with ditherPix. When
+ * nothing changed, the pixels stay, locked or not, and the bounds may move. The
+ * 32-bit format stays as long as the depth does, and starts as 0. The port's
+ * colours stay.
+ * The result combines mapPix (8 bits with another table), newDepth, newRowBytes
+ * and reallocPix (the pixels were made anew); 0 says that none of these
+ * happened. After a failure the world is as it was, but the pixels of a
+ * purgeable one may have been taken by the shortage itself.
  *
  * Both move all unlocked blocks when K's scramble switch is on, and ask K to
  * free what it can before they give -108.
@@ -128,8 +133,8 @@ typedef struct QDE_ColorTable {
   QDE_ColorSpec ctTable[256];
 } QDE_ColorTable;
 
-/* The standard table of 256 colours, shared by all 8-bit worlds; not to be
- * changed. 32-bit worlds share another one, of one entry that nobody uses. */
+/* The standard table of 256 colours, shared by all 8-bit worlds without one of
+ * their own; not to be changed. 32-bit worlds share another one, of one entry that nobody uses. */
 QDE_API CTabHandle QDE_StandardColors(void);
 
 /* ---- Ports and devices -------------------------------------------------- */
@@ -137,7 +142,9 @@ QDE_API CTabHandle QDE_StandardColors(void);
 /* The current port is null at first, the current device is the main one. Both
  * calls keep what they are given without looking at it; SetGDevice of null
  * makes the main device current. Which port goes with which device is the
- * caller's business: CopyBits looks at neither. */
+ * caller's business. CopyBits draws with the colours of the current port, and
+ * with the initial ones when that is none of a live world; it does not look at
+ * the current device. */
 
 /* The colours that a port draws with. Two ports of one world share them. */
 enum {
@@ -186,13 +193,63 @@ QDE_API Boolean QDE_IsBitmapCreationForced(void);
  * of sourceRect; rows likewise. Both bounds clip what is drawn without
  * changing the scale. An empty rectangle draws nothing and is no error.
  *
- * 8 to 8 bits copies indices when the tables are the same, and otherwise finds
- * the nearest colours. 8 to 32 writes the table's colours with a fourth byte of
- * 0; an index beyond the table is black. 32 to 8 takes the nearest colour of
- * the destination's table: the smallest sum of squared differences of 8-bit
- * components, at a tie the lowest index. 32 to 32 copies all four bytes, in
- * the destination's order. The result is as if the source had been read
- * completely before the first pixel was written.
+ * The result is as if the source had been read completely before the first
+ * pixel was written.
+ *
+ * Modes. Formulas hold for each component s of a source pixel and d of the
+ * destination, of 8 bits; of the port's colours, which have 16, the high byte
+ * counts. F is the foreground, B the background, P the op colour.
+ *
+ *    bits of s that are   0 (black)  1 (white)   of indices
+ *     0  srcCopy          F          B           s
+ *     1  srcOr            F          d           s | d
+ *     2  srcXor           ~d         d           s ^ d
+ *     3  srcBic           B          d           d & ~s
+ *     4  notSrcCopy       B          F           ~s
+ *     5  notSrcOr         d          F           d | ~s
+ *     6  notSrcXor        d          ~d          d ^ ~s
+ *     7  notSrcBic        d          B           d & s
+ *    32  blend            (s * P + d * (65535 - P)) / 65535, rounded down, with
+ *                         all 16 bits of P
+ *    33  addPin           min(s + d, P)
+ *    34  addOver          s + d modulo 256
+ *    35  subPin           max(d - s, P)
+ *    36  transparent      the source pixel, or none of the background's colour
+ *    37  adMax            max(s, d)
+ *    38  subOver          d - s modulo 256
+ *    39  adMin            min(s, d)
+ *    50  hilite           where the source is not white, the background's colour
+ *                         becomes the highlight colour, and the other way round
+ *    +64 ditherCopy, or any other mode with dithering
+ *
+ * In modes 0 to 7 each bit of s takes its bit from one of two values, so that
+ * with a black foreground and a white background 1 is s & d, 2 ~(s ^ d), and so
+ * on. But srcCopy and notSrcCopy with other colours mix them, to the nearest:
+ * (F * (255 - s) + B * s) / 255, and with F and B exchanged. Foreground and
+ * background count in no other mode, but for 36 and 50 as said.
+ *
+ * 32 to 32 bits: srcCopy copies the fourth byte of the source, in the order of
+ * the destination; all other modes leave that of the destination. 8 to 32 takes
+ * the table's colours, black for an index beyond the table; srcCopy writes a
+ * fourth byte of 0.
+ *
+ * 8 to 8 with the same table (of one seed, or of one content): modes 0 to 7 work
+ * on indices as above if foreground and background are black and white, 2 and 6
+ * always; 36 copies indices. Nothing of that needs dithering.
+ *
+ * All else to 8 bits works on the colours of both tables and takes the nearest
+ * of the destination's, whatever the current device: the smallest sum of squared
+ * differences, at a tie the lowest index, 0 in an empty table. A pixel whose
+ * colour a mode leaves as it is keeps its index, other than in 0 and 4. hilite
+ * swaps the nearest colours of the table to the two, so that doing it twice
+ * brings the colours back.
+ *
+ * Dithering, to 8 bits only, spreads what the nearest colour of a pixel misses:
+ * 7 sixteenths to the right, 3, 5 and 1 to the left, straight and right below,
+ * rows from the top and pixels from the left of what is drawn. The sum for a
+ * pixel is taken to the nearest whole, halves upward, the colour with it limited
+ * to 0 and 255. A pixel of a colour of the table is drawn as it is and hands on
+ * what came to it, so that flat areas stay clean.
  *
  * Pixels need not be locked: CopyBits pins them for the call and notes it in
  * the log (category "QDE"). With purged pixels, an unknown mode, a mask, or

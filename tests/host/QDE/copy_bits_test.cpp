@@ -240,7 +240,8 @@ TEST_F(CopyBitsTest, DrawsNothingInModesThatAreNotThereAndLeavesTheError) {
   GWorldPtr destination = Make(8, Sized(2, 2));
   Fill(source, 1);
   Fill(destination, 2);
-  for (const std::int16_t mode : std::initializer_list<std::int16_t>{1, 7, 32, 39, 50, 64, -1}) {
+  for (const std::int16_t mode : std::initializer_list<std::int16_t>{
+           8, 15, 31, 40, 49, 51, 63, 64 + 8, 64 + 40, 128, 0x4000, -1, -0x8000}) {
     Copy(source, destination, Sized(2, 2), Sized(2, 2), mode);
     EXPECT_EQ(QDE_Error(), -50) << mode;
     Copy(source, source, Sized(2, 2), Sized(2, 2));

@@ -81,4 +81,40 @@ TEST_F(Shortage, InCopyBitsDrawsNothing) {
   DisposeGWorld(world);
 }
 
+// Of a table that nothing was drawn to before.
+TEST_F(Shortage, InCopyBitsToNewColorsDrawsNothing) {
+  QDE_ColorTable table{20261, 0, 1, {{0, {0x1111, 0, 0}}, {1, {0, 0x2222, 0}}}};
+  QDE_ColorTable* master = &table;
+  const Rect bounds = Sized(8, 8);
+  GWorldPtr indices = nullptr;
+  ASSERT_EQ(NewGWorld(&indices, 8, &bounds, &master, nullptr, 0), 0);
+  Fill(indices, 1);
+  GWorldPtr pixels = Make(32, bounds);
+  Fill(pixels, 0);
+  const auto before = Bytes(indices);
+  const int failures = CountFailures(
+      [&] {
+        CopyBits(GetPortBitMapForCopyBits(pixels), GetPortBitMapForCopyBits(indices), &bounds,
+                 &bounds, 39 + 64, nullptr);
+        return QDE_Error();
+      },
+      [&] { EXPECT_EQ(Bytes(indices), before); });
+  EXPECT_GT(failures, 5);
+  EXPECT_EQ(*At(indices, 7, 7), 0);
+  DisposeGWorld(pixels);
+  DisposeGWorld(indices);
+}
+
+TEST_F(Shortage, InNewGWorldWithColorsLeavesNothingBehind) {
+  QDE_ColorTable table{20261, 0, 0, {{0, {0, 0, 0}}}};
+  QDE_ColorTable* master = &table;
+  const Rect bounds = Sized(4, 4);
+  GWorldPtr world = nullptr;
+  const int failures =
+      CountFailures([&] { return NewGWorld(&world, 8, &bounds, &master, nullptr, 0); },
+                    [&] { EXPECT_EQ(QDE_CountWorlds(), 0U); });
+  EXPECT_GT(failures, 4);
+  DisposeGWorld(world);
+}
+
 }  // namespace

@@ -1,3 +1,5 @@
+#include <set>
+
 #include "surfaces.h"
 
 namespace {
@@ -136,6 +138,92 @@ TEST_F(Updates, CarryPixelsOverToAnotherDepth) {
   DisposeGWorld(world);
 }
 
+TEST_F(Updates, DitherOnTheWayTo8BitsWhenAsked) {
+  for (const std::uint32_t carry : {QDE_Flag_CLIP_PIX, QDE_Flag_STRETCH_PIX}) {
+    for (const bool dithers : {false, true}) {
+      // A grey between 77 and 88.
+      GWorldPtr world = Make(32, Sized(16, 16));
+      Fill(world, 0x7F);
+      const std::uint32_t flags = carry | (dithers ? std::uint32_t{QDE_Flag_DITHER_PIX} : 0U);
+      EXPECT_EQ(Update(&world, 8, Sized(16, 16), flags), kRealloc | kNewDepth | kNewRowBytes);
+      const auto bytes = Bytes(world);
+      EXPECT_EQ(std::set<int>(bytes.begin(), bytes.end()),
+                dithers ? (std::set{249, 250}) : (std::set{250}));
+      DisposeGWorld(world);
+    }
+  }
+}
+
+// Red and white only.
+class UpdatesOfTables : public Updates {
+ protected:
+  std::uint32_t Remap(GWorldPtr* world, CTabHandle colors, std::uint32_t flags = 0) {
+    return UpdateGWorld(world, 8, &bounds_, colors, nullptr, flags);
+  }
+
+  const Rect bounds_ = Sized(16, 2);
+  QDE_ColorTable table_{1024, 0, 1, {{0, {0xFFFF, 0, 0}}, {1, {0xFFFF, 0xFFFF, 0xFFFF}}}};
+  QDE_ColorTable* master_ = &table_;
+};
+
+TEST_F(UpdatesOfTables, RemapThePixels) {
+  GWorldPtr world = Make(8, bounds_);
+  Fill(world, 0);          // white
+  *At(world, 1, 0) = 35;   // red
+  *At(world, 2, 0) = 215;  // nearly red
+  EXPECT_EQ(Remap(&world, &master_, QDE_Flag_CLIP_PIX), kRealloc | QDE_Flag_MAP_PIX);
+  EXPECT_EQ(*At(world, 0, 0), 1);
+  EXPECT_EQ(*At(world, 1, 0), 0);
+  EXPECT_EQ(*At(world, 2, 0), 0);
+  EXPECT_EQ((**MapOf(world).pmTable).ctSeed, 1024);
+  // The same again changes nothing, nor does the world's own table.
+  EXPECT_EQ(Remap(&world, &master_, QDE_Flag_CLIP_PIX), 0U);
+  EXPECT_EQ(Remap(&world, MapOf(world).pmTable, QDE_Flag_CLIP_PIX), 0U);
+  // And back to the standard one.
+  EXPECT_EQ(Remap(&world, nullptr, QDE_Flag_STRETCH_PIX), kRealloc | QDE_Flag_MAP_PIX);
+  EXPECT_EQ(*At(world, 0, 0), 0);
+  EXPECT_EQ(*At(world, 1, 0), 35);
+  EXPECT_EQ(MapOf(world).pmTable, QDE_StandardColors());
+  DisposeGWorld(world);
+}
+
+TEST_F(UpdatesOfTables, KeepTheWorldsOwnTableThroughANewSize) {
+  GWorldPtr world = nullptr;
+  ASSERT_EQ(NewGWorld(&world, 8, &bounds_, &master_, nullptr, 0), 0);
+  Fill(world, 1);
+  const Rect larger = Sized(16, 3);
+  EXPECT_EQ(UpdateGWorld(&world, 8, &larger, MapOf(world).pmTable, nullptr, QDE_Flag_STRETCH_PIX),
+            kRealloc);
+  EXPECT_EQ((**MapOf(world).pmTable).ctTable[1].rgb.green, 0xFFFF);
+  EXPECT_EQ(*At(world, 15, 2), 1);
+  DisposeGWorld(world);
+}
+
+TEST_F(UpdatesOfTables, DitherWhenAsked) {
+  for (const bool dithers : {false, true}) {
+    GWorldPtr world = Make(8, bounds_);
+    Fill(world, 8);  // FFCC99 is nearer to white
+    Remap(&world, &master_,
+          QDE_Flag_CLIP_PIX | (dithers ? std::uint32_t{QDE_Flag_DITHER_PIX} : 0U));
+    const auto bytes = Bytes(world);
+    EXPECT_EQ(std::set<int>(bytes.begin(), bytes.end()),
+              dithers ? (std::set{0, 1}) : (std::set{1}));
+    DisposeGWorld(world);
+  }
+}
+
+TEST_F(Updates, KeepTheColorsOfThePort) {
+  GWorldPtr world = Make(8, Sized(5, 3));
+  const QDE_RGBColor red{0xFFFF, 0, 0};
+  ASSERT_EQ(QDE_SetPortColor(world, QDE_PortColor_BACK, &red), 0);
+  EXPECT_NE(Update(&world, 32, Sized(6, 3)), 0U);
+  QDE_RGBColor kept{};
+  EXPECT_EQ(QDE_GetPortColor(world, QDE_PortColor_BACK, &kept), 0);
+  EXPECT_EQ(kept.red, 0xFFFF);
+  EXPECT_EQ(kept.green, 0);
+  DisposeGWorld(world);
+}
+
 TEST_F(Updates, WithPurgedPixelsHaveNothingToCarryOver) {
   GWorldPtr world = Make(8, Sized(5, 3), QDE_Flag_PIX_PURGE);
   Press();
@@ -170,6 +258,7 @@ TEST_F(Updates, ThatCannotBeAreRefusedAndChangeNothing) {
   ExpectUnchanged(world, Update(&world, 32, Sized(4096, 3)), -50, before);
   ExpectUnchanged(world, UpdateGWorld(&world, 8, nullptr, nullptr, nullptr, 0), -50, before);
   QDE_ColorTable table{};
+  table.ctSize = -1;
   QDE_ColorTable* master = &table;
   const Rect bounds = Sized(6, 3);
   ExpectUnchanged(world, UpdateGWorld(&world, 8, &bounds, &master, nullptr, 0), -50, before);

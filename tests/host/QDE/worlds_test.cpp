@@ -123,16 +123,55 @@ TEST_F(Worlds, TakeThePublishedFlagsOnly) {
   DisposeGWorld(Make(32, bounds, 0x3F));
 }
 
-TEST_F(Worlds, TakeNoColorTableButTheStandardOne) {
+TEST_F(Worlds, KeepACopyOfTheirColorTable) {
+  const Rect bounds = Sized(4, 4);
+  QDE_ColorTable table{1024, 0, 1, {{0, {1, 2, 3}}, {9, {0xFFFF, 0, 0}}}};
+  QDE_ColorTable* master = &table;
+  GWorldPtr world = nullptr;
+  ASSERT_EQ(NewGWorld(&world, 8, &bounds, &master, nullptr, 0), 0);
+  table = {};
+  const QDE_ColorTable& copy = **MapOf(world).pmTable;
+  EXPECT_EQ(copy.ctSeed, 1024);
+  EXPECT_EQ(copy.ctSize, 1);
+  EXPECT_EQ(copy.ctTable[0].rgb.blue, 3);
+  EXPECT_EQ(copy.ctTable[1].value, 9);
+  EXPECT_EQ(copy.ctTable[1].rgb.red, 0xFFFF);
+  DisposeGWorld(world);
+  // The standard one is shared.
+  ASSERT_EQ(NewGWorld(&world, 8, &bounds, QDE_StandardColors(), nullptr, 0), 0);
+  EXPECT_EQ(MapOf(world).pmTable, QDE_StandardColors());
+  DisposeGWorld(world);
+}
+
+TEST_F(Worlds, WithADeviceOfAnotherHaveItsColorTable) {
+  const Rect bounds = Sized(4, 4);
+  QDE_ColorTable table{1024, 0, 0, {{0, {0xFFFF, 0, 0}}}};
+  QDE_ColorTable* master = &table;
+  GWorldPtr owner = nullptr;
+  ASSERT_EQ(NewGWorld(&owner, 8, &bounds, &master, nullptr, 0), 0);
+  GWorldPtr guest = nullptr;
+  ASSERT_EQ(NewGWorld(&guest, 32, &bounds, nullptr, GetGWorldDevice(owner), QDE_Flag_NO_NEW_DEVICE),
+            0);
+  EXPECT_EQ((**MapOf(guest).pmTable).ctSeed, 1024);
+  // Of its own, since the owner's goes with the owner.
+  EXPECT_NE(MapOf(guest).pmTable, MapOf(owner).pmTable);
+  DisposeGWorld(guest);
+  DisposeGWorld(owner);
+}
+
+TEST_F(Worlds, TakeSoundColorTablesOnly) {
   const Rect bounds = Sized(4, 4);
   QDE_ColorTable table{};
   QDE_ColorTable* master = &table;
-  EXPECT_EQ(Refusal(8, &bounds, 0, &master), -50);
-  GWorldPtr world = nullptr;
-  EXPECT_EQ(NewGWorld(&world, 8, &bounds, QDE_StandardColors(), nullptr, 0), 0);
-  DisposeGWorld(world);
+  for (const std::int16_t size : std::initializer_list<std::int16_t>{-1, 256, -0x8000}) {
+    table.ctSize = size;
+    EXPECT_EQ(Refusal(8, &bounds, 0, &master), -50);
+  }
+  QDE_ColorTable* none = nullptr;
+  EXPECT_EQ(Refusal(8, &bounds, 0, &none), -50);
   // Direct pixels have no use for one.
-  EXPECT_EQ(NewGWorld(&world, 32, &bounds, &master, nullptr, 0), 0);
+  GWorldPtr world = nullptr;
+  EXPECT_EQ(NewGWorld(&world, 32, &bounds, &none, nullptr, 0), 0);
   DisposeGWorld(world);
 }
 
