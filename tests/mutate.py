@@ -55,11 +55,21 @@ NUMBER = re.compile(r"(?<![\w.])(?<![eE]-)(0[xX][0-9A-Fa-f]+|\d+)")
 QUOTED = re.compile(r'"(?:[^"\\]|\\.)*"')
 CONDITION = re.compile(r"\b(?:if|while) \(")
 COMPARED = re.compile(r"[^&|]*[!=]= [^&|]*")  # turned round by the change of its sign
-CALL = re.compile(r"\b[\w:]+(?:<\w+>)?\(")
+CALL = re.compile(r"\b[\w:]+(?:<[\w:]+>)?\(")
 RETURN = re.compile(r"return (\w*[sS]tatus|error);")
+# What is changed too in files that the rest finds little in.
+FEW = 20
+FINE = [(re.compile(r"return ([^;{}]+);"), ("{}", r"\1 + 1")),
+        (re.compile(r"\b(float)\b"), ("double",)),
+        (re.compile(r"\b(long)\b"), ("int",)),
+        (re.compile(r"\b(std::int32_t)\b"), ("std::int16_t",)),
+        (re.compile(r"\b(std::uint8_t|std::uint64_t)\b"), ("std::uint16_t",)),
+        (re.compile(r"\b(std::uint16_t)\b"), ("std::uint8_t",)),
+        (re.compile(r"(throw;)"), (";",))]
 # A statement that is a call, an assignment or a count: no declaration, no jump.
 STATEMENT = re.compile(r"(?:\(void\))?[\w:.\[\]>*-]+(?:\(| [|&+-]?= )|(?:\+\+|--)[\w.()>-]+;")
-KEYWORDS = re.compile(r"(?:return|if|for|while|switch|case|catch|using|static_assert)\b|\w+:$|.*= delete;$")
+KEYWORDS = re.compile(
+    r"(?:return|if|for|while|switch|case|catch|using|static_assert)\b|\w+:$|.*= delete;$")
 
 
 def matching(line, opening):
@@ -88,6 +98,13 @@ def replacement(token):
     kind = next(kind for kind in KINDS if token.startswith(kind))
     first, second = KINDS[kind]
     return kind + (second if token == kind + first else first)
+
+
+def fine_edits(code):
+    for pattern, texts in FINE:
+        for found in pattern.finditer(code):
+            for text in texts:
+                yield *found.span(1), found.expand(text)
 
 
 def edits(line, code):
@@ -140,7 +157,15 @@ def statement_end(codes, first):
 
 
 def mutants_of(path):
-    """All mutants of a file, in the order of its lines."""
+    """The mutants of a file, in the order of its lines; the fine ones too when
+    there are few others."""
+    mutants = list(mutants_by(path, edits))
+    if len(mutants) < FEW:
+        mutants += mutants_by(path, lambda line, code: fine_edits(code), dropping=False)
+    return mutants
+
+
+def mutants_by(path, edits_of, dropping=True):
     lines = (ROOT / path).read_text(encoding="utf-8").split("\n")
     codes = [code_of(line) for line in lines]
     seen = collections.Counter()
@@ -153,11 +178,11 @@ def mutants_of(path):
             text = "\n".join([*lines[:index], kind, *[""] * (end - index), *lines[end + 1:]])
             return Mutant(path, index + 1, seen[line.strip()], line.strip(), mutated, text)
 
-        for mutated in dict.fromkeys(
-                line[:start] + text + line[end:] for start, end, text in edits(line, codes[index])):
+        for mutated in dict.fromkeys(line[:start] + text + line[end:]
+                                     for start, end, text in edits_of(line, codes[index])):
             if mutated != line:
                 yield mutant(index, mutated.strip(), mutated)
-        end = statement_end(codes, index)
+        end = statement_end(codes, index) if dropping else None
         if end is not None:
             yield mutant(end, "", "")
 

@@ -39,6 +39,22 @@ std::vector<int> LeftEdges(const Picture& sheet, int y) {
   return edges;
 }
 
+bool IsBlankBlock(const Picture& sheet, int left, int top, int right, int bottom) {
+  for (int y = top; y < bottom; ++y) {
+    for (int x = left; x < right; ++x) {
+      if (PixelAt(sheet, x, y) != PixelAt(sheet, 0, 0)) return false;
+    }
+  }
+  return true;
+}
+
+int WidthOf(const Picture& sheet) {
+  return static_cast<int>(sheet.header.width);
+}
+int HeightOf(const Picture& sheet) {
+  return static_cast<int>(sheet.header.height);
+}
+
 class ContactSheet : public testing::Test {
  protected:
   Font title_{FontFile(), kTitleSize};
@@ -94,30 +110,68 @@ TEST_F(ContactSheet, ShowsAGroundThroughTransparentPictures) {
     ASSERT_EQ(sheet.pixels[i], std::byte{255});
 }
 
-TEST(FittedPicture, IsReducedToMeansOfSquares) {
-  Picture picture = Solid(4, 2, Pixel{});
-  for (int x = 0; x < 4; ++x)
-    picture.Rows().Row(0)[std::ptrdiff_t{4} * x] = static_cast<std::byte>(40 * x);
-  const Picture small = Fitted(picture, 2);
-  ASSERT_EQ(small.header.width, 2);
-  ASSERT_EQ(small.header.height, 1);
-  EXPECT_EQ(PixelAt(small, 0, 0)[0], std::byte{10});
-  EXPECT_EQ(PixelAt(small, 1, 0)[0], std::byte{50});
+TEST_F(ContactSheet, LeavesEqualGuttersBetweenRowsAndColumnsEmpty) {
+  const int side = 120;
+  const std::string label(6, 'g');
+  const std::vector<SheetCell> cells(8, {Solid(side, side, kRed), {label, label}});
+  const Picture sheet = MakeContactSheet("title", cells, title_, label_, {3, 0});
+  const int rowHeight = side + 10 + 2 * label_.LineHeight();
+  EXPECT_EQ(WidthOf(sheet), 3 * side + 4 * kSheetGutter);
+  const int top = 2 * kSheetGutter + title_.LineHeight();
+  EXPECT_EQ(HeightOf(sheet), top + 3 * rowHeight + 3 * kSheetGutter);
+  for (int i = 0; i <= 3; ++i) {
+    const int x = i * (side + kSheetGutter);
+    EXPECT_TRUE(IsBlankBlock(sheet, x, top, x + kSheetGutter, HeightOf(sheet))) << i;
+    const int bottom = top + i * (rowHeight + kSheetGutter);
+    EXPECT_TRUE(IsBlankBlock(sheet, 0, bottom - kSheetGutter, WidthOf(sheet), bottom)) << i;
+  }
+  for (int i = 0; i < 8; ++i) {
+    const int x = kSheetGutter + i % 3 * (side + kSheetGutter);
+    const int y = top + i / 3 * (rowHeight + kSheetGutter);
+    EXPECT_EQ(PixelAt(sheet, x, y), kRed) << i;
+    EXPECT_EQ(PixelAt(sheet, x + side - 1, y + side - 1), kRed) << i;
+    EXPECT_FALSE(IsBlankBlock(sheet, x, y + side + 10, x + side, y + rowHeight)) << i;
+  }
 }
 
-TEST(FittedPicture, KeepsTheEdgesOfOddSizes) {
-  const Picture small = Fitted(Solid(501, 7, kRed), 100);
-  EXPECT_EQ(small.header.width, 84);
-  EXPECT_EQ(small.header.height, 2);
-  EXPECT_EQ(PixelAt(small, 83, 1), kRed);
+TEST_F(ContactSheet, MakesEachRowAsHighAsItsHighestCell) {
+  const SheetCell low = {Solid(30, 10, kRed), {}};
+  const SheetCell high = {Solid(30, 50, kRed), {}};
+  const Picture sheet = MakeContactSheet("t", {low, high, low, low}, title_, label_, {2, 0});
+  const int second = 2 * kSheetGutter + title_.LineHeight() + 50 + 10 + kSheetGutter;
+  EXPECT_NE(PixelAt(sheet, kSheetGutter, second - 1), kRed);
+  EXPECT_EQ(PixelAt(sheet, kSheetGutter, second), kRed);
+  EXPECT_EQ(HeightOf(sheet), second + 10 + 10 + kSheetGutter);
 }
 
-TEST(FittedPicture, IsEnlargedByWholeFactors) {
-  Picture picture = Solid(2, 1, kRed);
-  picture.Rows().Row(0)[4] = std::byte{9};
-  const Picture large = Fitted(picture, 7);
-  ASSERT_EQ(large.header.width, 6);
-  ASSERT_EQ(large.header.height, 3);
-  EXPECT_EQ(PixelAt(large, 2, 2), kRed);
-  EXPECT_EQ(PixelAt(large, 3, 2)[0], std::byte{9});
+TEST_F(ContactSheet, WrapsLabelsAndTitleWhereAsked) {
+  const std::string text = "a label that is very much wider than its picture";
+  const Picture sheet = MakeContactSheet(text + " " + text, {{Solid(100, 10, kRed), {text}}},
+                                         title_, label_, {0, 120});
+  EXPECT_EQ(WidthOf(sheet), 120 + 2 * kSheetGutter);
+  const auto lines = static_cast<int>(Wrapped(label_, text, 120).size());
+  const auto titles = static_cast<int>(Wrapped(title_, text + " " + text, 120).size());
+  EXPECT_GT(lines, 2);
+  EXPECT_GT(titles, 4);
+  EXPECT_EQ(HeightOf(sheet), 3 * kSheetGutter + titles * title_.LineHeight() + 10 + 10 +
+                                 lines * label_.LineHeight());
+  EXPECT_TRUE(
+      IsBlankBlock(sheet, WidthOf(sheet) - kSheetGutter + 1, 0, WidthOf(sheet), HeightOf(sheet)));
+}
+
+TEST_F(ContactSheet, WrapsLabelsAtThePictureWhereThatIsWider) {
+  const std::string text = "some words for a label";
+  const Picture picture = Solid(label_.Width(text), 10, kRed);
+  const Picture wide = MakeContactSheet("t", {{picture, {text}}}, title_, label_, {0, 40});
+  EXPECT_EQ(WidthOf(wide), label_.Width(text) + 2 * kSheetGutter);
+  EXPECT_EQ(HeightOf(wide), 3 * kSheetGutter + title_.LineHeight() + 10 + 10 + label_.LineHeight());
+}
+
+TEST_F(ContactSheet, StartsCellsOfTextAtTheTop) {
+  const Picture sheet = MakeContactSheet("t", {{Solid(60, 60, kRed), {}}, {Picture{}, {"Words"}}},
+                                         title_, label_, {2, 60});
+  const int left = 2 * kSheetGutter + 60;
+  const int top = 2 * kSheetGutter + title_.LineHeight();
+  EXPECT_FALSE(IsBlankBlock(sheet, left, top, WidthOf(sheet), top + label_.LineHeight()));
+  EXPECT_TRUE(IsBlankBlock(sheet, left, top + label_.LineHeight(), WidthOf(sheet), top + 60));
 }

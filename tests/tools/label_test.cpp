@@ -77,3 +77,40 @@ TEST(Label, BeyondThePictureIsLeftOut) {
 TEST(Label, NeedsAFont) {
   EXPECT_THROW(Font("/dev/null", 16), Failure);
 }
+
+TEST(WrappedLabel, IsBrokenAtBlanksOnly) {
+  const Font font(FontFile(), 16);
+  const std::string text = "words of a label that takes several lines";
+  for (int width = font.Width("several"); width < font.Width(text); width += 7) {
+    std::string joined;
+    for (const std::string& line : Wrapped(font, text, width)) {
+      EXPECT_LE(font.Width(line), width);
+      joined += (joined.empty() ? "" : " ") + line;
+    }
+    EXPECT_EQ(joined, text);
+  }
+}
+
+TEST(WrappedLabel, FillsItsLines) {
+  const Font font(FontFile(), 16);
+  EXPECT_EQ(Wrapped(font, "one two", font.Width("one two")), std::vector<std::string>{"one two"});
+  EXPECT_EQ(Wrapped(font, "one two", font.Width("one two") - 1),
+            (std::vector<std::string>{"one", "two"}));
+  EXPECT_EQ(Wrapped(font, "  one   two ", font.Width("one t")),
+            (std::vector<std::string>{"one", "two"}));
+}
+
+TEST(WrappedLabel, BreaksWordsThatAreLongerThanALineBetweenLetters) {
+  const Font font(FontFile(), 16);
+  const std::string word = "\u00E9\u00E9\u00E9\u00E9\u00E9";
+  EXPECT_EQ(Wrapped(font, word, font.Width("\u00E9\u00E9")),
+            (std::vector<std::string>{"\u00E9\u00E9", "\u00E9\u00E9", "\u00E9"}));
+  EXPECT_EQ(Wrapped(font, word, 1).size(), 5U);
+  EXPECT_EQ(Wrapped(font, "\xC3", 1).size(), 1U);
+}
+
+TEST(WrappedLabel, MayBeEmpty) {
+  const Font font(FontFile(), 16);
+  EXPECT_TRUE(Wrapped(font, "", 100).empty());
+  EXPECT_TRUE(Wrapped(font, "  ", 100).empty());
+}

@@ -73,12 +73,7 @@ Outcome RunPxlOnATerminal(const std::vector<std::string>& arguments) {
 }
 
 pxl::Picture ReadPictureFile(const std::filesystem::path& path) {
-  pxl::InputPicture input(path);
-  pxl::Picture picture =
-      pxl::NewPicture(input.header().width, input.header().height, input.header().samples);
-  picture.header = input.header();
-  input.Read(picture.Rows());
-  return picture;
+  return pxl::InputPicture(path).Read();
 }
 
 std::string SamplePicture(const std::string& name) {

@@ -17,15 +17,15 @@ namespace pxl {
 namespace {
 
 constexpr const char* kDescription =
-    "Converts pictures between the pixel depths of PXL, and shows what the module\n"
-    "is and says.";
+    "Converts pictures between the pixel depths of PXL, shows what they and the\n"
+    "transfer modes do, and what the module is and says.";
 
 constexpr const char* kFooter =
     "Exit codes: 0 success, 1 failure, 2 a command line that cannot be meant.\n"
     "Failures are told in one line on standard error.\n\n"
     "Environment:\n"
     "  VETRIX_SETTINGS=FILE  debug settings of the module (see 'pxl info')\n"
-    "  PXL_FONT=FILE         font of the labels of 'pxl demo'\n"
+    "  PXL_FONT=FILE         font of the labels on sheets\n"
     "  PXL_SCRAMBLE=1        move every handle whenever memory is allocated\n"
     "  PXL_MEMORY_BUDGET=N   allow N bytes of handles and pool memory\n"
     "  PXL_FILL=HEX          fill new Worlds with this 32-bit pattern";
@@ -57,6 +57,31 @@ constexpr const char* kSoakFooter =
     "is part of the plan. Ends with what was done, and fails if a pixel was lost or if\n"
     "handles, blocks, surfaces or booked bytes remain.\n\n"
     "Example: pxl soak --minutes 2 --budget 256MiB --plot memory.svg";
+
+constexpr const char* kModesFooter =
+    "A is the source, B the destination. Both become Worlds of 32 bits on surfaces of\n"
+    "the drawing layer, and each of the modes 0 to 18 blits A onto a copy of B. For\n"
+    "that they are made opaque, transparent parts being laid on white. B is reduced by\n"
+    "a whole factor until neither side is longer than 240 pixels. Where A has another\n"
+    "size, the largest part from its middle with B's proportions is scaled to B's size\n"
+    "by the drawing layer. Results that are small are shown in squares of pixels.\n\n"
+    "The colours drawn with: foreground black, background white (which transparent\n"
+    "leaves out, and hilite turns to the highlight colour), highlight orange. The op\n"
+    "colour is half of full scale in blend, white in addPin, black in subPin.\n"
+    "ditherCopy, 15 and 16, shows on 8 bits only: it draws A into a World of 8 bits,\n"
+    "which is then copied to 32.\n\n"
+    "Example: pxl modes title.png photo.png -o modes.png";
+
+constexpr const char* kSheetFooter =
+    "Shows the picture as read, at 32, 64 and 128 bits and in 256 colours, nearest and\n"
+    "dithered, and under each the size of its difference to the picture as read, times\n"
+    "the factor in its label. Full scale is 1. Differences of alpha show in grey; at 8\n"
+    "bits, which hold no alpha, only colours are compared.\n"
+    "A picture with a side longer than 240 pixels is first reduced by a whole factor,\n"
+    "in its own depth: what is shown and told is that of the reduced picture.\n"
+    "The conversions are those of 'pxl convert'; 8 bits are reached by way of 32, on\n"
+    "surfaces of the drawing layer.\n\n"
+    "Example: pxl sheet photo.exr -o depths.png";
 
 // Accepts the depths listed.
 CLI::Validator OneOf(const std::vector<std::string>& depths) {
@@ -154,6 +179,33 @@ Action AddSoak(CLI::App& app) {
   return [options] { return RunSoak(*options); };
 }
 
+void AddSheetOutput(CLI::App& verb, std::filesystem::path& output) {
+  verb.add_option("-o,--output", output, "The sheet, a PNG file")->required()->type_name("FILE");
+}
+
+Action AddModes(CLI::App& app) {
+  auto options = std::make_shared<ModesOptions>();
+  CLI::App* verb = app.add_subcommand("modes", "Show all transfer modes of two pictures");
+  verb->footer(std::string(kModesFooter) + "\n\n" + kFooter);
+  verb->add_option("A", options->source, "PNG or OpenEXR picture, the source")
+      ->required()
+      ->type_name("");
+  verb->add_option("B", options->destination, "PNG or OpenEXR picture, the destination")
+      ->required()
+      ->type_name("");
+  AddSheetOutput(*verb, options->output);
+  return [options] { return Modes(*options); };
+}
+
+Action AddSheet(CLI::App& app) {
+  auto options = std::make_shared<SheetOptions>();
+  CLI::App* verb = app.add_subcommand("sheet", "Show what each depth changes in a picture");
+  verb->footer(std::string(kSheetFooter) + "\n\n" + kFooter);
+  verb->add_option("IN", options->picture, "PNG or OpenEXR picture")->required()->type_name("");
+  AddSheetOutput(*verb, options->output);
+  return [options] { return Sheet(*options); };
+}
+
 // The help of the verb that was asked about, or of the whole program.
 int PrintHelp(const CLI::App& app) {
   std::cout << app.help();
@@ -222,8 +274,9 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
   app->require_subcommand(1);
   const auto language = AddLanguage(*app);
   // In the order in which CLI11 keeps the verbs.
-  const std::vector<Action> actions = {AddConvert(*app), AddInfo(*app), AddMessages(*app),
-                                       AddDemo(*app), AddSoak(*app)};
+  const std::vector<Action> actions = {AddConvert(*app), AddInfo(*app),  AddMessages(*app),
+                                       AddDemo(*app),    AddModes(*app), AddSheet(*app),
+                                       AddSoak(*app)};
   RefuseUnknownVerb(*app, count, arguments);
   try {
     app->parse(count, arguments);

@@ -47,6 +47,21 @@ struct DemoOptions {
 };
 int Demo(const DemoOptions& options);
 
+struct ModesOptions {
+  std::filesystem::path source;
+  std::filesystem::path destination;
+  std::filesystem::path output;
+};
+// A sheet of all transfer modes.
+int Modes(const ModesOptions& options);
+
+struct SheetOptions {
+  std::filesystem::path picture;
+  std::filesystem::path output;
+};
+// A sheet of all depths, and what each changes.
+int Sheet(const SheetOptions& options);
+
 struct SoakOptions {
   double minutes = 0.0;
   std::optional<std::uint64_t> budget;  // bytes

@@ -1,8 +1,11 @@
 #include "tools/pxl/contact_sheet.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
+
+#include "tools/pxl/failure.h"
+#include "tools/pxl/opaque.h"
+#include "tools/pxl/output_file.h"
+#include "tools/pxl/picture_file.h"
 
 namespace pxl {
 namespace {
@@ -17,24 +20,15 @@ constexpr int kSquare = 10;
 constexpr unsigned kLightSquare = 255;
 constexpr unsigned kDarkSquare = 212;
 
-void SetPixel(std::byte* pixel, Colour colour) {
-  pixel[0] = std::byte{255};
-  pixel[1] = std::byte{colour.red};
-  pixel[2] = std::byte{colour.green};
-  pixel[3] = std::byte{colour.blue};
-}
-
 Picture BlankSheet(int width, int height) {
   Picture sheet = NewPicture(width, height, SampleType::Integer8);
-  for (std::size_t i = 0; i < sheet.pixels.size(); i += 4) SetPixel(&sheet.pixels[i], kPaper);
+  for (std::size_t i = 0; i < sheet.pixels.size(); i += 4) {
+    sheet.pixels[i] = std::byte{255};
+    sheet.pixels[i + 1] = std::byte{kPaper.red};
+    sheet.pixels[i + 2] = std::byte{kPaper.green};
+    sheet.pixels[i + 3] = std::byte{kPaper.blue};
+  }
   return sheet;
-}
-
-// A channel with straight alpha over a grey ground.
-std::uint8_t Over(std::byte value, std::byte alpha, unsigned ground) {
-  const auto v = std::to_integer<unsigned>(value);
-  const auto a = std::to_integer<unsigned>(alpha);
-  return static_cast<std::uint8_t>((v * a + ground * (255U - a) + 127U) / 255U);
 }
 
 void Place(Picture& sheet, const Picture& picture, int left, int top) {
@@ -42,101 +36,142 @@ void Place(Picture& sheet, const Picture& picture, int left, int top) {
     std::byte* to = sheet.Rows().Row(top + y) + std::ptrdiff_t{4} * left;
     const std::byte* from = picture.Row(y);
     for (std::int64_t x = 0; x < picture.header.width; ++x, from += 4, to += 4) {
-      const unsigned ground = (x / kSquare + y / kSquare) % 2 == 0 ? kLightSquare : kDarkSquare;
-      SetPixel(to, {Over(from[1], from[0], ground), Over(from[2], from[0], ground),
-                    Over(from[3], from[0], ground)});
+      LayOver(from, (x / kSquare + y / kSquare) % 2 == 0 ? kLightSquare : kDarkSquare, to);
     }
   }
 }
 
-int CellWidth(const std::vector<SheetCell>& cells, const Font& font) {
-  int width = 0;
-  for (const SheetCell& cell : cells) {
-    width = std::max(width, static_cast<int>(cell.picture.header.width));
-    for (const std::string& label : cell.labels) width = std::max(width, font.Width(label));
+struct Line {
+  std::string text;
+  Colour colour;
+};
+
+// A picture, or none, over lines of text.
+struct Block {
+  const Picture* picture;
+  std::vector<Line> lines;
+
+  bool IsText() const { return picture->header.width == 0; }
+  // From the block's top to its first line.
+  int TextTop() const {
+    return IsText() ? 0 : static_cast<int>(picture->header.height) + kLabelGap;
   }
+};
+
+int WidestLine(const std::vector<Line>& lines, const Font& font) {
+  int width = 0;
+  for (const Line& line : lines) width = std::max(width, font.Width(line.text));
   return width;
 }
 
-int CellHeight(const SheetCell& cell, const Font& font) {
-  return static_cast<int>(cell.picture.header.height) + kLabelGap +
-         font.LineHeight() * static_cast<int>(cell.labels.size());
-}
-
-void DrawCell(Picture& sheet, const SheetCell& cell, const Font& font, int left, int top) {
-  Place(sheet, cell.picture, left, top);
-  int y = top + static_cast<int>(cell.picture.header.height) + kLabelGap;
-  for (const std::string& label : cell.labels) {
-    font.Draw(sheet, left, y, label, &label == &cell.labels.front() ? kInk : kPencil);
-    y += font.LineHeight();
+void DrawLines(Picture& sheet, const std::vector<Line>& lines, const Font& font, int left,
+               int top) {
+  for (const Line& line : lines) {
+    font.Draw(sheet, left, top, line.text, line.colour);
+    top += font.LineHeight();
   }
 }
 
-// The mean of the channel in the square at u, v.
-std::byte MeanOfSquare(const Picture& picture, std::int64_t u, std::int64_t v, std::int64_t channel,
-                       std::int64_t side) {
-  const std::int64_t right = std::min(u + side, picture.header.width);
-  const std::int64_t bottom = std::min(v + side, picture.header.height);
-  std::int64_t sum = 0;
-  for (std::int64_t y = v; y < bottom; ++y) {
-    for (std::int64_t x = u; x < right; ++x) {
-      sum += std::to_integer<std::int64_t>(picture.Row(y)[4 * x + channel]);
+std::vector<Line> WrappedLines(const std::vector<std::string>& texts, const Font& font, int width) {
+  std::vector<Line> lines;
+  for (const std::string& text : texts) {
+    const Colour colour = &text == &texts.front() ? kInk : kPencil;
+    const auto parts = width > 0 ? Wrapped(font, text, width) : std::vector<std::string>{text};
+    for (const std::string& part : parts) lines.push_back({part, colour});
+  }
+  return lines;
+}
+
+// All cells of a sheet, in rows of equal columns.
+class Grid {
+ public:
+  Grid(const std::vector<SheetCell>& cells, const Font& font, const SheetLayout& layout)
+      : font_(font),
+        columns_(layout.columns > 0 ? static_cast<std::size_t>(layout.columns) : cells.size()) {
+    for (const SheetCell& cell : cells) {
+      width_ = std::max(width_, static_cast<int>(cell.picture.header.width));
+    }
+    const int textWidth = layout.textWidth > 0 ? std::max(layout.textWidth, width_) : 0;
+    for (const SheetCell& cell : cells) {
+      blocks_.push_back({&cell.picture, WrappedLines(cell.labels, font, textWidth)});
+      width_ = std::max(width_, WidestLine(blocks_.back().lines, font));
+    }
+    width_ = std::max(width_, layout.textWidth);
+  }
+
+  int Width() const { return static_cast<int>(columns_) * (width_ + kSheetGutter) - kSheetGutter; }
+
+  int Height() const {
+    int height = -kSheetGutter;
+    for (std::size_t i = 0; i < blocks_.size(); i += columns_) {
+      height += RowHeight(i) + kSheetGutter;
+    }
+    return height;
+  }
+
+  void Draw(Picture& sheet, int left, int top) const {
+    for (std::size_t i = 0; i < blocks_.size(); ++i) {
+      const auto column = static_cast<int>(i % columns_);
+      if (i > 0 && column == 0) top += RowHeight(i - columns_) + kSheetGutter;
+      DrawBlock(sheet, blocks_[i], left + column * (width_ + kSheetGutter), top);
     }
   }
-  const std::int64_t count = (right - u) * (bottom - v);
-  return static_cast<std::byte>((sum + count / 2) / count);
-}
 
-Picture Reduced(const Picture& picture, std::int64_t factor) {
-  const auto shorter = [factor](std::int64_t side) { return (side + factor - 1) / factor; };
-  Picture result = NewPicture(shorter(picture.header.width), shorter(picture.header.height),
-                              SampleType::Integer8);
-  for (std::int64_t y = 0; y < result.header.height; ++y) {
-    for (std::int64_t i = 0; i < result.header.width * 4; ++i) {
-      result.Rows().Row(y)[i] = MeanOfSquare(picture, i / 4 * factor, y * factor, i % 4, factor);
-    }
+ private:
+  void DrawBlock(Picture& sheet, const Block& block, int left, int top) const {
+    Place(sheet, *block.picture, left, top);
+    DrawLines(sheet, block.lines, font_, left, top + block.TextTop());
   }
-  return result;
-}
 
-Picture Enlarged(const Picture& picture, std::int64_t factor) {
-  Picture result = NewPicture(picture.header.width * factor, picture.header.height * factor,
-                              SampleType::Integer8);
-  for (std::int64_t y = 0; y < result.header.height; ++y) {
-    const std::byte* from = picture.Row(y / factor);
-    std::byte* to = result.Rows().Row(y);
-    for (std::int64_t x = 0; x < result.header.width; ++x) {
-      std::memcpy(to + 4 * x, from + 4 * (x / factor), 4);
+  // Of the row whose first block that is.
+  int RowHeight(std::size_t first) const {
+    int height = 0;
+    for (std::size_t i = first; i < std::min(first + columns_, blocks_.size()); ++i) {
+      const Block& block = blocks_[i];
+      height = std::max(
+          height, block.TextTop() + font_.LineHeight() * static_cast<int>(block.lines.size()));
     }
+    return height;
   }
-  return result;
-}
+
+  const Font& font_;
+  std::size_t columns_;
+  int width_ = 0;  // of a column
+  std::vector<Block> blocks_;
+};
 
 }  // namespace
 
 Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>& cells,
-                         const Font& titleFont, const Font& labelFont) {
-  const int cellWidth = CellWidth(cells, labelFont);
-  int height = 0;
-  for (const SheetCell& cell : cells) height = std::max(height, CellHeight(cell, labelFont));
-  const int row = static_cast<int>(cells.size()) * (cellWidth + kSheetGutter) + kSheetGutter;
-  const int width = std::max(row, titleFont.Width(title) + 2 * kSheetGutter);
-  const int top = 2 * kSheetGutter + titleFont.LineHeight();
+                         const Font& titleFont, const Font& labelFont, const SheetLayout& layout) {
+  const Grid grid(cells, labelFont, layout);
+  const std::vector<Line> heading =
+      WrappedLines({title}, titleFont, layout.textWidth > 0 ? grid.Width() : 0);
+  const int width = std::max(grid.Width(), WidestLine(heading, titleFont));
+  const int top = 2 * kSheetGutter + titleFont.LineHeight() * static_cast<int>(heading.size());
 
-  Picture sheet = BlankSheet(width, top + height + kSheetGutter);
-  titleFont.Draw(sheet, kSheetGutter, kSheetGutter, title, kInk);
-  int left = kSheetGutter;
-  for (const SheetCell& cell : cells) {
-    DrawCell(sheet, cell, labelFont, left, top);
-    left += cellWidth + kSheetGutter;
-  }
+  Picture sheet = BlankSheet(width + 2 * kSheetGutter, top + grid.Height() + kSheetGutter);
+  DrawLines(sheet, heading, titleFont, kSheetGutter, kSheetGutter);
+  grid.Draw(sheet, kSheetGutter, top);
   return sheet;
 }
 
-Picture Fitted(const Picture& picture, std::int64_t side) {
-  const std::int64_t longest = std::max(picture.header.width, picture.header.height);
-  return longest > side ? Reduced(picture, (longest + side - 1) / side)
-                        : Enlarged(picture, side / longest);
+void WriteContactSheet(const std::filesystem::path& path, const std::string& title,
+                       const std::vector<SheetCell>& cells, const SheetLayout& layout) {
+  const std::filesystem::path file = FontFile();
+  const Picture sheet =
+      MakeContactSheet(title, cells, Font(file, kTitleSize), Font(file, kLabelSize), layout);
+  WritePictureFile(path, FileFormat::Png, sheet.header,
+                   [&](std::int64_t y) { return sheet.Row(y); });
+}
+
+void CheckSheetPlace(const std::filesystem::path& path,
+                     const std::vector<std::filesystem::path>& inputs) {
+  if (FormatOfName(path) != FileFormat::Png) {
+    throw UsageError(path.string(), "the ending must be .png");
+  }
+  for (const std::filesystem::path& input : inputs) RefuseInput(path, input);
+  CheckOutputPlace(path);
 }
 
 }  // namespace pxl

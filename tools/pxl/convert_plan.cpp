@@ -52,12 +52,7 @@ void RefuseDuplicates(const std::vector<ConvertJob>& jobs) {
 
 void RefuseOverwritingInputs(const std::vector<ConvertJob>& jobs) {
   for (const ConvertJob& writer : jobs) {
-    for (const ConvertJob& reader : jobs) {
-      std::error_code error;
-      if (fs::equivalent(writer.output, reader.input, error)) {
-        throw UsageError(writer.output.string(), "is an input as well");
-      }
-    }
+    for (const ConvertJob& reader : jobs) RefuseInput(writer.output, reader.input);
   }
 }
 

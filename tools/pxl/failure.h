@@ -33,6 +33,17 @@ class UsageError : public Failure {
   using Failure::Failure;
 };
 
+// What the action gives. A failure in it that has no name yet is about `name`.
+template <typename Action>
+auto About(const std::string& name, Action action) {
+  try {
+    return action();
+  } catch (const Failure& failure) {
+    if (!failure.name().empty()) throw;
+    throw Failure(name, failure.what());
+  }
+}
+
 }  // namespace pxl
 
 #endif

@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "tools/pxl/picture.h"
 
@@ -36,6 +38,10 @@ class Font {
   struct Face;
   std::unique_ptr<Face> face_;
 };
+
+// The text in lines no wider than `width` pixels: broken at blanks, and within
+// a word that is wider than a line, of which a line takes one letter at least.
+std::vector<std::string> Wrapped(const Font& font, std::string_view text, int width);
 
 // The file of the font the tool uses: what PXL_FONT names, else DejaVu Sans
 // where the system keeps it. Throws Failure if there is none.

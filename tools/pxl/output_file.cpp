@@ -55,6 +55,13 @@ void CheckOutputPlace(const fs::path& path) {
   }
 }
 
+void RefuseInput(const fs::path& output, const fs::path& input) {
+  std::error_code error;
+  if (fs::equivalent(output, input, error)) {
+    throw UsageError(output.string(), "is an input as well");
+  }
+}
+
 OutputFile::OutputFile(const fs::path& path) : name_(path), target_(path) {
   CheckOutputPlace(path);
   std::error_code error;

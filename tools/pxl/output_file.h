@@ -10,6 +10,9 @@ namespace pxl {
 // Throws Failure when no file of that name can be put there.
 void CheckOutputPlace(const std::filesystem::path& path);
 
+// Throws UsageError when the output would take the place of the input.
+void RefuseInput(const std::filesystem::path& output, const std::filesystem::path& input);
+
 class OutputFile {
  public:
   // Opens a temporary file in the folder of `path`. Throws Failure, named

@@ -2,6 +2,10 @@
 
 namespace pxl {
 
+std::string SizeText(const PictureHeader& header) {
+  return std::to_string(header.width) + " x " + std::to_string(header.height) + " pixels";
+}
+
 Picture NewPicture(std::int64_t width, std::int64_t height, SampleType samples) {
   Picture picture;
   picture.header.width = width;

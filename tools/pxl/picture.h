@@ -58,6 +58,9 @@ struct PictureHeader {
   Palette palette;  // when a picture is written: rows hold an index a pixel
 };
 
+// "480 x 320 pixels".
+std::string SizeText(const PictureHeader& header);
+
 // Where the rows of a picture lie.
 struct PixelRows {
   std::byte* base = nullptr;

@@ -25,6 +25,8 @@ class InputPicture {
 
   const PictureHeader& header() const { return reader_->header(); }
   void Read(const PixelRows& rows) { reader_->Read(rows); }
+  // The whole picture.
+  Picture Read() { return ReadPicture(*reader_); }
 
  private:
   std::ifstream stream_;

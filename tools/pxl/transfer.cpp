@@ -95,20 +95,33 @@ RowSource RowsForFile(const World& world, const PixelRows& rows, FileFormat form
   };
 }
 
-}  // namespace
-
-World LoadWorld(Module& module, InputPicture& picture, Backing backing) {
-  const PictureHeader& header = picture.header();
-  const std::int32_t depth = DepthOf(header.samples);
-  World world(module, depth, header.width, header.height, backing);
+// A World of the picture's depth whose rows are read into it.
+template <typename Read>
+World NewWorld(Module& module, const PictureHeader& header, Backing backing, Read read) {
+  World world(module, DepthOf(header.samples), header.width, header.height, backing);
   FillWithMarker(world);
   const PixelLock lock(world);
   const PixelRows rows = lock.Rows();
-  picture.Read(rows);
+  read(rows);
   if (header.samples == SampleType::Integer16) {
     for (std::int64_t y = 0; y < header.height; ++y) ToWorld16(rows.Row(y), WidthOf(world) * 4);
   }
   return world;
+}
+
+}  // namespace
+
+World LoadWorld(Module& module, InputPicture& picture, Backing backing) {
+  return NewWorld(module, picture.header(), backing,
+                  [&](const PixelRows& rows) { picture.Read(rows); });
+}
+
+World LoadWorld(Module& module, const Picture& picture) {
+  return NewWorld(module, picture.header, Backing::Frame, [&](const PixelRows& rows) {
+    for (std::int64_t y = 0; y < picture.header.height; ++y) {
+      std::memcpy(rows.Row(y), picture.Row(y), picture.RowBytes());
+    }
+  });
 }
 
 World ConvertWorld(const World& source, std::int32_t depth, Route route) {

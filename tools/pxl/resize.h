@@ -1,0 +1,28 @@
+// Pictures made smaller and larger by whole factors, in their own samples.
+#ifndef TOOLS_PXL_RESIZE_H
+#define TOOLS_PXL_RESIZE_H
+
+#include <cstdint>
+
+#include "tools/pxl/picture.h"
+
+namespace pxl {
+
+// The smallest factor that leaves neither side longer than `side`; 1 if none is.
+std::int64_t ReductionTo(std::int64_t side, const PictureHeader& header);
+
+// Each pixel the mean of a square of factor x factor pixels, smaller at the
+// right and the lower edge; integers rounded to nearest, halves upward. Alpha
+// is a channel like the others.
+Picture Reduced(const Picture& picture, std::int64_t factor);
+
+// Each pixel a square of factor x factor pixels.
+Picture Enlarged(const Picture& picture, std::int64_t factor);
+
+// The picture brought near to `side`: smaller until neither side is longer, or
+// larger as long as neither becomes so.
+Picture Fitted(const Picture& picture, std::int64_t side);
+
+}  // namespace pxl
+
+#endif

@@ -1,0 +1,121 @@
+#include <cstdint>
+#include <iomanip>
+#include <sstream>
+
+#include "PXL.h"
+#include "tools/pxl/commands.h"
+#include "tools/pxl/comparison.h"
+#include "tools/pxl/console.h"
+#include "tools/pxl/contact_sheet.h"
+#include "tools/pxl/depths.h"
+#include "tools/pxl/drawing.h"
+#include "tools/pxl/magnifier.h"
+#include "tools/pxl/opaque.h"
+#include "tools/pxl/resize.h"
+#include "tools/pxl/transfer.h"
+
+namespace pxl {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::uint16_t kSrcCopy = 0;
+constexpr std::uint16_t kDitherCopy = 15;
+
+// A picture as read, and the factor it was reduced by.
+struct SmallPicture {
+  PictureHeader original;
+  std::int64_t reduction;
+  World world;
+};
+
+SmallPicture LoadSmall(Module& module, const fs::path& path) {
+  InputPicture input(path);
+  const PictureHeader header = input.header();
+  MeasureWorld(module, DepthOf(header.samples), header.width, header.height);
+  const std::int64_t factor = ReductionTo(kThumbnailSide, header);
+  const Picture picture = input.Read();
+  return {header, factor, LoadWorld(module, factor > 1 ? Reduced(picture, factor) : picture)};
+}
+
+std::vector<std::string> ChangeLabels(double change, double factor) {
+  if (change == 0.0) return {"no difference"};
+  std::ostringstream magnified;
+  std::ostringstream largest;
+  magnified << "difference \u00D7 " << std::setprecision(8) << factor;
+  largest << "largest " << std::setprecision(2) << change;
+  return {magnified.str(), largest.str()};
+}
+
+// The conversions in a row, over a row of their differences.
+class DepthsSheet {
+ public:
+  explicit DepthsSheet(const SmallPicture& source) : source_(source) {
+    pictures_.push_back({Shown(source.world), {"as read", source.original.format}});
+    changes_.push_back({{}, Notes()});
+    for (const DepthName& depth : kDepths) {
+      Add(ConvertWorld(source.world, depth.depth, {}),
+          {std::to_string(depth.depth) + " bits a pixel", depth.channels}, Compared::AllChannels);
+    }
+    AddIndexed(kSrcCopy, "nearest of 256 colours");
+    AddIndexed(kDitherCopy, "256 colours, dithered");
+  }
+
+  void Write(const fs::path& path, const std::string& title) const {
+    const SheetLayout layout = {static_cast<int>(pictures_.size()), kThumbnailText};
+    std::vector<SheetCell> cells = pictures_;
+    cells.insert(cells.end(), changes_.begin(), changes_.end());
+    WriteContactSheet(path, title, cells, layout);
+  }
+
+ private:
+  std::vector<std::string> Notes() const {
+    std::vector<std::string> notes = {"Differences",
+                                      "to the picture as read, times the factor under each. Full "
+                                      "scale is 1. 8 bits hold no alpha, "
+                                      "so only colours are compared there."};
+    if (source_.reduction > 1) {
+      notes.push_back("All are of the picture reduced " + std::to_string(source_.reduction) +
+                      " times.");
+    }
+    return notes;
+  }
+
+  static Picture Shown(const World& world) { return Fitted(PictureOf(world), kThumbnailSide); }
+
+  void Add(const World& world, std::vector<std::string> labels, Compared compared) {
+    Picture picture = PictureOf(world);
+    if (compared == Compared::ColoursOnly) DropAlpha(picture);
+    pictures_.push_back({Fitted(picture, kThumbnailSide), std::move(labels)});
+    const double change = LargestChange(source_.world, world, compared);
+    const double factor = MagnifierFor(change);
+    changes_.push_back(
+        {Fitted(ChangePicture(source_.world, world, factor, compared), kThumbnailSide),
+         ChangeLabels(change, factor)});
+  }
+
+  void AddIndexed(std::uint16_t mode, const std::string& label) {
+    const World& world = source_.world;
+    const World direct = ConvertWorld(world, PXL_Depth_32, {});
+    Add(ThroughIndices(SurfaceWith(world.module(), PictureOf(direct)), mode),
+        {"8 bits a pixel", label}, Compared::ColoursOnly);
+  }
+
+  const SmallPicture& source_;
+  std::vector<SheetCell> pictures_;
+  std::vector<SheetCell> changes_;
+};
+
+}  // namespace
+
+int Sheet(const SheetOptions& options) {
+  CheckSheetPlace(options.output, {options.picture});
+  Module module;
+  const SmallPicture picture =
+      About(options.picture.string(), [&] { return LoadSmall(module, options.picture); });
+  DepthsSheet(picture).Write(options.output, OneLine(options.picture.filename().string()) + ", " +
+                                                 SizeText(picture.original));
+  return kExitSuccess;
+}
+
+}  // namespace pxl
