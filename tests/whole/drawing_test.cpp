@@ -236,17 +236,17 @@ TEST_F(Drawing, DrawsNothingWithoutASurface) {
 }
 
 TEST_F(Drawing, DrawsInAllModes) {
-  constexpr std::uint32_t RESULTS[] = {0xC86432, 0x404012, 0x53535B, 0x77DBDF, 0x379BCD,
-                                       0x248884, 0xACACA4, 0xECECB6, 0x64C896, 0x000000,
-                                       0x2C2CC8, 0x006464, 0xC8C896, 0x9C6464, 0x646432,
-                                       0xC86432, 0xC86432, 0xC86432, 0x64C896};
+  constexpr std::uint32_t kResults[] = {0xC86432, 0x404012, 0x53535B, 0x77DBDF, 0x379BCD,
+                                        0x248884, 0xACACA4, 0xECECB6, 0x64C896, 0x000000,
+                                        0x2C2CC8, 0x006464, 0xC8C896, 0x9C6464, 0x646432,
+                                        0xC86432, 0xC86432, 0xC86432, 0x64C896};
   PXL_WorldHandle from = MakeSurface(32, 1, 1);
   PXL_WorldHandle to = MakeSurface(32, 1, 1);
-  for (std::uint16_t mode = 0; mode < std::size(RESULTS); ++mode) {
+  for (std::size_t mode = 0; mode < std::size(kResults); ++mode) {
     PixelAt<PXL_Pixel8>(from, 0, 0) = {{0, 0xC8, 0x64, 0x32}};
     PixelAt<PXL_Pixel8>(to, 0, 0) = {{0, 0x64, 0xC8, 0x96}};
-    EXPECT_EQ(Blit(from, to, nullptr, nullptr, mode), 0);
-    EXPECT_EQ(__builtin_bswap32(Word(to, 0, 0)), RESULTS[mode]) << mode;
+    EXPECT_EQ(Blit(from, to, nullptr, nullptr, static_cast<std::uint16_t>(mode)), 0);
+    EXPECT_EQ(__builtin_bswap32(Word(to, 0, 0)), kResults[mode]) << mode;
   }
   Dispose(to);
   Dispose(from);
@@ -256,8 +256,8 @@ TEST_F(Drawing, DrawsInAllModes) {
 TEST_F(Drawing, DrawsWithTheColorsOfTheDestination) {
   PXL_WorldHandle from = MakeScribbled(32);
   PXL_WorldHandle to = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
-  constexpr QDE_RGBColor WHITE = {0xFFFF, 0xFFFF, 0xFFFF};
-  EXPECT_EQ(QDE_SetPortColor(Record(to).gworld, QDE_PortColor_OP, &WHITE), 0);
+  constexpr QDE_RGBColor kWhite = {0xFFFF, 0xFFFF, 0xFFFF};
+  EXPECT_EQ(QDE_SetPortColor(Record(to).gworld, QDE_PortColor_OP, &kWhite), 0);
   EXPECT_EQ(Blit(from, to, nullptr, nullptr, 8), 0);  // blend
   for (int k = 1; k < 4; ++k) {
     EXPECT_EQ(PixelAt<PXL_Pixel8>(to, 3, 3).channel[k], PixelAt<PXL_Pixel8>(from, 3, 3).channel[k]);
