@@ -93,17 +93,24 @@ Pool::Node Pool::TakeKept(const BlockShape& shape) {
   return TakeFromBucket(found, found->second.size() - 1);
 }
 
+// One lock for the whole of a plain free. What is not kept is unmapped after it.
 bool Pool::Free(void* base) {
-  Node node = TakeLive(base);
-  if (node.empty()) return false;
-  FinishUse(*node.mapped());
-  KeepOrUnmap(std::move(node));
-  EvictOverLimit();
+  Node node;
+  bool overLimit = false;
+  {
+    std::unique_lock lock(mutex_);
+    node = TakeLive(base);
+    if (node.empty()) return false;
+    CheckAndFill(*node.mapped(), lock);
+    if (IsWorthKeeping(*node.mapped())) Keep(std::exchange(node, {}));
+    TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
+    overLimit = statistics_.keptBytes > limit_;
+  }
+  if (overLimit) EvictOverLimit();
   return true;
 }
 
 Pool::Node Pool::TakeLive(const void* base) {
-  const std::lock_guard lock(mutex_);
   Node node = live_.extract(base);
   if (node.empty()) return node;
   --statistics_.liveBlocks;
@@ -111,24 +118,24 @@ Pool::Node Pool::TakeLive(const void* base) {
   return node;
 }
 
-void Pool::FinishUse(K_RecycledPtr& block) const {
+// All of a block's memory is touched: other threads need not wait for that.
+void Pool::CheckAndFill(K_RecycledPtr& block, std::unique_lock<std::mutex>& lock) const {
+  const bool fills = (checks_ & K_PoolCheck_FILL) != 0;
+  if (block.shape.margins == 0 && !fills) return;
+  lock.unlock();
   CheckGuards(block);
-  if ((checks_ & K_PoolCheck_FILL) != 0) FillFreed(block);
-  PoisonMemory(block.base, block.shape.capacity);
+  if (fills) FillFreed(block);
+  lock.lock();
 }
 
-// What is not kept is unmapped at the very end, after the lock.
-void Pool::KeepOrUnmap(Node node) {
-  const std::lock_guard lock(mutex_);
-  const BlockShape& shape = node.mapped()->shape;
-  const bool suits = shape.margins == (checks_ & kMargins);
-  if (suits && shape.capacity <= limit_) Keep(std::move(node));
-  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
+bool Pool::IsWorthKeeping(const K_RecycledPtr& block) const {
+  return block.shape.margins == (checks_ & kMargins) && block.shape.capacity <= limit_;
 }
 
 void Pool::Keep(Node node) {
   K_RecycledPtr& block = *node.mapped();
   block.age = ++clock_;
+  PoisonMemory(block.base, block.shape.capacity);
   kept_[block.shape].push_back(std::move(node));
   ++statistics_.keptBlocks;
   statistics_.keptBytes += block.shape.capacity;

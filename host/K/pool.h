@@ -52,12 +52,12 @@ class Pool {
   // One block to be unmapped when more than `keptBytes` are kept; else nothing.
   Node TakeOldest(std::uint64_t keptBytes);
   void EvictOverLimit();
-  Node TakeLive(const void* base);
-  void FinishUse(K_RecycledPtr& block) const;
-  void KeepOrUnmap(Node node);
-  // These run under the lock.
+  // These run under the lock; one of them lets go of it for a while.
   K_RecycledPtrRef MakeLive(Node node);
   Node TakeKept(const BlockShape& shape);
+  Node TakeLive(const void* base);
+  void CheckAndFill(K_RecycledPtr& block, std::unique_lock<std::mutex>& lock) const;
+  bool IsWorthKeeping(const K_RecycledPtr& block) const;
   void Keep(Node node);
   Node TakeFromBucket(Buckets::iterator bucket, std::size_t position);
   Buckets::iterator OldestBucket();

@@ -1,5 +1,6 @@
 #include "recycled_block.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <new>
@@ -62,5 +63,7 @@ K_RecycledPtr::~K_RecycledPtr() {
 
 void K_RecycledPtr::SetOwner(std::uint32_t code, const char* text) {
   ownerCode = code;
-  std::strncpy(label, text != nullptr ? text : "", sizeof label - 1);
+  const std::size_t length = text != nullptr ? strnlen(text, sizeof label - 1) : 0;
+  std::copy_n(text, length, label);
+  label[length] = '\0';
 }

@@ -57,6 +57,7 @@ Quiet OutcomeOf(pid_t child) {
 long PageFaults() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access): how the system's header has it.
   return usage.ru_minflt + usage.ru_majflt;
 }
 

@@ -11,9 +11,8 @@ namespace {
 // The test's name makes the folder its own when several run side by side.
 std::filesystem::path NewFolder() {
   const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-  const auto folder =
-      std::filesystem::path(testing::TempDir()) /
-      (std::string("K_group_files.") + test->test_suite_name() + "." + test->name());
+  auto folder = std::filesystem::path(testing::TempDir()) /
+                (std::string("K_group_files.") + test->test_suite_name() + "." + test->name());
   std::filesystem::remove_all(folder);
   return folder;
 }

@@ -161,11 +161,12 @@ TEST_F(MemoryGroup, IsSetAsideByABudgetBeyondAll) {
 }
 
 TEST_F(MemoryGroup, IsReadAgainBeforeARefusal) {
-  files_.Write("/slice/service", "memory.max", 4 * kMiB);
+  files_.Write("/slice/service", "memory.max", 64 * kMiB);
+  files_.Write("/slice/service", "memory.current", 63 * kMiB);
   files_.Read();
-  EXPECT_EQ(NewBlock(8 * kMiB), nullptr);
-  files_.Write("/slice/service", "memory.max", 16 * kMiB);
-  void* block = NewBlock(8 * kMiB);
+  EXPECT_EQ(NewBlock(2 * kMiB), nullptr);
+  files_.Write("/slice/service", "memory.current", 10 * kMiB);
+  void* block = NewBlock(2 * kMiB);
   EXPECT_NE(block, nullptr);
   K_FreeRecycledPtr(block);
 }

@@ -199,30 +199,33 @@ class PoolFencesDeathTest : public PoolChecks {
 };
 
 TEST_F(PoolFencesDeathTest, EndTheProgramAtAnAccessBeyondThem) {
-  volatile char* base = New();
+  char* block = New();
+  volatile char* base = block;
   base[0] = 1;
   base[3 * kPage - 1] = 1;
   EXPECT_DEATH(base[3 * kPage] = 1, "");
   EXPECT_DEATH(base[-1] = 1, "");
   EXPECT_DEATH(static_cast<void>(base[-1]), "");
-  K_FreeRecycledPtr(const_cast<char*>(base));
+  K_FreeRecycledPtr(block);
 }
 
 TEST_F(PoolFencesDeathTest, StandOutsideTheGuards) {
   K_SetPoolChecks(K_PoolCheck_FENCES | K_PoolCheck_GUARDS);
-  volatile char* base = New();
+  char* block = New();
+  volatile char* base = block;
   EXPECT_DEATH(base[4 * kPage] = 1, "");
   EXPECT_DEATH(base[-std::ptrdiff_t{kPage} - 1] = 1, "");
-  K_FreeRecycledPtr(const_cast<char*>(base));
+  K_FreeRecycledPtr(block);
   EXPECT_THAT(reports_.Take(), IsEmpty());
 }
 
 TEST_F(PoolFencesDeathTest, LastInABlockThatIsUsedAgain) {
   K_FreeRecycledPtr(New());
-  volatile char* base = New();
+  char* block = New();
+  volatile char* base = block;
   EXPECT_GT(Statistics().hits, 0U);
   EXPECT_DEATH(base[3 * kPage] = 1, "");
-  K_FreeRecycledPtr(const_cast<char*>(base));
+  K_FreeRecycledPtr(block);
 }
 
 }  // namespace
