@@ -170,7 +170,8 @@ TEST_F(PseudoLocaleInForce, TranslatesTheWholeCatalogue) {
 TEST_F(PseudoLocaleInForce, TranslatesWideTexts) {
   for (const auto& [key, text] : DefaultTexts()) {
     if (key.find("/LStr/") != std::string::npos) continue;
-    const std::u16string wide = K_ZStringToUTF16String((key + "=" + text).c_str());
+    const std::string zstring = std::string(key).append("=").append(text);
+    const std::u16string wide = K_ZStringToUTF16String(zstring.c_str());
     EXPECT_EQ(vetrix::utility::UTF16to8(wide), PseudoText(text));
   }
 }
