@@ -24,17 +24,9 @@ std::vector<std::string> KeysOf(const Texts& texts) {
   return keys;
 }
 
-// An 8-bit text as the user reads it.
-std::string Decoded(const char* text) {
-  std::string utf8(K_TextToUTF8(text, nullptr, 0) + 1, '\0');
-  K_TextToUTF8(text, utf8.data(), utf8.size());
-  utf8.pop_back();
-  return utf8;
-}
-
 // Entry n in the language in force.
 std::string Text(std::int32_t index) {
-  return Decoded(K_ZLookupLStrCache(PXL_G_zref, index, 0, 0));
+  return K_TextToUTF8(K_ZLookupLStrCache(PXL_G_zref, index, 0, 0));
 }
 
 std::int32_t CountTexts() {
@@ -178,7 +170,8 @@ TEST_F(PseudoLocaleInForce, TranslatesTheWholeCatalogue) {
 TEST_F(PseudoLocaleInForce, TranslatesWideTexts) {
   for (const auto& [key, text] : DefaultTexts()) {
     if (key.find("/LStr/") != std::string::npos) continue;
-    const std::u16string wide = K_ZStringToUTF16String((key + "=" + text).c_str());
+    const std::string zstring = std::string(key).append("=").append(text);
+    const std::u16string wide = K_ZStringToUTF16String(zstring.c_str());
     EXPECT_EQ(vetrix::utility::UTF16to8(wide), PseudoText(text));
   }
 }

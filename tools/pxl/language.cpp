@@ -14,11 +14,4 @@ void UseLanguage(const std::string& file) {
   if (!good) throw Failure(file, problem.data());
 }
 
-std::string TextToUtf8(const char* text) {
-  std::string utf8(K_TextToUTF8(text, nullptr, 0) + 1, '\0');
-  K_TextToUTF8(text, utf8.data(), utf8.size());
-  utf8.pop_back();
-  return utf8;
-}
-
 }  // namespace pxl

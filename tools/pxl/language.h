@@ -10,9 +10,6 @@ namespace pxl {
 // it cannot be read or is malformed, UsageError for an empty name.
 void UseLanguage(const std::string& file);
 
-// One of K's 8-bit texts, as terminals and JSON want it.
-std::string TextToUtf8(const char* text);
-
 }  // namespace pxl
 
 #endif

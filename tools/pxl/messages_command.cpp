@@ -2,11 +2,10 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "K_host.h"
 #include "PXL.h"
-#include "platform/K.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/console.h"
-#include "tools/pxl/language.h"
 
 namespace pxl {
 namespace {
@@ -17,7 +16,7 @@ std::int32_t CountMessages() {
 }
 
 std::string Message(std::int32_t index) {
-  return TextToUtf8(K_ZLookupLStrCache(PXL_G_zref, index, 0, 0));
+  return K_TextToUTF8(K_ZLookupLStrCache(PXL_G_zref, index, 0, 0));
 }
 
 void PrintJson() {

@@ -327,6 +327,15 @@ K_API uint64_t K_CountBeeps(void);
 
 #ifdef __cplusplus
 }
+
+#include <string>
+
+/* The whole decoded text. */
+inline std::string K_TextToUTF8(const char* text) {
+  std::string utf8(K_TextToUTF8(text, nullptr, 0), '\0');
+  K_TextToUTF8(text, utf8.data(), utf8.size() + 1);
+  return utf8;
+}
 #endif
 
 #endif

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -42,18 +43,10 @@ class Translation : public testing::Test {
   }
   static void Use(const std::string& text) { EXPECT_EQ(ProblemOf(text), ""); }
 
-  // A text as the user reads it.
-  static std::string Decoded(const char* text) {
-    std::string utf8(K_TextToUTF8(text, nullptr, 0) + 1, '\0');
-    K_TextToUTF8(text, utf8.data(), utf8.size());
-    utf8.pop_back();
-    return utf8;
-  }
-
   const char* Lookup(std::int32_t index) const {
     return K_ZLookupLStrCache(&catalogue_, index, 0, 0);
   }
-  std::string Text(std::int32_t index) const { return Decoded(Lookup(index)); }
+  std::string Text(std::int32_t index) const { return K_TextToUTF8(Lookup(index)); }
 
   std::array<K_LStrEntry, 7> entries_ = {{
       {"$$$/t/0=", {0, 0, 0}},
@@ -246,7 +239,7 @@ TEST_F(Translation, LosesOneCharacterAtMostWhereItIsCutOff) {
     const std::string text = std::string(Lookup(1), 1 + kept) + " \x8E.";
     const std::string whole(kJapanese.substr(0, kept / 3 * 3));
     const std::string lost = kept % 3 != 0 ? "\uFFFD" : "";
-    EXPECT_EQ(Decoded(text.c_str()), whole + lost + " \u00E9.") << kept;
+    EXPECT_EQ(K_TextToUTF8(text.c_str()), whole + lost + " \u00E9.") << kept;
   }
 }
 
@@ -376,10 +369,8 @@ class TranslationFile : public Translation {
     return K_SetLanguage(folder_.c_str(), language, nullptr, 0) != 0;
   }
 
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() /
-      ("K_translations_" +
-       std::to_string(std::hash<std::thread::id>()(std::this_thread::get_id())));
+  std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
+                                  ("K_translations_" + std::to_string(std::random_device{}()));
 };
 
 TEST_F(TranslationFile, IsReadWhole) {
