@@ -18,14 +18,22 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TESTS_IN_A_UNIT = 8
 INCLUDE = re.compile(r"^#include .*$", re.MULTILINE)
+NEIGHBOUR = re.compile(r'"(\w+\.h)"')
 OUTPUT = re.compile(r" -o \S+ -c \S+$")
+
+
+def includes_of(test):
+    """The include lines; a header beside the test is named by its whole path."""
+    def whole(found):
+        beside = test.parent / found[1]
+        return f'"{beside}"' if beside.exists() else found[0]
+
+    return [NEIGHBOUR.sub(whole, line) for line in INCLUDE.findall(test.read_text(encoding="utf-8"))]
 
 
 def unit_text(tests):
     """The unit of several tests. That it includes sources is its purpose."""
-    texts = [test.read_text(encoding="utf-8") for test in tests]
-    headers = dict.fromkeys(line for text in texts for line in INCLUDE.findall(text))
-    parts = list(headers)
+    parts = list(dict.fromkeys(line for test in tests for line in includes_of(test)))
     for number, test in enumerate(tests):
         parts += [f"namespace test_{number} {{", f'#include "{test}"  // NOLINT', "}"]
     return "\n".join(parts) + "\n"

@@ -1,27 +1,37 @@
-// The totals of memory that others booked.
+#include "accounting.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <mutex>
 
 #include "K_host.h"
+#include "time_line.h"
 
 namespace {
 
 std::mutex theMutex;
 K_MemoryTotals theTotals{};
 
+void Book(std::int64_t& total, std::int64_t& peak, std::int32_t delta) {
+  const std::lock_guard lock(theMutex);
+  total += delta;
+  peak = std::max(peak, total);
+  k::TellBookings(theTotals.application, theTotals.system);
+}
+
 }  // namespace
 
-void K_AccountAllocation(std::int32_t delta) {
+void k::TellTimeLineOfBookings() {
   const std::lock_guard lock(theMutex);
-  theTotals.application += delta;
-  theTotals.applicationPeak = std::max(theTotals.applicationPeak, theTotals.application);
+  TellBookings(theTotals.application, theTotals.system);
+}
+
+void K_AccountAllocation(std::int32_t delta) {
+  Book(theTotals.application, theTotals.applicationPeak, delta);
 }
 
 void K_AccountSystemAllocation(std::int32_t delta) {
-  const std::lock_guard lock(theMutex);
-  theTotals.system += delta;
-  theTotals.systemPeak = std::max(theTotals.systemPeak, theTotals.system);
+  Book(theTotals.system, theTotals.systemPeak, delta);
 }
 
 void K_GetMemoryTotals(K_MemoryTotals* totals) {

@@ -4,11 +4,13 @@
 
 #include <cstdint>
 
+#include "refusals.h"
+
 namespace k {
 
-// Books `bytes` of memory that K hands out; false, and nothing booked, when
-// that would go over the budget.
-bool ReserveMemory(std::uint64_t bytes);
+// Books `bytes` of memory that K hands out. Nothing is booked when that would
+// go over the budget, and it says whose budget that is.
+[[nodiscard]] Refuser ReserveMemory(std::uint64_t bytes);
 void ReleaseMemory(std::uint64_t bytes);
 
 }  // namespace k

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "budget.h"
+#include "time_line.h"
 
 namespace k {
 namespace {
@@ -29,12 +30,19 @@ void* AllocateClear(std::uint64_t size) {
   return std::calloc(1, size);
 }
 
-// A block from the heap, booked in the budget; null when either refuses.
-void* AllocateBooked(HeapCall allocate, std::uint64_t size) {
-  if (!ReserveMemory(size)) return nullptr;
+struct BookedBlock {
+  void* block;  // null when somebody refused
+  Refuser refuser;
+};
+
+// A block from the heap, booked in the budget.
+BookedBlock AllocateBooked(HeapCall allocate, std::uint64_t size) {
+  const Refuser refuser = ReserveMemory(size);
+  if (refuser != Refuser::Nobody) return {nullptr, refuser};
   void* block = allocate(HeapSize(size));
-  if (block == nullptr) ReleaseMemory(size);
-  return block;
+  if (block != nullptr) return {block, Refuser::Nobody};
+  ReleaseMemory(size);
+  return {nullptr, Refuser::System};
 }
 
 }  // namespace
@@ -65,6 +73,7 @@ HandleStore::Master* HandleStore::TakeMaster() {
 Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
   *master = {.block = static_cast<Ptr>(block), .size = size, .live = true};
   ++count_;
+  SetBytes(bytes_ + size);
   return HandleOf(master);
 }
 
@@ -74,21 +83,30 @@ Handle HandleStore::NewEmpty() {
 }
 
 // The master pointer comes first: what throws must not leave a block behind.
-Handle HandleStore::Allocate(HeapCall heapCall, std::uint64_t size) {
+Refuser HandleStore::Allocate(HeapCall heapCall, std::uint64_t size, Handle& handle) {
   const std::lock_guard lock(mutex_);
   Master* master = TakeMaster();
-  void* block = AllocateBooked(heapCall, size);
-  if (block != nullptr) return MakeLive(master, block, size);
-  resting_.push_front(master);
-  return nullptr;
+  const BookedBlock booked = AllocateBooked(heapCall, size);
+  if (booked.block != nullptr) {
+    handle = MakeLive(master, booked.block, size);
+  } else {
+    resting_.push_front(master);
+  }
+  return booked.refuser;
+}
+
+Handle HandleStore::AllocateOrNote(HeapCall heapCall, std::uint64_t size) {
+  Handle handle = nullptr;
+  NoteRefusal(Allocate(heapCall, size, handle), size);
+  return handle;
 }
 
 Handle HandleStore::New(std::uint64_t size) {
-  return Allocate(AllocateUnset, size);
+  return AllocateOrNote(AllocateUnset, size);
 }
 
 Handle HandleStore::NewClear(std::uint64_t size) {
-  return Allocate(AllocateClear, size);
+  return AllocateOrNote(AllocateClear, size);
 }
 
 bool HandleStore::Free(Handle handle) {
@@ -99,6 +117,7 @@ bool HandleStore::Free(Handle handle) {
   --count_;
   if (old.block != nullptr) {
     ReleaseMemory(old.size);
+    SetBytes(bytes_ - old.size);
     Retire(old.block, old.size);
   }
   resting_.push_back(master);
@@ -160,9 +179,20 @@ std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
 // Takes the block away for good, so that its memory is free at once.
 void HandleStore::Discard(Master& master) {
   ReleaseMemory(master.size);
+  SetBytes(bytes_ - master.size);
   std::free(master.block);
   master.block = nullptr;
   master.size = 0;
+}
+
+void HandleStore::SetBytes(std::uint64_t bytes) {
+  bytes_ = bytes;
+  TellHandles(bytes_);
+}
+
+void HandleStore::TellTimeLine() const {
+  const std::lock_guard lock(mutex_);
+  TellHandles(bytes_);
 }
 
 // Lets go of a place that somebody may still point to.

@@ -11,6 +11,7 @@
 
 #include "include/PXL_Types.h"
 #include "quarantine.h"
+#include "refusals.h"
 
 namespace k {
 
@@ -20,7 +21,7 @@ class HandleStore {
  public:
   static HandleStore& Instance();
 
-  // Null when the budget or the heap refuses; std::bad_alloc when the store's
+  // Null, and noted, when a budget or the heap refuses; std::bad_alloc when the store's
   // own tables cannot grow.
   Handle NewEmpty();
   Handle New(std::uint64_t size);
@@ -51,6 +52,8 @@ class HandleStore {
 
   std::uint64_t SizeOf(Handle handle) const;
   std::uint64_t Count() const;
+  // Tells it of the bytes of all blocks as they are.
+  void TellTimeLine() const;
 
  private:
   // A handle is the address of the first member.
@@ -66,8 +69,10 @@ class HandleStore {
   Master* Find(Handle handle) const;
   Master* TakeMaster();
   Handle MakeLive(Master* master, void* block, std::uint64_t size);
-  Handle Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
-  static void Discard(Master& master);
+  Refuser Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size, Handle& handle);
+  Handle AllocateOrNote(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
+  void Discard(Master& master);
+  void SetBytes(std::uint64_t bytes);
   void Retire(void* block, std::uint64_t size);
   void Move(Master& master);
 
@@ -76,6 +81,7 @@ class HandleStore {
   std::unordered_set<Handle> known_;  // the addresses of all masters
   std::deque<Master*> resting_;       // freed ones, oldest first
   std::uint64_t count_ = 0;
+  std::uint64_t bytes_ = 0;
   Quarantine quarantine_;
   std::atomic<bool> scramble_ = false;
 };

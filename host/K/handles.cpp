@@ -7,6 +7,7 @@
 #include "handle_store.h"
 #include "mac_roman.h"
 #include "purge_loop.h"
+#include "refusals.h"
 #include "report_sink.h"
 
 namespace {
@@ -19,6 +20,7 @@ Handle NullWhenShort(Allocate allocate) {
   try {
     return allocate();
   } catch (const std::bad_alloc&) {
+    k::NoteRefusal(k::Refuser::System, 0);
     return nullptr;
   }
 }

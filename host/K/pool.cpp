@@ -2,50 +2,43 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 #include <new>
 #include <utility>
 
-#include "budget.h"
+#include "block_checks.h"
 #include "poison.h"
+#include "time_line.h"
 #include "virtual_memory.h"
-
-namespace {
-
-void* MapBooked(std::uint64_t bytes) {
-  if (!k::ReserveMemory(bytes)) throw std::bad_alloc();
-  void* base = k::MapMemory(bytes);
-  if (base != nullptr) return base;
-  k::ReleaseMemory(bytes);
-  throw std::bad_alloc();
-}
-
-}  // namespace
-
-K_RecycledPtr::K_RecycledPtr(std::uint64_t bytes) : base(MapBooked(bytes)), capacity(bytes) {
-}
-
-K_RecycledPtr::~K_RecycledPtr() {
-  k::UnpoisonMemory(base, capacity);
-  k::UnmapMemory(base, capacity);
-  k::ReleaseMemory(capacity);
-}
 
 namespace k {
 namespace {
 
-constexpr std::uint64_t kPage = 4096;
-constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 47;
+// More than the budget lets through on any system, yet small enough to be
+// rounded up.
+constexpr std::uint64_t kTooMuch = std::uint64_t{1} << 49;
+constexpr std::uint32_t kMargins = K_PoolCheck_GUARDS | K_PoolCheck_FENCES;
+constexpr std::uint32_t kAllChecks = kMargins | K_PoolCheck_FILL;
+
+std::uint64_t RoundUp(std::uint64_t size, std::uint64_t step) {
+  return std::max((size + step - 1) / step, std::uint64_t{1}) * step;
+}
 
 // Eight size classes to the doubling, whole pages each: at most an eighth of a
 // block is waste, and frames of nearly the same size share a class.
 std::uint64_t SizeClass(std::uint64_t size) {
-  const std::uint64_t step = std::max(std::bit_floor(size) / 8, kPage);
-  return std::max((size + step - 1) / step, std::uint64_t{1}) * step;
+  return RoundUp(size, std::max(std::bit_floor(size) / 8, PageSize()));
 }
 
-// The largest kept block that is still given out for a size class.
-std::uint64_t LargestFit(std::uint64_t sizeClass) {
-  return sizeClass + sizeClass / 4;
+// Margins are to lie close to the end of what was asked for.
+BlockShape ShapeFor(std::uint64_t size, std::uint32_t checks) {
+  const std::uint32_t margins = checks & kMargins;
+  return {margins, margins != 0 ? RoundUp(size, PageSize()) : SizeClass(size)};
+}
+
+// The largest kept block that is still given out for a shape.
+std::uint64_t LargestFit(const BlockShape& shape) {
+  return shape.margins != 0 ? shape.capacity : shape.capacity + shape.capacity / 4;
 }
 
 }  // namespace
@@ -57,20 +50,21 @@ Pool& Pool::Instance() {
 }
 
 K_RecycledPtrRef Pool::Allocate(std::uint32_t ownerCode, const char* label, std::uint64_t size) {
-  if (size > kMostBytes) throw std::bad_alloc();
-  K_RecycledPtr* ref = Acquire(SizeClass(size));
-  ref->ownerCode = ownerCode;
-  ref->label = label != nullptr ? label : "";
+  K_RecycledPtr* ref = Acquire(ShapeFor(std::min(size, kTooMuch), checks_));
+  CheckFilled(*ref);
+  ref->SetOwner(ownerCode, label);
+  ref->size = size;
+  WriteGuards(*ref);
   return ref;
 }
 
-K_RecycledPtrRef Pool::Acquire(std::uint64_t capacity) {
+K_RecycledPtrRef Pool::Acquire(const BlockShape& shape) {
   {
     const std::lock_guard lock(mutex_);
-    if (Node kept = TakeKept(capacity)) return MakeLive(std::move(kept));
+    if (Node kept = TakeKept(shape)) return MakeLive(std::move(kept));
     ++statistics_.misses;
   }
-  auto block = std::make_unique<K_RecycledPtr>(capacity);
+  auto block = std::make_unique<K_RecycledPtr>(shape);
   Blocks alone;
   const auto [made, _] = alone.emplace(block->base, std::move(block));
   Node node = alone.extract(made);
@@ -82,93 +76,118 @@ K_RecycledPtrRef Pool::MakeLive(Node node) {
   K_RecycledPtr* ref = node.mapped().get();
   live_.insert(std::move(node));
   ++statistics_.liveBlocks;
-  statistics_.liveBytes += ref->capacity;
+  statistics_.liveBytes += ref->shape.capacity;
   statistics_.peakBytes =
       std::max(statistics_.peakBytes, statistics_.liveBytes + statistics_.keptBytes);
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
   return ref;
 }
 
 // The newest block of the smallest capacity that fits without much waste.
-Pool::Node Pool::TakeKept(std::uint64_t capacity) {
-  auto found = kept_.lower_bound(capacity);
+Pool::Node Pool::TakeKept(const BlockShape& shape) {
+  auto found = kept_.lower_bound(shape);
   while (found != kept_.end() && found->second.empty()) ++found;
-  if (found == kept_.end() || found->first > LargestFit(capacity)) return {};
+  const BlockShape largest{shape.margins, LargestFit(shape)};
+  if (found == kept_.end() || found->first > largest) return {};
   ++statistics_.hits;
-  Node node = TakeFromBucket(found->second, found->second.size() - 1);
-  UnpoisonMemory(node.mapped()->base, node.mapped()->capacity);
-  return node;
+  return TakeFromBucket(found, found->second.size() - 1);
 }
 
 bool Pool::Free(void* base) {
-  Node tooLarge;  // unmapped after the lock
-  {
-    const std::lock_guard lock(mutex_);
-    Node node = TakeLive(base);
-    if (node.empty()) return false;
-    if (node.mapped()->capacity > limit_) {
-      tooLarge = std::move(node);
-    } else {
-      Keep(std::move(node));
-    }
-  }
-  EvictOverLimit();
+  Node node = TakeLive(base);
+  if (node.empty()) return false;
+  FinishUse(*node.mapped());
+  // What it gives is unmapped here, outside the lock.
+  if (KeepOrReturn(std::move(node)).empty()) EvictOverLimit();
   return true;
 }
 
 Pool::Node Pool::TakeLive(const void* base) {
+  const std::lock_guard lock(mutex_);
   Node node = live_.extract(base);
   if (node.empty()) return node;
   --statistics_.liveBlocks;
-  statistics_.liveBytes -= node.mapped()->capacity;
+  statistics_.liveBytes -= node.mapped()->shape.capacity;
   return node;
 }
 
-void Pool::Keep(Node node) {
+void Pool::FinishUse(K_RecycledPtr& block) const {
+  CheckGuards(block);
+  if ((checks_ & K_PoolCheck_FILL) != 0) FillFreed(block);
+  PoisonMemory(block.base, block.shape.capacity);
+}
+
+Pool::Node Pool::KeepOrReturn(Node node) {
   K_RecycledPtr& block = *node.mapped();
-  block.age = ++clock_;
-  PoisonMemory(block.base, block.capacity);
-  kept_[block.capacity].push_back(std::move(node));
-  ++statistics_.keptBlocks;
-  statistics_.keptBytes += block.capacity;
-}
-
-Pool::Node Pool::TakeFromBucket(Bucket& bucket, std::size_t position) {
-  Node node = std::move(bucket[position]);
-  bucket.erase(bucket.begin() + static_cast<std::ptrdiff_t>(position));
-  --statistics_.keptBlocks;
-  statistics_.keptBytes -= node.mapped()->capacity;
+  const std::uint64_t capacity = block.shape.capacity;
+  const std::lock_guard lock(mutex_);
+  const bool suits = block.shape.margins == (checks_ & kMargins);
+  if (suits && capacity <= limit_) {
+    block.age = ++clock_;
+    kept_[block.shape].push_back(std::move(node));
+    ++statistics_.keptBlocks;
+    statistics_.keptBytes += capacity;
+  }
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
   return node;
 }
 
-Pool::Bucket* Pool::OldestBucket() {
-  Bucket* oldest = nullptr;
-  std::uint64_t age = 0;
-  for (auto& [capacity, bucket] : kept_) {
-    if (bucket.empty()) continue;
-    const std::uint64_t candidate = bucket.front().mapped()->age;
-    if (oldest != nullptr && candidate > age) continue;
-    oldest = &bucket;
-    age = candidate;
+Pool::Node Pool::TakeFromBucket(Buckets::iterator bucket, std::size_t position) {
+  auto& [shape, nodes] = *bucket;
+  Node node = std::move(nodes[position]);
+  nodes.erase(nodes.begin() + static_cast<std::ptrdiff_t>(position));
+  --statistics_.keptBlocks;
+  statistics_.keptBytes -= shape.capacity;
+  UnpoisonMemory(node.mapped()->base, shape.capacity);
+  // Plain shapes are few, and their empty buckets save memory management.
+  if (shape.margins != 0 && nodes.empty()) kept_.erase(bucket);
+  return node;
+}
+
+Pool::Buckets::iterator Pool::OldestBucket() {
+  auto oldest = kept_.end();
+  std::uint64_t age = std::numeric_limits<std::uint64_t>::max();
+  for (auto bucket = kept_.begin(); bucket != kept_.end(); ++bucket) {
+    if (bucket->second.empty() || bucket->second.front().mapped()->age > age) continue;
+    oldest = bucket;
+    age = bucket->second.front().mapped()->age;
   }
   return oldest;
 }
 
 Pool::Node Pool::TakeOldest(std::uint64_t keptBytes) {
   const std::lock_guard lock(mutex_);
-  if (statistics_.keptBlocks == 0 || statistics_.keptBytes < keptBytes) return {};
-  return TakeFromBucket(*OldestBucket(), 0);
+  if (statistics_.keptBytes <= keptBytes) return {};
+  Node oldest = TakeFromBucket(OldestBucket(), 0);
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
+  return oldest;
 }
 
 // Block by block: unmapping is slow and must not hold up other threads, and a
 // list of what to unmap would need memory.
 void Pool::EvictOverLimit() {
-  while (TakeOldest(limit_ + 1)) {
-  }
+  while (const Node oldest = TakeOldest(limit_)) CheckFilled(*oldest.mapped());
 }
 
 void Pool::SetLimit(std::uint64_t bytes) {
-  limit_ = std::min(bytes, kMostBytes);
+  limit_ = bytes;
   EvictOverLimit();
+}
+
+std::uint64_t Pool::Limit() const {
+  return limit_;
+}
+
+// Kept blocks of another shape would wait for nobody.
+void Pool::SetChecks(std::uint32_t checks) {
+  const std::uint32_t before = checks_.exchange(checks & kAllChecks);
+  if ((before & kMargins) != (checks & kMargins)) {
+    GiveBack(std::numeric_limits<std::uint64_t>::max());
+  }
+}
+
+std::uint32_t Pool::Checks() const {
+  return checks_;
 }
 
 std::uint64_t Pool::GiveBack(std::uint64_t bytes) {
@@ -176,7 +195,8 @@ std::uint64_t Pool::GiveBack(std::uint64_t bytes) {
   while (freed < bytes) {
     const Node oldest = TakeOldest(0);
     if (oldest.empty()) break;
-    freed += oldest.mapped()->capacity;
+    CheckFilled(*oldest.mapped());
+    freed += oldest.mapped()->shape.capacity;
   }
   return freed;
 }
@@ -184,6 +204,11 @@ std::uint64_t Pool::GiveBack(std::uint64_t bytes) {
 bool Pool::Owns(const void* base) const {
   const std::lock_guard lock(mutex_);
   return live_.contains(base);
+}
+
+void Pool::TellTimeLine() const {
+  const std::lock_guard lock(mutex_);
+  TellBlocks(statistics_.liveBytes, statistics_.keptBytes);
 }
 
 K_PoolStatistics Pool::Statistics() const {

@@ -7,28 +7,11 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "K_host.h"
-
-// A block of the pool: what K_AllocateRecycledPtr gives a reference to. Nothing
-// of it lies in the memory that the caller gets.
-struct K_RecycledPtr {
-  // Takes the memory from the budget and from the system, for as long as the
-  // record lives. Throws std::bad_alloc when either refuses.
-  explicit K_RecycledPtr(std::uint64_t bytes);
-  K_RecycledPtr(const K_RecycledPtr&) = delete;
-  K_RecycledPtr& operator=(const K_RecycledPtr&) = delete;
-  ~K_RecycledPtr();
-
-  void* const base;
-  const std::uint64_t capacity;
-  std::uint32_t ownerCode = 0;
-  std::string label;
-  std::uint64_t age = 0;  // of kept blocks: the lower, the longer kept
-};
+#include "recycled_block.h"
 
 namespace k {
 
@@ -46,10 +29,16 @@ class Pool {
   bool Owns(const void* base) const;
 
   void SetLimit(std::uint64_t bytes);
+  std::uint64_t Limit() const;
+  // Bits of K_PoolCheck_*.
+  void SetChecks(std::uint32_t checks);
+  std::uint32_t Checks() const;
   // Unmaps kept blocks, the oldest first, until `bytes` are free or none is
   // left; gives the bytes freed.
   std::uint64_t GiveBack(std::uint64_t bytes);
   K_PoolStatistics Statistics() const;
+  // Tells it of the bytes as they are.
+  void TellTimeLine() const;
 
  private:
   using Blocks = std::unordered_map<const void*, std::unique_ptr<K_RecycledPtr>>;
@@ -57,23 +46,27 @@ class Pool {
   // so that re-use costs no memory management.
   using Node = Blocks::node_type;
   using Bucket = std::vector<Node>;
+  using Buckets = std::map<BlockShape, Bucket>;
 
-  K_RecycledPtrRef Acquire(std::uint64_t capacity);
-  // One block to be unmapped when at least `keptBytes` are kept; else nothing.
+  K_RecycledPtrRef Acquire(const BlockShape& shape);
+  // One block to be unmapped when more than `keptBytes` are kept; else nothing.
   Node TakeOldest(std::uint64_t keptBytes);
   void EvictOverLimit();
+  Node TakeLive(const void* base);
+  void FinishUse(K_RecycledPtr& block) const;
+  // The block itself, to be unmapped, when it should not be kept.
+  Node KeepOrReturn(Node node);
   // These run under the lock.
   K_RecycledPtrRef MakeLive(Node node);
-  Node TakeKept(std::uint64_t capacity);
-  Node TakeLive(const void* base);
-  void Keep(Node node);
-  Bucket* OldestBucket();
-  Node TakeFromBucket(Bucket& bucket, std::size_t position);
+  Node TakeKept(const BlockShape& shape);
+  Node TakeFromBucket(Buckets::iterator bucket, std::size_t position);
+  Buckets::iterator OldestBucket();
 
   mutable std::mutex mutex_;
   Blocks live_;
-  std::map<std::uint64_t, Bucket> kept_;  // by capacity, each the oldest first
+  Buckets kept_;  // each the oldest first
   std::atomic<std::uint64_t> limit_ = K_DefaultPoolLimit;
+  std::atomic<std::uint32_t> checks_ = 0;
   std::uint64_t clock_ = 0;
   K_PoolStatistics statistics_{};
 };

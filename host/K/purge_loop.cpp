@@ -8,6 +8,7 @@
 #include "handle_store.h"
 #include "pool.h"
 #include "purgers.h"
+#include "time_line.h"
 
 namespace k {
 
@@ -19,6 +20,7 @@ std::uint64_t FreeMemory(std::uint64_t bytesNeeded) {
   if (freed < needed) freed += HandleStore::Instance().FreeOldPlaces();
   if (freed < needed) freed += HandleStore::Instance().PurgeAtLeast(needed - freed);
   if (freed < needed) freed += RunPurgers(needed - freed);
+  TellPurge();
   return freed;
 }
 
@@ -26,6 +28,7 @@ void FreePurgeable() {
   constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
   Pool::Instance().GiveBack(kAll);
   HandleStore::Instance().PurgeAtLeast(kAll);
+  TellPurge();
 }
 
 }  // namespace k

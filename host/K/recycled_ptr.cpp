@@ -42,6 +42,18 @@ void K_SetPoolLimit(std::uint64_t bytes) {
   Pool::Instance().SetLimit(bytes);
 }
 
+std::uint64_t K_GetPoolLimit() {
+  return Pool::Instance().Limit();
+}
+
+void K_SetPoolChecks(std::uint32_t checks) {
+  Pool::Instance().SetChecks(checks);
+}
+
+std::uint32_t K_GetPoolChecks() {
+  return Pool::Instance().Checks();
+}
+
 Boolean K_IsRecycledPtr(const void* base) {
   return Pool::Instance().Owns(base) ? 1 : 0;
 }

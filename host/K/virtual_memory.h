@@ -6,11 +6,18 @@
 
 namespace k {
 
-// Zero-filled memory whose address is a multiple of 4096; null when there is
-// none. `size` is a multiple of 4096 and not 0. Large blocks are set up for
-// large pages, since most of the cost of a fresh frame is page faults.
+// The bytes of a page; at least 4096.
+std::uint64_t PageSize();
+
+// Zero-filled memory that starts on a page; null when there is none. `size` is
+// whole pages and not 0. Large blocks are set up for large pages where the
+// system has them, since most of the cost of a fresh frame is page faults.
 void* MapMemory(std::uint64_t size);
 void UnmapMemory(void* base, std::uint64_t size);
+
+// Makes each access to these whole pages end the program; false when the
+// system cannot.
+bool ForbidMemory(void* base, std::uint64_t size);
 
 }  // namespace k
 

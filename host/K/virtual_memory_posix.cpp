@@ -1,4 +1,5 @@
 #include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdint>
 
@@ -31,16 +32,27 @@ char* MapAligned(std::uint64_t size) {
 
 }  // namespace
 
+std::uint64_t PageSize() {
+  static const auto size = static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+  return size;
+}
+
 void* MapMemory(std::uint64_t size) {
   if (size < kLargePage) return Map(size);
   char* base = MapAligned(size);
+  // The room for the alignment may be what is missing.
+  if (base == nullptr) return Map(size);
   // Advice only: a system without large pages serves as well.
-  if (base != nullptr) madvise(base, size, MADV_HUGEPAGE);
+  madvise(base, size, MADV_HUGEPAGE);
   return base;
 }
 
 void UnmapMemory(void* base, std::uint64_t size) {
   Unmap(base, size);
+}
+
+bool ForbidMemory(void* base, std::uint64_t size) {
+  return mprotect(base, size, PROT_NONE) == 0;
 }
 
 }  // namespace k

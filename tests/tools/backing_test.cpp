@@ -24,7 +24,7 @@ class Backings : public testing::Test {
     const Outcome outcome = RunPxl(options);
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.errors, "");
-    const std::string bytes = ReadBytes(folder_ / "out.png");
+    std::string bytes = ReadBytes(folder_ / "out.png");
     std::filesystem::remove(folder_ / "out.png");
     return bytes;
   }
@@ -49,12 +49,12 @@ TEST_F(Backings, GiveTheSamePictures) {
       const std::string expected = Converted(picture, options);
       ASSERT_FALSE(expected.empty());
       std::vector<std::string> onSurfaces = options;
-      onSurfaces.push_back("--platform");
+      onSurfaces.emplace_back("--platform");
       EXPECT_TRUE(Converted(picture, onSurfaces) == expected) << picture << " by way of " << ways;
       const bool floatsToBytes = picture.ends_with(".exr") && ways.starts_with("32");
       if (floatsToBytes) continue;  // differently rounded, as tested below
       std::vector<std::string> inFiles = options;
-      inFiles.push_back("--mapped");
+      inFiles.emplace_back("--mapped");
       EXPECT_TRUE(Converted(picture, inFiles) == expected) << picture << " by way of " << ways;
     }
   }
@@ -90,13 +90,13 @@ TEST_F(Backings, AreToldWorldByWorld) {
   const std::vector<std::string> job = {"convert", coffee,    "-o", Path("out.png"), "--via",
                                         "32,128",  "--depth", "32", "--verbose"};
   std::vector<std::string> mapped = job;
-  mapped.push_back("--mapped");
+  mapped.emplace_back("--mapped");
   EXPECT_EQ(RunPxl(mapped).output,
             coffee + ": 32 bits, 480 x 320, 619536 bytes of a mapped file, 1936 a row\n" + coffee +
                 ": 128 bits, 480 x 320, 2457620 bytes of a mapped file, 7680 a row\n" + coffee +
                 ": 32 bits, 480 x 320, 619536 bytes of a mapped file, 1936 a row\n");
   std::vector<std::string> platform = job;
-  platform.push_back("--platform");
+  platform.emplace_back("--platform");
   const std::string surface =
       coffee + ": 32 bits, 480 x 320, 614400 bytes of a drawing surface, 1920 a row\n";
   // 32 to 32 is a copy by the drawing layer, so it is made.

@@ -63,11 +63,11 @@ TEST(Usage, NamesWhatIsWrongInOneLine) {
   ExpectUsageError({"convert", "a.png", "--depth", "32"}, "--output: is required");
   ExpectUsageError({"convert", "a.png", "-o", "b.png"}, "--depth: is required");
   ExpectUsageError({"convert", "a.png", "-o", "b.png", "--depth", "16"},
-                   "--depth: 16 is none of 32, 64, 128");
+                   "--depth: 16 is none of 8, 32, 64, 128");
   ExpectUsageError({"convert", "a.png", "-o", "b.png", "--depth", "many"},
-                   "--depth: many is none of 32, 64, 128");
-  ExpectUsageError({"convert", "a.png", "-o", "b.png", "--depth", "32", "--via", "64,8"},
-                   "--via: 8 is none of 32, 64, 128");
+                   "--depth: many is none of 8, 32, 64, 128");
+  ExpectUsageError({"convert", "a.png", "-o", "b.png", "--depth", "32", "--via", "64,16"},
+                   "--via: 16 is none of 8, 32, 64, 128");
   ExpectUsageError({"info", "--depth", "32"}, "--depth: requires FILE");
   ExpectUsageError({"demo", "a.png"}, "--output: is required");
 }

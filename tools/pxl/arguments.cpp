@@ -34,13 +34,15 @@ constexpr const char* kConvertFooter =
     "pixel by pixel, unless --blit-only is given.\n"
     "With --mapped every conversion is made pixel by pixel, since the blit does not\n"
     "see mapped pixels: floats are then rounded to 8 bits, where the blit cuts off.\n"
-    "With --platform, 32 to 32 is a copy by the drawing layer.\n\n"
-    "Inputs are known by their content, the output by its ending. A PNG holds 8 bits\n"
-    "a channel at depth 32, else 16; an OpenEXR file always holds floats. Alpha is\n"
-    "taken as it is: straight in PNG, and in OpenEXR whatever the file holds.\n"
+    "With --platform, 32 to 32 is a copy by the drawing layer.\n"
+    "8 bits are indices into 256 standard colours. Only the drawing layer makes them,\n"
+    "from 32 bits, by the nearest colour or dithered; transparency is lost on the way.\n\n"
+    "Inputs are known by their content, the output by its ending. A PNG holds indices\n"
+    "at depth 8, 8 bits a channel at 32, else 16; an OpenEXR file always holds floats.\n"
+    "Alpha is taken as it is: straight in PNG, and in OpenEXR whatever the file holds.\n"
     "16-bit channels are 0..65535 in files and 0..32768 in Worlds; both ways they are\n"
     "rounded to the nearest. Colour tags are kept, or their loss is told.\n"
-    "Into a folder, names are kept and end in .png for 32 and 64, .exr for 128.\n\n"
+    "Into a folder, names are kept and end in .png up to 64, .exr for 128.\n\n"
     "Example: pxl convert photo.png --via 128 --depth 64 -o photo16.png";
 
 constexpr const char* kDemoFooter =
@@ -58,7 +60,7 @@ constexpr const char* kModesFooter =
     "leaves out, and hilite turns to the highlight colour), highlight orange. The op\n"
     "colour is half of full scale in blend, white in addPin, black in subPin.\n"
     "ditherCopy, 15 and 16, shows on 8 bits only: it draws A into a World of 8 bits,\n"
-    "which is then copied to 32.\n\n"
+    "whose colours are shown.\n\n"
     "Example: pxl modes title.png photo.png -o modes.png";
 
 constexpr const char* kSheetFooter =
@@ -71,6 +73,12 @@ constexpr const char* kSheetFooter =
     "The conversions are those of 'pxl convert'; 8 bits are reached by way of 32, on\n"
     "surfaces of the drawing layer.\n\n"
     "Example: pxl sheet photo.exr -o depths.png";
+
+constexpr const char* kSoakFooter =
+    "Worlds of every depth live in frames, mapped files and surfaces; lack of memory\n"
+    "is part of the plan. Ends with what was done, and fails if a pixel was lost or if\n"
+    "handles, blocks, surfaces or booked bytes remain.\n\n"
+    "Example: pxl soak --minutes 2 --budget 256MiB --plot memory.svg";
 
 // Accepts the depths listed.
 CLI::Validator OneOf(const std::vector<std::string>& depths) {
@@ -100,10 +108,10 @@ Action AddConvert(CLI::App& app) {
       ->type_name("FILE");
   verb->add_option("--depth", options->depth, "Bits a pixel of the last World")
       ->required()
-      ->check(OneOf({"32", "64", "128"}));
+      ->check(OneOf({"8", "32", "64", "128"}));
   verb->add_option("--via", options->via, "Depths on the way, for instance 128,32")
       ->delimiter(',')
-      ->check(OneOf({"32", "64", "128"}))
+      ->check(OneOf({"8", "32", "64", "128"}))
       ->expected(1)
       ->take_all();
   CLI::Option* blitOnly =
@@ -114,6 +122,7 @@ Action AddConvert(CLI::App& app) {
   AddBacking(*verb, *options, "--platform", Backing::Surface,
              "Keep Worlds of 32 bits in surfaces of the drawing layer")
       ->excludes(mapped);
+  verb->add_flag("--dither", options->dither, "Dither on the way to 8 bits");
   verb->add_flag("--verbose", options->verbose, "Tell the memory of each World");
   return [options] { return Convert(*options); };
 }
@@ -178,6 +187,22 @@ Action AddSheet(CLI::App& app) {
   return [options] { return Sheet(*options); };
 }
 
+Action AddSoak(CLI::App& app) {
+  auto options = std::make_shared<SoakOptions>();
+  CLI::App* verb =
+      app.add_subcommand("soak", "Make, draw and dispose of Worlds at random for a while");
+  verb->footer(std::string(kSoakFooter) + "\n\n" + kFooter);
+  verb->add_option("--minutes", options->minutes, "How long; parts of a minute will do")
+      ->required()
+      ->type_name("M");
+  verb->add_option("--budget", options->budget, "Memory that K allows, for instance 256MiB")
+      ->transform(CLI::AsSizeValue(false))
+      ->type_name("SIZE");
+  verb->add_option("--plot", options->plot, "Draw K's memory over time (.svg)")->type_name("FILE");
+  verb->add_option("--seed", options->seed, "Repeat the calls of an earlier run")->type_name("N");
+  return [options] { return RunSoak(*options); };
+}
+
 // The help of the verb that was asked about, or of the whole program.
 int PrintHelp(const CLI::App& app) {
   std::cout << app.help();
@@ -193,13 +218,19 @@ void RefuseUnknownVerb(const CLI::App& app, int count, const char* const* argume
   throw UsageError(first, "is no verb; see pxl --help");
 }
 
-// "NAME is required", "NAME requires OTHER" and "NAME excludes OTHER" in the form
-// of all our messages.
+// What the library says of an option in the form of all our messages: the name,
+// a colon, the reason.
 UsageError Translated(const CLI::ParseError& error) {
   const std::string text = error.what();
   for (const char* word : {" is required", " requires ", " excludes "}) {
     const std::size_t place = text.find(word);
     if (place != std::string::npos) return {text.substr(0, place), text.substr(place + 1)};
+  }
+  const std::string conversion = "Could not convert: ";
+  const std::size_t equals = text.find(" = ");
+  if (text.rfind(conversion, 0) == 0 && equals != std::string::npos) {
+    return {text.substr(conversion.size(), equals - conversion.size()),
+            "is not a number: " + text.substr(equals + 3)};
   }
   return {"", text};
 }
@@ -218,7 +249,8 @@ std::function<int()> ParseArguments(int count, const char* const* arguments) {
   app->require_subcommand(1);
   // In the order in which CLI11 keeps the verbs.
   const std::vector<Action> actions = {AddConvert(*app), AddInfo(*app),  AddMessages(*app),
-                                       AddDemo(*app),    AddModes(*app), AddSheet(*app)};
+                                       AddDemo(*app),    AddModes(*app), AddSheet(*app),
+                                       AddSoak(*app)};
   RefuseUnknownVerb(*app, count, arguments);
   try {
     app->parse(count, arguments);

@@ -23,6 +23,7 @@ struct ConvertOptions {
   std::vector<std::int32_t> via;
   Backing backing = Backing::Frame;
   bool blitOnly = false;
+  bool dither = false;
   bool verbose = false;
 };
 // Pictures that fail are told one by one; the others are converted.
@@ -60,6 +61,14 @@ struct SheetOptions {
 };
 // A sheet of all depths, and what each changes.
 int Sheet(const SheetOptions& options);
+
+struct SoakOptions {
+  double minutes = 0.0;
+  std::optional<std::uint64_t> budget;  // bytes
+  std::optional<std::filesystem::path> plot;
+  std::optional<std::uint64_t> seed;
+};
+int RunSoak(const SoakOptions& options);
 
 }  // namespace pxl
 

@@ -1,20 +1,35 @@
+#include <algorithm>
 #include <iostream>
 
 #include "PXL.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/console.h"
 #include "tools/pxl/convert_plan.h"
+#include "tools/pxl/failure.h"
 #include "tools/pxl/progress.h"
 #include "tools/pxl/transfer.h"
 
 namespace pxl {
 namespace {
 
-// The depths a picture goes through after its own.
-std::vector<std::int32_t> StepsOf(const ConvertOptions& options) {
-  std::vector<std::int32_t> steps = options.via;
-  steps.push_back(options.depth);
+// The depths a picture goes through after its own, which is `depth`. The ways
+// to and from 8 bits lead through 32.
+std::vector<std::int32_t> StepsFrom(std::int32_t depth, const ConvertOptions& options) {
+  std::vector<std::int32_t> steps;
+  const auto go = [&steps, &depth](std::int32_t to) {
+    const bool detour =
+        (depth == PXL_Depth_8 && to > PXL_Depth_32) || (to == PXL_Depth_8 && depth > PXL_Depth_32);
+    if (detour) steps.push_back(PXL_Depth_32);
+    steps.push_back(to);
+    depth = to;
+  };
+  for (const std::int32_t to : options.via) go(to);
+  go(options.depth);
   return steps;
+}
+
+std::vector<std::int32_t> StepsOf(const PictureHeader& header, const ConvertOptions& options) {
+  return StepsFrom(DepthOf(header.samples), options);
 }
 
 // A World of each depth is measured before the first row is decoded.
@@ -22,6 +37,23 @@ void MeasureAll(Module& module, const PictureHeader& header,
                 const std::vector<std::int32_t>& steps) {
   MeasureWorld(module, DepthOf(header.samples), header.width, header.height);
   for (const std::int32_t depth : steps) MeasureWorld(module, depth, header.width, header.height);
+}
+
+bool Leads8(const ConvertOptions& options) {
+  return options.depth == PXL_Depth_8 ||
+         std::find(options.via.begin(), options.via.end(), PXL_Depth_8) != options.via.end();
+}
+
+// Pixels of 8 bits are made by the drawing layer alone.
+ConvertOptions WithBacking(ConvertOptions options) {
+  const bool indexed = Leads8(options);
+  if (options.dither && !indexed) throw UsageError("--dither", "is for --depth 8 or --via 8");
+  if (!indexed) return options;
+  if (options.backing == Backing::MappedFile) {
+    throw UsageError("--mapped", "excludes 8 bits, which only the drawing layer makes");
+  }
+  options.backing = Backing::Surface;
+  return options;
 }
 
 // A surface's memory is the drawing layer's, and its size not in the record.
@@ -73,24 +105,33 @@ class Batch {
     const std::string name = job.input.string();
     InputPicture picture(job.input);
     const ColourTags& colour = picture.header().colour;
-    MeasureAll(module_, picture.header(), StepsOf(options_));
-    const World world = TakeSteps(LoadWorld(module_, picture, options_.backing), name);
+    const std::vector<std::int32_t> steps = StepsOf(picture.header(), options_);
+    MeasureAll(module_, picture.header(), steps);
+    const World world = TakeSteps(LoadWorld(module_, picture, options_.backing), steps, name);
     SaveWorld(world, job.output, job.format, colour);
     const std::string lost = ColourTagsLost(job.format, colour);
     if (lost.empty()) return;
-    progress_.Clear();
-    TellNote(name, "not kept in the output: " + lost);
+    TellLoss(name, lost);
   }
 
-  World TakeSteps(World world, const std::string& name) {
-    const Route route = options_.blitOnly ? Route::BlitOnly : Route::AnyWay;
+  World TakeSteps(World world, const std::vector<std::int32_t>& steps, const std::string& name) {
     TellMemory(name, world);
-    for (const std::int32_t depth : StepsOf(options_)) {
+    bool opaque = true;
+    for (const std::int32_t depth : steps) {
       if (depth == world.Record().depth && options_.backing != Backing::Surface) continue;
-      world = ConvertWorld(world, depth, route);
+      if (depth == PXL_Depth_8 && world.Record().depth == PXL_Depth_32) {
+        opaque = opaque && IsOpaque(world);
+      }
+      world = ConvertWorld(world, depth, {options_.blitOnly, options_.dither && depth == 8});
       TellMemory(name, world);
     }
+    if (!opaque) TellLoss(name, "transparency");
     return world;
+  }
+
+  void TellLoss(const std::string& name, const std::string& lost) {
+    progress_.Clear();
+    TellNote(name, "not kept in the output: " + lost);
   }
 
   void TellMemory(const std::string& name, const World& world) {
@@ -109,7 +150,8 @@ class Batch {
 
 }  // namespace
 
-int Convert(const ConvertOptions& options) {
+int Convert(const ConvertOptions& asked) {
+  const ConvertOptions options = WithBacking(asked);
   const std::vector<ConvertJob> jobs = PlanConversion(options);
   return Batch(options, jobs.size()).Run(jobs) ? kExitSuccess : kExitFailure;
 }

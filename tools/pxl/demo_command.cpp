@@ -51,7 +51,7 @@ class Demonstration {
   }
 
   void Show(const World& source, const DepthName& name, const ColourTags& colour) {
-    const World world = ConvertWorld(source, name.depth, Route::AnyWay);
+    const World world = ConvertWorld(source, name.depth, {});
     const fs::path output = Output(std::to_string(name.depth));
     SaveWorld(world, output, FileFormat::Png, colour);
     const std::string change = ChangeText(LargestChange(source, world));

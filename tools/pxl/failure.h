@@ -21,6 +21,12 @@ class Failure : public std::runtime_error {
   std::string name_;
 };
 
+// There was not enough memory.
+class Shortage : public Failure {
+ public:
+  using Failure::Failure;
+};
+
 // The command line asks for something that cannot be meant: exit code 2.
 class UsageError : public Failure {
  public:

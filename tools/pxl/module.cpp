@@ -11,6 +11,9 @@ namespace {
 // free for applications.
 constexpr std::uint32_t kReportCode = 0x7F0001;
 
+// The drawing layer's error for lack of memory.
+constexpr std::int32_t kMemoryFull = -108;
+
 }  // namespace
 
 Module::Module() {
@@ -33,6 +36,9 @@ Module::~Module() {
 
 void Module::Check(std::int32_t status) {
   const std::string reports = TakeReports();
+  if (status == PXL_Err_NO_MEMORY || status == kMemoryFull) {
+    throw Shortage(reports.empty() ? "not enough memory" : reports);
+  }
   if (!reports.empty()) throw Failure(reports);
   if (status != PXL_Err_NONE) throw Failure("the module gives error " + std::to_string(status));
 }

@@ -21,8 +21,10 @@ class Module {
   ~Module();
 
   // Throws Failure in the module's own words if a call gave an error, or
-  // reported one and gave none.
+  // reported one and gave none; Shortage if the error is lack of memory.
   void Check(std::int32_t status);
+  // Forgets what was reported since.
+  void Drop() { reports_.clear(); }
 
  private:
   static void Take(const K_Report* report, void* module);

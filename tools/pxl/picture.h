@@ -46,12 +46,16 @@ struct ColourTags {
   std::optional<Chromaticities> chromaticities;  // from OpenEXR only
 };
 
+// Up to 256 colours: red, green, blue.
+using Palette = std::vector<std::array<std::uint8_t, 3>>;
+
 struct PictureHeader {
   std::int64_t width = 0;  // pixels; what the file claims, however large
   std::int64_t height = 0;
   SampleType samples = SampleType::Integer8;
   std::string format;  // for people: "PNG, 16 bits a channel, RGB"
   ColourTags colour;
+  Palette palette;  // when a picture is written: rows hold an index a pixel
 };
 
 // "480 x 320 pixels".

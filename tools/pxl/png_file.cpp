@@ -202,18 +202,21 @@ class PngWriter {
   ~PngWriter() { png_destroy_write_struct(&png_, &info_); }
 
   void WriteHeader(const PictureHeader& header, const std::vector<PngChunk>& chunks) {
-    const bool deep = header.samples == SampleType::Integer16;
-    Guarded(png_, "cannot write", messages_, [this, &header, &chunks, deep] {
+    const bool indexed = !header.palette.empty();
+    const bool deep = !indexed && header.samples == SampleType::Integer16;
+    Guarded(png_, "cannot write", messages_, [this, &header, &chunks, indexed, deep] {
       png_set_IHDR(png_, info_, static_cast<png_uint_32>(header.width),
-                   static_cast<png_uint_32>(header.height), deep ? 16 : 8, PNG_COLOR_TYPE_RGB_ALPHA,
-                   PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+                   static_cast<png_uint_32>(header.height), deep ? 16 : 8,
+                   indexed ? PNG_COLOR_TYPE_PALETTE : PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE,
+                   PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+      if (indexed) SetPalette(header.palette);
       png_write_info_before_PLTE(png_, info_);
       for (const PngChunk& chunk : chunks) {
         png_write_chunk(png_, reinterpret_cast<png_const_bytep>(chunk.name.c_str()),
                         chunk.data.data(), chunk.data.size());
       }
       png_write_info(png_, info_);
-      png_set_swap_alpha(png_);
+      if (!indexed) png_set_swap_alpha(png_);
       if (deep) png_set_swap(png_);
     });
   }
@@ -227,12 +230,20 @@ class PngWriter {
   }
 
  private:
+  void SetPalette(const Palette& palette) {
+    std::array<png_color, PNG_MAX_PALETTE_LENGTH> colours{};
+    std::transform(palette.begin(), palette.end(), colours.begin(), [](const auto& rgb) {
+      return png_color{rgb[0], rgb[1], rgb[2]};
+    });
+    png_set_PLTE(png_, info_, colours.data(), static_cast<int>(palette.size()));
+  }
+
   Messages messages_;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;
 };
 
-// The colour tags as chunks that may stand in an RGBA file.
+// The colour tags as chunks that may stand in a file of colours.
 std::vector<PngChunk> ChunksToWrite(const ColourTags& colour) {
   std::vector<PngChunk> chunks;
   for (const PngChunk& chunk : colour.chunks) {

@@ -18,8 +18,8 @@ bool IsPng(std::istream& stream);
 // tRNS becomes alpha, and a picture without alpha is opaque. Throws Failure.
 std::unique_ptr<PictureReader> OpenPng(std::istream& stream);
 
-// Writes RGBA with 8 or 16 bits a channel, with the colour tags that PNG can
-// carry. Throws Failure.
+// Writes RGBA with 8 or 16 bits a channel, or indices if there is a palette, with
+// the colour tags that PNG can carry. Throws Failure.
 void WritePng(std::ostream& stream, const PictureHeader& header, const RowSource& rows);
 
 // In words, which of the colour tags WritePng leaves out; empty if none.

@@ -8,11 +8,11 @@ namespace {
 constexpr std::size_t kBarLength = 40;
 }
 
-void Progress::Show(std::size_t done) {
+void Progress::Show(std::size_t done, const std::string& unit) {
   if (!visible_) return;
   const std::size_t filled = kBarLength * std::min(done, total_) / total_;
   stream_ << "\r[" << std::string(filled, '#') << std::string(kBarLength - filled, ' ') << "] "
-          << done << "/" << total_ << std::flush;
+          << done << "/" << total_ << (unit.empty() ? "" : " ") << unit << std::flush;
 }
 
 void Progress::Clear() {

@@ -21,8 +21,8 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
   ~Progress() { Clear(); }
 
-  // Shows that `done` of the total are done.
-  void Show(std::size_t done);
+  // Shows that `done` of the total are done, counted in `unit` if it has one.
+  void Show(std::size_t done, const std::string& unit = "");
   void Clear();
 
  private:

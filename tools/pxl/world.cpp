@@ -28,6 +28,8 @@ std::uint32_t FlagsOf(Backing backing) {
       return PXL_Flag_NO_PLATFORM;
     case Backing::MappedFile:
       return PXL_Flag_NO_PLATFORM | PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
+    case Backing::PurgeableSurface:
+      return PXL_Flag_PURGEABLE;
     case Backing::Surface:
       break;
   }

@@ -17,10 +17,11 @@ SampleType SamplesOf(std::int32_t depth);
 
 // Where a World has its pixels.
 enum class Backing {
-  None,        // nowhere: the World has a geometry only
-  Frame,       // a block of the heap or of K's pool
-  MappedFile,  // a file, mapped while the World is locked
-  Surface      // a surface of the drawing layer; deeper than 32 bits a frame
+  None,             // nowhere: the World has a geometry only
+  Frame,            // a block of the heap or of K's pool
+  MappedFile,       // a file, mapped while the World is locked
+  Surface,          // a surface of the drawing layer; deeper than 32 bits a frame
+  PurgeableSurface  // the same; lack of memory may take its pixels
 };
 
 class World {

@@ -72,10 +72,12 @@ K_API uint64_t K_CountHandles(void);
 
 /* ---- Recycled pointers -------------------------------------------------- */
 
-/* Bytes are those of the mapped blocks, which are whole pages and, when larger,
- * up to an eighth more than what was asked for. Kept blocks are those that wait for re-use. A hit
- * is an allocation that got a kept block. `peakBytes` is the most that live and kept blocks came to
- * together. */
+/* Bytes are those of the blocks, which are whole pages and, when larger, up to
+ * an eighth more than what was asked for. Kept blocks are those that wait for
+ * re-use; a re-used block is at most a quarter larger than a new one would be.
+ * A hit is an allocation that got a kept block, a miss one that had to ask the
+ * system, with success or without. `peakBytes` is the most that live and kept
+ * blocks came to together. */
 typedef struct K_PoolStatistics {
   uint64_t liveBlocks, liveBytes, keptBlocks, keptBytes, peakBytes, hits, misses;
 } K_PoolStatistics;
@@ -84,10 +86,43 @@ K_API void K_GetPoolStatistics(K_PoolStatistics* statistics);
 /* The most bytes that are kept for re-use, applied at once; 0 keeps none. The
  * oldest go first. K_DefaultPoolLimit at first. */
 K_API void K_SetPoolLimit(uint64_t bytes);
+K_API uint64_t K_GetPoolLimit(void);
 enum { K_DefaultPoolLimit = 0x20000000 };
 
 /* Whether `base` is the address of a live block of the pool. */
 K_API Boolean K_IsRecycledPtr(const void* base);
+
+/* ---- Checks of recycled pointers ---------------------------------------- */
+
+/* Ways to find stray accesses, for debugging; the sum of those that are on.
+ * None is on at first. They cost time and pages: guards and fences are a page
+ * each on either side of a block, not counted in the statistics or the budget,
+ * and keep each block to the whole pages that its size needs, so that the
+ * re-use of nearly the same size ends. */
+enum {
+  /* What lies between the size and the end of the block, and a page on either
+   * side, is filled with K_PoolGuardPattern and compared when the block is
+   * freed. A difference is reported as K_Code_GUARD. */
+  K_PoolCheck_GUARDS = 1,
+  /* A page on either side, beyond the guards if there are any, that cannot be
+   * read or written: an access ends the program. */
+  K_PoolCheck_FENCES = 2,
+  /* Freed blocks are filled with K_PoolFreedPattern. Those that are kept are
+   * compared when they are used again or given back; a difference is reported
+   * as K_Code_STALE. */
+  K_PoolCheck_FILL = 4
+};
+enum { K_PoolGuardPattern = 0xA9, K_PoolFreedPattern = 0xDB };
+/* What K reports it under. */
+enum {
+  K_Code_GUARD = 0x20004, /* a write outside a block */
+  K_Code_STALE = 0x20005  /* a write into a block after it was freed */
+};
+
+/* Blocks that are live now stay as they are and are checked for what they were
+ * made with; unlike new ones, they are not kept for re-use any more. */
+K_API void K_SetPoolChecks(uint32_t checks);
+K_API uint32_t K_GetPoolChecks(void);
 
 /* ---- Shortage ----------------------------------------------------------- */
 
@@ -111,6 +146,50 @@ enum { K_MostPurgers = 32 };
 K_API Boolean K_AddPurger(K_Purger purger, void* context);
 K_API void K_RemovePurger(K_Purger purger, void* context);
 
+/* ---- Limits and refusals ------------------------------------------------ */
+
+/* Who sets a limit of memory. */
+enum {
+  K_MemoryLimit_NONE = 0,
+  K_MemoryLimit_BUDGET = 1, /* the application, with K_SetMemoryBudget */
+  K_MemoryLimit_GROUP = 2,  /* the system, for the group of processes that this
+                               one belongs to, as in a container */
+  K_MemoryLimit_SYSTEM = 3  /* the system: it had none left, or no address space */
+};
+
+/* The budget that is in force. While the application sets none, it is what the
+ * tightest limit of the process group, and of the groups around it, leaves for
+ * what K counts: the limit less what others use, the process' own heap and the
+ * group's other processes. Pages of files that the group read count as free.
+ * On Linux the limits are memory.max and memory.high of control groups of
+ * version 2, mounted at /sys/fs/cgroup; elsewhere, and where nothing is limited,
+ * there is no such budget. A budget of UINT64_MAX sets the group's limit aside.
+ *
+ * The limits are read when memory is first asked for, whenever K's memory has
+ * grown by a sixteenth of the limit since, and before each refusal; once that
+ * finds no limit, it is not done again. */
+typedef struct K_MemoryBudget {
+  uint64_t bytes; /* 0 when nobody sets one */
+  uint64_t used;  /* what counts towards it now */
+  int32_t setBy;  /* K_MemoryLimit_NONE, _BUDGET or _GROUP */
+} K_MemoryBudget;
+K_API void K_GetMemoryBudgetInForce(K_MemoryBudget* budget);
+
+/* Reads the limits of the process group anew, from here on out of the files
+ * below the folder `root`: root/proc/self/cgroup and root/sys/fs/cgroup. Null
+ * is the system's own. Gives 0, and does nothing, when the name has more than
+ * 1023 bytes. */
+K_API Boolean K_ReadMemoryGroup(const char* root);
+
+/* The refusals of memory so far, each also logged at TRC_Level_NOTE. The purge
+ * loop may have found memory after one; each try counts. */
+typedef struct K_MemoryRefusals {
+  int32_t last;       /* K_MemoryLimit_*: who refused last */
+  uint64_t lastBytes; /* what K asked for; 0 for its own tables */
+  uint64_t byBudget, byGroup, bySystem;
+} K_MemoryRefusals;
+K_API void K_GetMemoryRefusals(K_MemoryRefusals* refusals);
+
 /* ---- Accounting --------------------------------------------------------- */
 
 /* What was booked with K_AccountAllocation and K_AccountSystemAllocation. The
@@ -119,6 +198,53 @@ typedef struct K_MemoryTotals {
   int64_t application, system, applicationPeak, systemPeak;
 } K_MemoryTotals;
 K_API void K_GetMemoryTotals(K_MemoryTotals* totals);
+
+/* ---- Time line ---------------------------------------------------------- */
+
+/* What a sample was taken for. */
+enum {
+  K_TimeLineEvent_START = 0,   /* the time line was switched on */
+  K_TimeLineEvent_BLOCKS = 1,  /* a recycled pointer was allocated or freed, or
+                                  kept blocks were given back */
+  K_TimeLineEvent_HANDLES = 2, /* a handle was made, freed or purged */
+  K_TimeLineEvent_BOOKING = 3, /* memory was booked */
+  K_TimeLineEvent_PURGE = 4,   /* a round of the purge loop has ended, or a
+                                  K_PurgeHandlesAndCompact has freed its part */
+  K_TimeLineEvent_FAILURE = 5  /* a refusal, see K_MemoryRefusals */
+};
+
+/* All of K's memory at one moment. */
+typedef struct K_TimeLineSample {
+  uint64_t nanoseconds;          /* since the switching on, by a clock that is
+                                    never set; never less than the one before */
+  uint64_t liveBytes, keptBytes; /* of the pool, see K_PoolStatistics */
+  uint64_t handleBytes;          /* of the blocks of handles */
+  int64_t application, system;   /* booked, see K_MemoryTotals */
+  uint64_t purges, failures;     /* so many since the switching on */
+  int32_t event;                 /* K_TimeLineEvent_* */
+  uint32_t changes;              /* the changes that the sample stands for */
+} K_TimeLineSample;
+
+/* Switching on forgets what was recorded, takes a first sample and then one at
+ * each change. Switching off leaves what was recorded to be read. Off at first;
+ * costs next to nothing then, and a fraction of a microsecond a change while it
+ * is on. */
+K_API void K_SetTimeLine(Boolean on);
+K_API Boolean K_IsTimeLineOn(void);
+
+/* Copies the latest samples, at most `capacity` of them, the oldest first, and
+ * gives their number. With null it only gives the number that there are. The
+ * last one is always the latest change.
+ *
+ * There are never more than K_MostTimeLineSamples. When so many changes came
+ * that the room is used up, neighbouring samples are merged, and from then on
+ * each stands for twice as many changes. Of those it is the one with the most
+ * memory, live, kept, in handles and booked by the application together: no
+ * peak is lost, a short trough may be, and so may an event; the counts tell of
+ * all. A last sample that is there for being the latest, though its neighbour
+ * stands for its change, has no changes. */
+K_API uint64_t K_ReadTimeLine(K_TimeLineSample* samples, uint64_t capacity);
+enum { K_MostTimeLineSamples = 4096 };
 
 /* ---- Reports ------------------------------------------------------------ */
 

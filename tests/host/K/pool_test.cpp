@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -95,6 +96,39 @@ TEST_F(RecycledPtr, WastesAtMostAnEighthOfALargeBlock) {
   }
 }
 
+TEST_F(RecycledPtr, WastesAtMostAQuarterMoreWhenReUsed) {
+  std::mt19937 random(7);
+  std::uint64_t reUsed = 0;
+  for (int round = 0; round < 2000; ++round) {
+    const std::uint64_t size = 40000 + random() % kMiB;
+    const std::uint64_t hits = Statistics().hits;
+    void* base = NewBlock(size);
+    reUsed += Statistics().hits - hits;
+    EXPECT_GE(Statistics().liveBytes, size);
+    EXPECT_LE(Statistics().liveBytes, (size + size / 8) * 5 / 4);
+    K_FreeRecycledPtr(base);
+    K_SetPoolLimit(4 * kMiB);
+  }
+  EXPECT_GT(reUsed, 500U);
+}
+
+TEST_F(RecycledPtr, TakesALabelOfAnyLength) {
+  const std::string label(1000, 'x');
+  const K_RecycledPtrRef ref = K_AllocateRecycledPtr(1, label.c_str(), 8192);
+  ASSERT_NE(ref, nullptr);
+  K_FreeRecycledPtr(K_GetRecycledPtrBaseAddress(ref));
+}
+
+TEST_F(RecycledPtr, IsGivenBackByAPurge) {
+  void* live = NewBlock(kMiB);
+  K_FreeRecycledPtr(NewBlock(kMiB));
+  K_FreeRecycledPtr(NewBlock(5 * kMiB));
+  K_PurgeHandlesAndCompact();
+  EXPECT_EQ(Statistics().keptBytes, 0U);
+  EXPECT_EQ(Statistics().liveBytes, kMiB);
+  K_FreeRecycledPtr(live);
+}
+
 TEST_F(RecycledPtr, CountsBlocksAndBytes) {
   void* a = NewBlock(kMiB);
   void* b = NewBlock(kMiB);
@@ -136,7 +170,9 @@ TEST_F(RecycledPtr, FollowsALowerLimitAtOnce) {
   void* b = NewBlock(2 * kMiB);
   K_FreeRecycledPtr(a);
   K_FreeRecycledPtr(b);
+  EXPECT_EQ(K_GetPoolLimit(), std::uint64_t{K_DefaultPoolLimit});
   K_SetPoolLimit(2 * kMiB);
+  EXPECT_EQ(K_GetPoolLimit(), 2 * kMiB);
   EXPECT_EQ(Statistics().keptBytes, 2 * kMiB);
   K_SetPoolLimit(0);
   EXPECT_EQ(Statistics().keptBytes, 0U);
