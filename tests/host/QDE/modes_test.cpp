@@ -279,6 +279,32 @@ TEST_F(Modes, KeepTheIndexOfAColorThatStays) {
   // What is copied takes the lower one.
   Draw(Pixels({0xFF0000, 0xFF0000}), destination, 0);
   EXPECT_EQ(Row(destination), (std::vector<std::uint32_t>{1, 1}));
+  PixelsOf(destination)[0] = 2;
+  Draw(Pixels({0x00FFFF, 0x00FFFF}), destination, 4);
+  EXPECT_EQ(Row(destination), (std::vector<std::uint32_t>{1, 1}));
+}
+
+// Of another seed, and by place instead of by value.
+TEST_F(Modes, WorkOnIndicesOfTablesWithTheSameColors) {
+  QDE_ColorTable table{1024, 0, 2, {{0, {0, 0, 0}}, {1, {0xFFFF, 0, 0}}, {2, {0xFFFF, 0, 0}}}};
+  QDE_ColorTable* master = &table;
+  const Rect bounds = Sized(3, 1);
+  GWorldPtr source = nullptr;
+  ASSERT_EQ(NewGWorld(&source, 8, &bounds, &master, nullptr, 0), 0);
+  Keep(source);
+  table.ctSeed = 1025;
+  table.ctFlags = -0x8000;
+  for (QDE_ColorSpec& entry : table.ctTable) entry.value = 0;
+  GWorldPtr destination = nullptr;
+  ASSERT_EQ(NewGWorld(&destination, 8, &bounds, &master, nullptr, 0), 0);
+  Keep(destination);
+  for (std::uint8_t i = 0; i < 3; ++i) PixelsOf(source)[i] = i;
+  Fill(destination, 0);
+  Draw(source, destination, 0);
+  EXPECT_EQ(Row(destination), (std::vector<std::uint32_t>{0, 1, 2}));
+  Fill(destination, 4);
+  Draw(source, destination, 1);
+  EXPECT_EQ(Row(destination), (std::vector<std::uint32_t>{4, 5, 6}));
 }
 
 TEST_F(Modes, DrawWithTheColorsOfTheCurrentPort) {

@@ -17,7 +17,8 @@ GWorldPtr MakeWorld(std::int16_t depth, CTabHandle colors) {
   if (world == nullptr || LockPixels(GetPortPixMap(world)) == 0) {
     throw std::runtime_error("no world to compare in");
   }
-  std::memset(GetPixBaseAddr(GetPortPixMap(world)), 0, std::size_t{kMost} * (depth / 8));
+  std::memset(GetPixBaseAddr(GetPortPixMap(world)), 0,
+              static_cast<std::size_t>(kMost * (depth / 8)));
   return world;
 }
 
