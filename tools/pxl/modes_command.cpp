@@ -201,9 +201,11 @@ int Modes(const ModesOptions& options) {
   Module module;
   const NamedPicture a = Named(module, options.source);
   const NamedPicture b = Named(module, options.destination);
-  const Results results(module, a.picture, b.picture);
-  WriteContactSheet(options.output, "The transfer modes of the blit, A onto B",
-                    CellsOf(results, a, b), kLayout);
+  About(options.output.string(), [&] {
+    const Results results(module, a.picture, b.picture);
+    WriteContactSheet(options.output, "The transfer modes of the blit, A onto B",
+                      CellsOf(results, a, b), kLayout);
+  });
   return kExitSuccess;
 }
 

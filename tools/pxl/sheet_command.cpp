@@ -102,10 +102,11 @@ class DepthsSheet {
 int Sheet(const SheetOptions& options) {
   CheckSheetPlace(options.output, {options.picture});
   Module module;
-  const SmallPicture picture =
-      About(options.picture.string(), [&] { return LoadSmall(module, options.picture); });
-  DepthsSheet(picture).Write(options.output, OneLine(options.picture.filename().string()) + ", " +
-                                                 SizeText(picture.original));
+  About(options.picture.string(), [&] {
+    const SmallPicture picture = LoadSmall(module, options.picture);
+    const std::string name = OneLine(options.picture.filename().string());
+    DepthsSheet(picture).Write(options.output, name + ", " + SizeText(picture.original));
+  });
   return kExitSuccess;
 }
 
