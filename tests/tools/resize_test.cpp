@@ -78,6 +78,19 @@ TEST(ReductionFactor, IsTheSmallestThatIsEnough) {
   EXPECT_EQ(factor(10, 481), 3);
 }
 
+TEST(CroppedPicture, IsTheMiddle) {
+  const Picture picture = PictureFrom<float>(
+      4, SampleType::Float, {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15,
+                             16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31});
+  const Picture pixel = Cropped(picture, 1, 1);
+  ExpectSize(pixel, 1, 1);
+  EXPECT_EQ(ChannelsOf<float>(pixel), (std::vector<float>{4, 5, 6, 7}));
+  const Picture column = Cropped(picture, 2, 2);
+  EXPECT_EQ(ChannelsOf<float>(column),
+            (std::vector<float>{4, 5, 6, 7, 8, 9, 10, 11, 20, 21, 22, 23, 24, 25, 26, 27}));
+  EXPECT_EQ(Cropped(picture, 4, 2).pixels, picture.pixels);
+}
+
 TEST(EnlargedPicture, ShowsPixelsAsSquaresInItsOwnSamples) {
   const Picture large =
       Enlarged(PictureFrom<float>(2, SampleType::Float, {1, 2, 3, 4, 5, 6, 7, 8}), 2);

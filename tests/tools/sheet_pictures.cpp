@@ -118,7 +118,7 @@ void ExpectGolden(const fs::path& file, const std::string& name) {
       picture.header.height == expected.header.height && picture.pixels == expected.pixels) {
     return;
   }
-  const fs::path kept = fs::path(testing::TempDir()) / name;
+  const fs::path kept = fs::path(testing::TempDir()) / ("pxl-new-" + name);
   fs::copy_file(file, kept, fs::copy_options::overwrite_existing);
   ADD_FAILURE() << kept << " differs from " << golden << "; if that is meant, it takes its place";
 }

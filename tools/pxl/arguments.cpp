@@ -69,7 +69,7 @@ constexpr const char* kModesFooter =
     "leaves out, and hilite turns to the highlight colour), highlight orange. The op\n"
     "colour is half of full scale in blend, white in addPin, black in subPin.\n"
     "ditherCopy, 15 and 16, shows on 8 bits only: it draws A into a World of 8 bits,\n"
-    "which is then copied to 32.\n\n"
+    "whose colours are shown.\n\n"
     "Example: pxl modes title.png photo.png -o modes.png";
 
 constexpr const char* kSheetFooter =

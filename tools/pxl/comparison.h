@@ -9,7 +9,7 @@
 
 namespace pxl {
 
-// What a screen shows of a World of 32, 64 or 128 bits: an Integer8 picture.
+// What a screen shows of a World: an Integer8 picture.
 Picture PictureOf(const World& world);
 
 enum class Compared {

@@ -27,7 +27,7 @@ constexpr std::uint16_t kSrcCopy = 0;
 // their inverses.
 constexpr SheetLayout kLayout = {4, kThumbnailText};
 
-enum class Way { Direct, ThroughIndices };
+enum class Way { Direct, ToIndices };
 
 struct Mode {
   const char* name;
@@ -53,8 +53,8 @@ constexpr std::array<Mode, 19> kModes = {{
     {"addMax", "the larger of A and B"},
     {"subOver", "B \u2212 A, wrapped"},
     {"adMin", "the smaller of A and B"},
-    {"ditherCopy", "A dithered to 8 bits", kBlack, Way::ThroughIndices},
-    {"ditherCopy", "the same as 15", kBlack, Way::ThroughIndices},
+    {"ditherCopy", "A dithered to 8 bits", kBlack, Way::ToIndices},
+    {"ditherCopy", "the same as 15", kBlack, Way::ToIndices},
     {"transparent", "A where A is not white"},
     {"hilite", "white of B to orange, where A is not white"},
 }};
@@ -85,29 +85,24 @@ bool SameSize(const PictureHeader& a, const PictureHeader& b) {
   return a.width == b.width && a.height == b.height;
 }
 
-// The largest part from the middle of the one that has the other's proportions.
-Rect MiddleOf(const PictureHeader& header, const PictureHeader& shape) {
-  const std::int64_t width =
-      std::clamp<std::int64_t>(header.height * shape.width / shape.height, 1, header.width);
-  const std::int64_t height =
-      std::clamp<std::int64_t>(header.width * shape.height / shape.width, 1, header.height);
-  const std::int64_t left = (header.width - width) / 2;
-  const std::int64_t top = (header.height - height) / 2;
-  return {static_cast<std::int16_t>(top), static_cast<std::int16_t>(left),
-          static_cast<std::int16_t>(top + height), static_cast<std::int16_t>(left + width)};
+// The largest part from the middle of the picture that has those proportions.
+Picture MiddleOf(const Picture& picture, const PictureHeader& shape) {
+  const std::int64_t width = picture.header.width;
+  const std::int64_t height = picture.header.height;
+  return Cropped(picture, std::clamp<std::int64_t>(height * shape.width / shape.height, 1, width),
+                 std::clamp<std::int64_t>(width * shape.height / shape.width, 1, height));
 }
 
 // The picture on a surface of that size. What is much larger is first reduced,
 // since the drawing layer's scaling leaves pixels out.
 World FittedSurface(Module& module, const Picture& picture, const PictureHeader& size) {
-  const Rect whole = MiddleOf(picture.header, size);
+  const Picture middle = MiddleOf(picture, size);
   const std::int64_t factor =
-      std::min((whole.right - whole.left) / size.width, (whole.bottom - whole.top) / size.height);
-  const Picture reduced = Reduced(picture, std::max<std::int64_t>(factor, 1));
-  const World source = SurfaceWith(module, reduced);
+      std::min(middle.header.width / size.width, middle.header.height / size.height);
+  const World source =
+      LoadWorld(module, Reduced(middle, std::max<std::int64_t>(factor, 1)), Backing::Surface);
   World fitted(module, PXL_Depth_32, size.width, size.height, Backing::Surface);
-  const Rect middle = MiddleOf(reduced.header, size);
-  Draw(source, fitted, kSrcCopy, &middle);
+  Draw(source, fitted, kSrcCopy);
   return fitted;
 }
 
@@ -118,26 +113,35 @@ class Results {
       : module_(module),
         reduction_(ReductionTo(kThumbnailSide, b.header)),
         destination_(Reduced(b, reduction_)),
-        source_(SameSize(a.header, b.header) ? SurfaceWith(module, Reduced(a, reduction_))
-                                             : FittedSurface(module, a, destination_.header)) {}
+        source_(SameSize(a.header, b.header)
+                    ? LoadWorld(module, Reduced(a, reduction_), Backing::Surface)
+                    : FittedSurface(module, a, destination_.header)) {}
 
   Picture Source() const { return Shown(source_); }
   Picture Destination() const { return Fitted(destination_, kThumbnailSide); }
   Picture Of(std::uint16_t index) const {
     const Mode& mode = kModes.at(index);
-    return Shown(mode.way == Way::ThroughIndices ? ThroughIndices(source_, index)
-                                                 : DrawnOnDestination(index, mode.opColour));
+    return Shown(mode.way == Way::ToIndices ? Indices(index)
+                                            : DrawnOnDestination(index, mode.opColour));
   }
 
  private:
   World DrawnOnDestination(std::uint16_t index, const QDE_RGBColor& opColour) const {
-    World result = SurfaceWith(module_, destination_);
+    World result = LoadWorld(module_, destination_, Backing::Surface);
     SetPortColour(result, QDE_PortColor_FORE, kBlack);
     SetPortColour(result, QDE_PortColor_BACK, kWhite);
     SetPortColour(result, QDE_PortColor_HILITE, kOrange);
     SetPortColour(result, QDE_PortColor_OP, opColour);
     Draw(source_, result, index);
     return result;
+  }
+
+  // The source drawn into a World of 8 bits.
+  World Indices(std::uint16_t index) const {
+    const PXL_World record = source_.Record();
+    World indices(module_, PXL_Depth_8, record.width, record.height, Backing::Surface);
+    Draw(source_, indices, index);
+    return indices;
   }
 
   // What the fourth byte has become is nobody's alpha.
@@ -197,9 +201,11 @@ int Modes(const ModesOptions& options) {
   Module module;
   const NamedPicture a = Named(module, options.source);
   const NamedPicture b = Named(module, options.destination);
-  const Results results(module, a.picture, b.picture);
-  WriteContactSheet(options.output, "The transfer modes of the blit, A onto B",
-                    CellsOf(results, a, b), kLayout);
+  About(options.output.string(), [&] {
+    const Results results(module, a.picture, b.picture);
+    WriteContactSheet(options.output, "The transfer modes of the blit, A onto B",
+                      CellsOf(results, a, b), kLayout);
+  });
   return kExitSuccess;
 }
 

@@ -77,6 +77,17 @@ Picture Reduced(const Picture& picture, std::int64_t factor) {
   return result;
 }
 
+Picture Cropped(const Picture& picture, std::int64_t width, std::int64_t height) {
+  Picture result = NewPicture(width, height, picture.header.samples);
+  const std::int64_t left = (picture.header.width - width) / 2;
+  const std::int64_t top = (picture.header.height - height) / 2;
+  const auto bytes = static_cast<std::int64_t>(PixelBytes(picture.header.samples));
+  for (std::int64_t y = 0; y < height; ++y) {
+    std::memcpy(result.Rows().Row(y), picture.Row(top + y) + bytes * left, result.RowBytes());
+  }
+  return result;
+}
+
 Picture Enlarged(const Picture& picture, std::int64_t factor) {
   Picture result = NewPicture(picture.header.width * factor, picture.header.height * factor,
                               picture.header.samples);

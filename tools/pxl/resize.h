@@ -1,4 +1,5 @@
-// Pictures made smaller and larger by whole factors, in their own samples.
+// Pictures cropped, and made smaller and larger by whole factors, in their own
+// samples.
 #ifndef TOOLS_PXL_RESIZE_H
 #define TOOLS_PXL_RESIZE_H
 
@@ -15,6 +16,10 @@ std::int64_t ReductionTo(std::int64_t side, const PictureHeader& header);
 // right and the lower edge; integers rounded to nearest, halves upward. Alpha
 // is a channel like the others.
 Picture Reduced(const Picture& picture, std::int64_t factor);
+
+// The middle of the picture, of a size that is no larger; where it cannot lie in
+// the middle, half a pixel further up or left.
+Picture Cropped(const Picture& picture, std::int64_t width, std::int64_t height);
 
 // Each pixel a square of factor x factor pixels.
 Picture Enlarged(const Picture& picture, std::int64_t factor);

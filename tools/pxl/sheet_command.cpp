@@ -1,4 +1,3 @@
-#include <cstdint>
 #include <iomanip>
 #include <sstream>
 
@@ -8,9 +7,7 @@
 #include "tools/pxl/console.h"
 #include "tools/pxl/contact_sheet.h"
 #include "tools/pxl/depths.h"
-#include "tools/pxl/drawing.h"
 #include "tools/pxl/magnifier.h"
-#include "tools/pxl/opaque.h"
 #include "tools/pxl/resize.h"
 #include "tools/pxl/transfer.h"
 
@@ -18,9 +15,6 @@ namespace pxl {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::uint16_t kSrcCopy = 0;
-constexpr std::uint16_t kDitherCopy = 15;
 
 // A picture as read, and the factor it was reduced by.
 struct SmallPicture {
@@ -35,7 +29,7 @@ SmallPicture LoadSmall(Module& module, const fs::path& path) {
   MeasureWorld(module, DepthOf(header.samples), header.width, header.height);
   const std::int64_t factor = ReductionTo(kThumbnailSide, header);
   const Picture picture = input.Read();
-  return {header, factor, LoadWorld(module, factor > 1 ? Reduced(picture, factor) : picture)};
+  return {header, factor, LoadWorld(module, Reduced(picture, factor), Backing::Surface)};
 }
 
 std::vector<std::string> ChangeLabels(double change, double factor) {
@@ -57,8 +51,8 @@ class DepthsSheet {
       Add(ConvertWorld(source.world, depth.depth, {}),
           {std::to_string(depth.depth) + " bits a pixel", depth.channels}, Compared::AllChannels);
     }
-    AddIndexed(kSrcCopy, "nearest of 256 colours");
-    AddIndexed(kDitherCopy, "256 colours, dithered");
+    AddIndexed({}, "nearest of 256 colours");
+    AddIndexed({.dither = true}, "256 colours, dithered");
   }
 
   void Write(const fs::path& path, const std::string& title) const {
@@ -84,9 +78,7 @@ class DepthsSheet {
   static Picture Shown(const World& world) { return Fitted(PictureOf(world), kThumbnailSide); }
 
   void Add(const World& world, std::vector<std::string> labels, Compared compared) {
-    Picture picture = PictureOf(world);
-    if (compared == Compared::ColoursOnly) DropAlpha(picture);
-    pictures_.push_back({Fitted(picture, kThumbnailSide), std::move(labels)});
+    pictures_.push_back({Shown(world), std::move(labels)});
     const double change = LargestChange(source_.world, world, compared);
     const double factor = MagnifierFor(change);
     changes_.push_back(
@@ -94,11 +86,10 @@ class DepthsSheet {
          ChangeLabels(change, factor)});
   }
 
-  void AddIndexed(std::uint16_t mode, const std::string& label) {
-    const World& world = source_.world;
-    const World direct = ConvertWorld(world, PXL_Depth_32, {});
-    Add(ThroughIndices(SurfaceWith(world.module(), PictureOf(direct)), mode),
-        {"8 bits a pixel", label}, Compared::ColoursOnly);
+  // From 32 bits only is there a way to indices.
+  void AddIndexed(Route route, const std::string& label) {
+    const World direct = ConvertWorld(source_.world, PXL_Depth_32, {});
+    Add(ConvertWorld(direct, PXL_Depth_8, route), {"8 bits a pixel", label}, Compared::ColoursOnly);
   }
 
   const SmallPicture& source_;
@@ -111,10 +102,11 @@ class DepthsSheet {
 int Sheet(const SheetOptions& options) {
   CheckSheetPlace(options.output, {options.picture});
   Module module;
-  const SmallPicture picture =
-      About(options.picture.string(), [&] { return LoadSmall(module, options.picture); });
-  DepthsSheet(picture).Write(options.output, OneLine(options.picture.filename().string()) + ", " +
-                                                 SizeText(picture.original));
+  About(options.picture.string(), [&] {
+    const SmallPicture picture = LoadSmall(module, options.picture);
+    const std::string name = OneLine(options.picture.filename().string());
+    DepthsSheet(picture).Write(options.output, name + ", " + SizeText(picture.original));
+  });
   return kExitSuccess;
 }
 

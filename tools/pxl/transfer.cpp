@@ -116,8 +116,8 @@ World LoadWorld(Module& module, InputPicture& picture, Backing backing) {
                   [&](const PixelRows& rows) { picture.Read(rows); });
 }
 
-World LoadWorld(Module& module, const Picture& picture) {
-  return NewWorld(module, picture.header, Backing::Frame, [&](const PixelRows& rows) {
+World LoadWorld(Module& module, const Picture& picture, Backing backing) {
+  return NewWorld(module, picture.header, backing, [&](const PixelRows& rows) {
     for (std::int64_t y = 0; y < picture.header.height; ++y) {
       std::memcpy(rows.Row(y), picture.Row(y), picture.RowBytes());
     }

@@ -15,8 +15,8 @@ namespace pxl {
 // scaled from 0..65535 to 0..32768. Nothing is decoded unless the World is
 // there. Throws Failure.
 World LoadWorld(Module& module, InputPicture& picture, Backing backing = Backing::Frame);
-// The same of a picture in memory, in a frame.
-World LoadWorld(Module& module, const Picture& picture);
+// The same of a picture in memory.
+World LoadWorld(Module& module, const Picture& picture, Backing backing);
 
 struct Route {
   bool blitOnly = false;  // what the blit refuses is a failure, else it goes pixel by pixel
