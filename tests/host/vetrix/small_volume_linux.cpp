@@ -9,13 +9,20 @@
 
 namespace {
 
-// Root of its own name space, as any user may become, where root may not.
+bool Write(const char* path, const std::string& text) {
+  std::ofstream file(path);
+  file << text << std::flush;
+  return file.good();
+}
+
+// The way for those who are not root. Files can only be made by users and groups
+// that the name space knows.
 bool BecomeRootOfOwnNamespace() {
   const std::string user = std::to_string(geteuid());
-  if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
-  std::ofstream map("/proc/self/uid_map");
-  map << "0 " << user << " 1" << std::flush;
-  return map.good();
+  const std::string group = std::to_string(getegid());
+  return unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && Write("/proc/self/setgroups", "deny") &&
+         Write("/proc/self/uid_map", "0 " + user + " 1") &&
+         Write("/proc/self/gid_map", "0 " + group + " 1");
 }
 
 bool LeaveTheMountsOfOthers() {
