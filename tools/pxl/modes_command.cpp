@@ -30,8 +30,8 @@ constexpr SheetLayout kLayout = {4, kThumbnailText};
 enum class Way { Direct, ToIndices };
 
 struct Mode {
-  const char* name;
-  const char* effect;
+  const char* name = nullptr;
+  const char* effect = nullptr;
   QDE_RGBColor opColour = kBlack;
   Way way = Way::Direct;
 };
@@ -188,8 +188,9 @@ std::vector<SheetCell> CellsOf(const Results& results, const NamedPicture& a,
                                   {results.Destination(), LabelsOf("B, the destination", b, size)},
                                   {{}, kColourNotes},
                                   {{}, kReadingNotes}};
-  for (std::uint16_t i = 0; i < kModes.size(); ++i) {
-    cells.push_back({results.Of(i), {std::to_string(i) + "  " + kModes[i].name, kModes[i].effect}});
+  for (std::uint16_t i = 0; const Mode& mode : kModes) {
+    cells.push_back({results.Of(i), {std::to_string(i) + "  " + mode.name, mode.effect}});
+    ++i;
   }
   return cells;
 }
