@@ -12,7 +12,7 @@
 namespace pxl {
 namespace {
 
-constexpr std::size_t kMostWorlds = 96;
+constexpr std::size_t kMostWorlds = 192;
 constexpr std::int64_t kTinySide = 8;
 constexpr std::int64_t kLongestSide = 2048;
 // Files are really written, so they stay small.
