@@ -13,7 +13,6 @@
 #include "tools/pxl/resize.h"
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 namespace {
 
@@ -87,12 +86,13 @@ pxl::Picture Noise(int width, int height, unsigned seed) {
   });
 }
 
-double MeanOf(const pxl::Picture& picture, int channel) {
+double MeanOf(const pxl::Picture& picture, std::size_t channel) {
   double sum = 0;
-  for (std::size_t i = static_cast<std::size_t>(channel); i < picture.pixels.size(); i += 4) {
+  double count = 0;
+  for (std::size_t i = channel; i < picture.pixels.size(); i += 4, ++count) {
     sum += std::to_integer<int>(picture.pixels[i]);
   }
-  return sum / static_cast<double>(picture.pixels.size() / 4);
+  return sum / count;
 }
 
 class ModesSheet : public testing::Test {
@@ -180,7 +180,8 @@ TEST_F(ModesSheet, ShowsDitheringIn256Colours) {
       ASSERT_TRUE(IsStandardColour(PixelOf(cell, x, y))) << x << ", " << y;
     }
   }
-  for (const int channel : {1, 2, 3}) EXPECT_NEAR(MeanOf(cell, channel), MeanOf(a, channel), 3.0);
+  for (const std::size_t channel : {1, 2, 3})
+    EXPECT_NEAR(MeanOf(cell, channel), MeanOf(a, channel), 3.0);
 }
 
 TEST_F(ModesSheet, LaysTransparentPartsOnWhite) {
