@@ -1,0 +1,23 @@
+// The verbs of the command line with their options and help.
+#ifndef TOOLS_PXL_VERBS_H
+#define TOOLS_PXL_VERBS_H
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <vector>
+
+namespace pxl {
+
+// Runs a verb and gives the exit code.
+using Action = std::function<int()>;
+
+// What the help of the program and of every verb ends with.
+extern const char* const kCommonHelp;
+
+// Adds all verbs. Gives what each does once the command line is parsed, in the
+// order in which CLI11 keeps them.
+std::vector<Action> AddVerbs(CLI::App& app);
+
+}  // namespace pxl
+
+#endif
