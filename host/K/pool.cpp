@@ -88,7 +88,7 @@ Pool::Node Pool::TakeKept(const BlockShape& shape) {
   auto found = kept_.lower_bound(shape);
   while (found != kept_.end() && found->second.empty()) ++found;
   const BlockShape largest{shape.margins, LargestFit(shape)};
-  if (found == kept_.end() || found->first > largest) return {};
+  if (found == kept_.end() || largest < found->first) return {};
   ++statistics_.hits;
   return TakeFromBucket(found, found->second.size() - 1);
 }

@@ -2,8 +2,8 @@
 #ifndef K_RECYCLED_BLOCK_H
 #define K_RECYCLED_BLOCK_H
 
-#include <compare>
 #include <cstdint>
+#include <tuple>
 
 #include "K_host.h"
 
@@ -15,7 +15,10 @@ namespace k {
 struct BlockShape {
   std::uint32_t margins;
   std::uint64_t capacity;  // whole pages, without the margins
-  auto operator<=>(const BlockShape&) const = default;
+  // By margins first, so that a larger block of the same margins comes after.
+  bool operator<(const BlockShape& other) const {
+    return std::tie(margins, capacity) < std::tie(other.margins, other.capacity);
+  }
 };
 
 }  // namespace k

@@ -34,6 +34,7 @@ class OwnTable {
   explicit OwnTable(const QDE_ColorTable& table);
   OwnTable(const OwnTable&) = delete;
   OwnTable& operator=(const OwnTable&) = delete;
+  ~OwnTable() = default;
 
   [[nodiscard]] CTabHandle Handle() { return &master_; }
 

@@ -27,7 +27,7 @@ std::string PlotOf(const MemoryPlot& plot) {
 }
 
 std::string PathOf(const std::string& svg, const std::string& colour) {
-  const std::size_t start = svg.find("<path fill=\"none\" stroke=\"" + colour);
+  const std::size_t start = svg.find(R"(<path fill="none" stroke=")" + colour);
   const std::size_t data = svg.find(" d=\"", start) + 4;
   return svg.substr(data, svg.find('"', data) - data);
 }

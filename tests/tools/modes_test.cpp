@@ -180,8 +180,9 @@ TEST_F(ModesSheet, ShowsDitheringIn256Colours) {
       ASSERT_TRUE(IsStandardColour(PixelOf(cell, x, y))) << x << ", " << y;
     }
   }
-  for (const std::size_t channel : {1, 2, 3})
+  for (std::size_t channel = 1; channel < 4; ++channel) {
     EXPECT_NEAR(MeanOf(cell, channel), MeanOf(a, channel), 3.0);
+  }
 }
 
 TEST_F(ModesSheet, LaysTransparentPartsOnWhite) {
