@@ -150,10 +150,10 @@ class Batch {
 
 }  // namespace
 
-int Convert(const ConvertOptions& asked) {
-  const ConvertOptions options = WithBacking(asked);
-  const std::vector<ConvertJob> jobs = PlanConversion(options);
-  return Batch(options, jobs.size()).Run(jobs) ? kExitSuccess : kExitFailure;
+int Convert(const ConvertOptions& options) {
+  const ConvertOptions settled = WithBacking(options);
+  const std::vector<ConvertJob> jobs = PlanConversion(settled);
+  return Batch(settled, jobs.size()).Run(jobs) ? kExitSuccess : kExitFailure;
 }
 
 }  // namespace pxl

@@ -1,11 +1,11 @@
 #include "tools/pxl/memory_plot.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
-#include <iomanip>
-#include <sstream>
+#include <utility>
 
 namespace pxl {
 namespace {
@@ -68,8 +68,9 @@ double StepFor(double range) {
 
 // From 0 to `end` in steps.
 struct Axis {
-  double end;
+  int steps;
   double step;
+  double end;
 };
 
 std::string Escaped(const std::string& text) {
@@ -92,17 +93,14 @@ class Plotter {
       : out_(stream),
         plot_(plot),
         seconds_(std::max(Seconds(plot.samples.back()), 1e-3)),
-        memory_(AxisFor(Most())) {
-    out_ << std::fixed << std::setprecision(1);
-  }
+        memory_(AxisFor(Most())) {}
 
   void Draw() {
-    out_ << R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" << kWidth << "\" height=\""
-         << kHeight << "\" viewBox=\"0 0 " << kWidth << ' ' << kHeight << "\"\n"
-         << "  font-family=\"DejaVu Sans, Helvetica, Arial, sans-serif\" font-size=\"14\" fill=\""
-         << kPencil << "\">\n"
-         << "<rect width=\"" << kWidth << "\" height=\"" << kHeight << "\" fill=\"" << kPaper
-         << "\"/>\n";
+    Print(R"(<svg xmlns="http://www.w3.org/2000/svg" width="{0}" height="{1}" viewBox="0 0 {0} {1}"
+  font-family="DejaVu Sans, Helvetica, Arial, sans-serif" font-size="14" fill="{2}">
+<rect width="{0}" height="{1}" fill="{3}"/>
+)",
+          kWidth, kHeight, kPencil, kPaper);
     Text(kLeft, 36, "start", plot_.title, R"( font-size="20" fill="#18181c")");
     DrawMemoryAxis();
     DrawTimeAxis();
@@ -110,7 +108,7 @@ class Plotter {
     for (const Series& series : kSeries) DrawSeries(series);
     DrawBudget();
     for (std::size_t row = 0; row < kMarks.size(); ++row) DrawMarks(kMarks[row], row);
-    out_ << "</svg>\n";
+    Print("</svg>\n");
   }
 
  private:
@@ -119,12 +117,13 @@ class Plotter {
   }
   static Axis AxisFor(double most) {
     const double step = StepFor(std::max(most, 1.0));
-    return {std::ceil(std::max(most, 1.0) / step) * step, step};
+    const int steps = static_cast<int>(std::ceil(std::max(most, 1.0) / step));
+    return {steps, step, steps * step};
   }
 
   // The most of anything that is drawn, in MiB.
   double Most() const {
-    double most = static_cast<double>(plot_.budget);
+    auto most = static_cast<double>(plot_.budget);
     for (const Sample& sample : plot_.samples) {
       for (const Series& series : kSeries) most = std::max(most, series.bytes(sample));
     }
@@ -138,28 +137,30 @@ class Plotter {
                                  kColumns - 1);
   }
 
+  template <typename... Values>
+  void Print(fmt::format_string<Values...> format, Values&&... values) {
+    out_ << fmt::format(format, std::forward<Values>(values)...);
+  }
+
   void Text(double x, double y, const char* anchor, const std::string& text,
             const char* attributes = "") {
-    out_ << "<text x=\"" << x << "\" y=\"" << y << "\" text-anchor=\"" << anchor << "\""
-         << attributes << ">" << Escaped(text) << "</text>\n";
+    Print(R"(<text x="{:.1f}" y="{:.1f}" text-anchor="{}"{}>{}</text>)"
+          "\n",
+          x, y, anchor, attributes, Escaped(text));
   }
 
   void Line(double x1, double y1, double x2, double y2, const char* colour,
             const char* attributes = "") {
-    out_ << "<line x1=\"" << x1 << "\" y1=\"" << y1 << "\" x2=\"" << x2 << "\" y2=\"" << y2
-         << "\" stroke=\"" << colour << "\"" << attributes << "/>\n";
-  }
-
-  static std::string Number(double value) {
-    std::ostringstream text;
-    text << value;
-    return text.str();
+    Print(R"(<line x1="{:.1f}" y1="{:.1f}" x2="{:.1f}" y2="{:.1f}" stroke="{}"{}/>)"
+          "\n",
+          x1, y1, x2, y2, colour, attributes);
   }
 
   void DrawMemoryAxis() {
-    for (double value = 0.0; value <= memory_.end * 1.0001; value += memory_.step) {
-      Line(kLeft, Y(value), kRight, Y(value), value == 0.0 ? kInk : kGrid);
-      Text(kLeft - 10, Y(value) + 5, "end", Number(value));
+    for (int i = 0; i <= memory_.steps; ++i) {
+      const double value = i * memory_.step;
+      Line(kLeft, Y(value), kRight, Y(value), i == 0 ? kInk : kGrid);
+      Text(kLeft - 10, Y(value) + 5, "end", fmt::format("{:g}", value));
     }
     Text(kLeft - 10, kTop - 18, "end", "MiB");
   }
@@ -169,9 +170,10 @@ class Plotter {
     const double unit = minutes ? 60.0 : 1.0;
     const double step = StepFor(seconds_ / unit);
     const double y = kBottom + kMarkRow * static_cast<double>(kMarks.size());
-    for (double value = 0.0; value * unit <= seconds_; value += step) {
-      Line(X(value * unit), kBottom, X(value * unit), kBottom + 5, kInk);
-      Text(X(value * unit), y + 30, "middle", Number(value));
+    for (int i = 0; i * step * unit <= seconds_; ++i) {
+      const double x = X(i * step * unit);
+      Line(x, kBottom, x, kBottom + 5, kInk);
+      Text(x, y + 30, "middle", fmt::format("{:g}", i * step));
     }
     Text((kLeft + kRight) / 2.0, y + 56, "middle", minutes ? "minutes" : "seconds");
   }
@@ -210,14 +212,12 @@ class Plotter {
 
   void DrawSeries(const Series& series) {
     const std::vector<double> columns = Columns(series);
-    out_ << "<path fill=\"none\" stroke=\"" << series.colour
-         << "\" stroke-width=\"2\" stroke-linejoin=\"round\" d=\"M" << kLeft << ' '
-         << Y(columns.front());
+    Print(R"(<path fill="none" stroke="{}" stroke-width="2" stroke-linejoin="round" d="M{} {:.1f})",
+          series.colour, kLeft, Y(columns.front()));
     for (std::size_t i = 1; i < columns.size(); ++i) {
-      if (columns[i] == columns[i - 1]) continue;
-      out_ << 'H' << kLeft + static_cast<int>(i) << 'V' << Y(columns[i]);
+      if (columns[i] != columns[i - 1]) Print("H{}V{:.1f}", kLeft + i, Y(columns[i]));
     }
-    out_ << 'H' << kRight << "\"/>\n";
+    Print("H{}\"/>\n", kRight);
   }
 
   void DrawBudget() {

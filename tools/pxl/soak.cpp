@@ -183,7 +183,7 @@ void Soak::Unlock(Item& item) {
   --item.locks;
 }
 
-void Soak::CheckPixels(Item& item) {
+void Soak::CheckPixels(const Item& item) {
   const PXL_World record = item.world.Record();
   if (!item.fill || WordsOf(record) == 0) return;
   const auto* pixels = static_cast<const char*>(PXLp_GetPixBaseAddr(item.world.handle()));

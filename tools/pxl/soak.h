@@ -65,7 +65,7 @@ class Soak {
   void CheckOrDispose(Item& item, std::int32_t status);
   bool Lock(Item& item);
   void Unlock(Item& item);
-  void CheckPixels(Item& item);
+  static void CheckPixels(const Item& item);
   void Draw(Item& source, Item& destination);
   void Convert(Item& source, Item& destination);
 
