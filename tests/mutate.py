@@ -59,12 +59,13 @@ CALL = re.compile(r"\b[\w:]+(?:<[\w:]+>)?\(")
 RETURN = re.compile(r"return (\w*[sS]tatus|error);")
 # What is changed too in files that the rest finds little in.
 FEW = 20
-FINE = [(re.compile(r"return ([^;{}]+);"), ("{}", r"\1 + 1")),
-        (re.compile(r"\b(float)\b"), ("double",)),
-        (re.compile(r"\b(long)\b"), ("int",)),
-        (re.compile(r"\b(std::int32_t)\b"), ("std::int16_t",)),
-        (re.compile(r"\b(std::uint8_t|std::uint64_t)\b"), ("std::uint16_t",)),
-        (re.compile(r"\b(std::uint16_t)\b"), ("std::uint8_t",)),
+FINE = [(re.compile(r"return ((?!PXL_Err_NONE)[^;{}]+);"), ("{}",)),
+        (re.compile(r"return ([^;{}]+);"), (r"\1 + 1",)),
+        (re.compile(r"catch \((long)\b"), ("int",)),
+        (re.compile(r"<(float)>"), ("double",)),
+        (re.compile(r"<(std::int32_t)>"), ("std::int16_t",)),
+        (re.compile(r"<(std::uint8_t|std::uint64_t)>"), ("std::uint16_t",)),
+        (re.compile(r"<(std::uint16_t)>"), ("std::uint8_t",)),
         (re.compile(r"(throw;)"), (";",))]
 # A statement that is a call, an assignment or a count: no declaration, no jump.
 STATEMENT = re.compile(r"(?:\(void\))?[\w:.\[\]>*-]+(?:\(| [|&+-]?= )|(?:\+\+|--)[\w.()>-]+;")

@@ -231,8 +231,8 @@ TEST_F(MemoryMessage, HandsAnExceptionToTheLibraryAndGivesItsCode) {
 }
 
 TEST_F(MemoryMessage, GivesAThrownLongAsItIs) {
-  recorder_.Throw("K_ReportError", [] { throw 4321L; });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 4321);
+  recorder_.Throw("K_ReportError", [] { throw -0x12345678L; });
+  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), -0x12345678);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
   recorder_.Throw("K_ZStringToUTF16String", [] { throw 0L; });
   EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 0);
