@@ -108,13 +108,14 @@ TEST_F(PixmapFormat, ChangesWithoutPixelsToo) {
 
 TEST_F(PixmapFormat, LastsAsLongAsTheDepth) {
   GWorldPtr world = Make(32, Sized(2, 1));
+  Fill(world, 0);
   ASSERT_EQ(QDE_SetGWorld32PixmapFormat(world, 1), 0);
   const std::uint8_t red[] = {0, 0, 0xFF, 0x80};
   std::memcpy(At(world, 1, 0), red, 4);
   EXPECT_NE(Update(&world, 32, Sized(5, 5), QDE_Flag_CLIP_PIX), 0U);
   EXPECT_EQ(FormatOf(world), 1);
   EXPECT_EQ(std::memcmp(At(world, 1, 0), red, 4), 0);
-  EXPECT_NE(Update(&world, 8, Sized(5, 5), QDE_Flag_CLIP_PIX), 0U);
+  EXPECT_NE(Update(&world, 8, Sized(2, 1), QDE_Flag_CLIP_PIX), 0U);
   EXPECT_EQ(*At(world, 1, 0), 35);
   EXPECT_NE(Update(&world, 32, Sized(5, 5)), 0U);
   EXPECT_EQ(FormatOf(world), 0);
