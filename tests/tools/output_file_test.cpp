@@ -66,7 +66,8 @@ TEST(OutputFile, FollowsASymbolicLink) {
 
 TEST(OutputFile, MayHaveTheLongestOfNames) {
   const TemporaryFolder folder;
-  const std::string name = std::string(251, 'n') + ".png";
+  std::string name(251, 'n');
+  name += ".png";
   OutputFile file(folder / name);
   file.Commit();
   EXPECT_THAT(folder.Names(), ElementsAre(name));

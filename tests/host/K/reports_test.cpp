@@ -135,7 +135,9 @@ TEST(PendingReport, NeverOutgrowsItsBuffer) {
   EXPECT_EQ(std::strlen(Kp_G_buffer), sizeof Kp_G_buffer - 1);
   Kp_SysEnglishError(-50);
   Kp_ReportError(1, 8);
-  EXPECT_EQ(reports.Take().at(0).text, std::string(sizeof Kp_G_buffer - 4, 'x') + " An");
+  std::string expected(sizeof Kp_G_buffer - 4, 'x');
+  expected += " An";
+  EXPECT_EQ(reports.Take().at(0).text, expected);
 }
 
 TEST(Exception, IsReportedAndTranslated) {
