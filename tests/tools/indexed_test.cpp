@@ -1,13 +1,13 @@
 // Pictures of 8 bits: indices into the standard colours.
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
 
 #include "tests/tools/png_maker.h"
 #include "tests/tools/program.h"
+#include "tests/tools/sheet_pictures.h"
 #include "tests/tools/temporary_folder.h"
 
 using testing::HasSubstr;
@@ -41,16 +41,10 @@ Rgb ColourAt(const pxl::Picture& picture, std::int64_t x, std::int64_t y) {
           std::to_integer<int>(pixel[3])};
 }
 
-int Distance(const Rgb& a, const Rgb& b) {
-  int sum = 0;
-  for (std::size_t c = 0; c < 3; ++c) sum += (a[c] - b[c]) * (a[c] - b[c]);
-  return sum;
-}
-
-Rgb Nearest(const std::vector<Rgb>& colours, const Rgb& wanted) {
-  return *std::min_element(colours.begin(), colours.end(), [&](const Rgb& a, const Rgb& b) {
-    return Distance(a, wanted) < Distance(b, wanted);
-  });
+Rgb Nearest(const Rgb& wanted) {
+  const auto byte = [&](std::size_t c) { return static_cast<std::uint8_t>(wanted[c]); };
+  const Pixel8 nearest = NearestStandardColour({0xFF, byte(0), byte(1), byte(2)});
+  return {nearest[1], nearest[2], nearest[3]};
 }
 
 Rgb MeanOf(const pxl::Picture& picture) {
@@ -98,21 +92,20 @@ class IndexedPictures : public testing::Test {
 }  // namespace
 
 TEST_F(IndexedPictures, TakeTheNearestColours) {
-  const std::vector<Rgb> colours = StandardColours();
-  ASSERT_EQ(colours.size(), 256U);
   const std::string input = SamplePicture("coffee.png");
   const pxl::Picture before = ReadPictureFile(input);
   const pxl::Picture after = Converted(input, {"--depth", "8"});
   EXPECT_EQ(after.header.format, "PNG, 8 bits a channel, palette");
   for (std::int64_t y = 0; y < after.header.height; y += 7) {
     for (std::int64_t x = 0; x < after.header.width; ++x) {
-      ASSERT_EQ(ColourAt(after, x, y), Nearest(colours, ColourAt(before, x, y))) << x << ", " << y;
+      ASSERT_EQ(ColourAt(after, x, y), Nearest(ColourAt(before, x, y))) << x << ", " << y;
     }
   }
 }
 
 TEST_F(IndexedPictures, HoldEveryStandardColourAsItIs) {
   const std::vector<Rgb> colours = StandardColours();
+  ASSERT_EQ(colours.size(), 256U);
   PngRecipe recipe;
   recipe.width = 256;
   recipe.sample = [&](auto x, auto, int c) {
@@ -133,7 +126,7 @@ TEST_F(IndexedPictures, KeepTheMeanWhenDithered) {
   const Rgb colour = {120, 77, 201};
   const pxl::Picture plain = Converted(Flat(colour), {"--depth", "8"});
   const pxl::Picture dithered = Converted(Flat(colour), {"--depth", "8", "--dither"});
-  EXPECT_EQ(MeanOf(plain), Nearest(StandardColours(), colour));
+  EXPECT_EQ(MeanOf(plain), Nearest(colour));
   const Rgb mean = MeanOf(dithered);
   for (std::size_t c = 0; c < 3; ++c) EXPECT_NEAR(mean[c], colour[c], 4);
 }
