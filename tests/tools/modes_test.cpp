@@ -116,11 +116,7 @@ class ModesSheet : public testing::Test {
 
   // One line about the file, and no sheet.
   void ExpectFailure(const std::vector<std::string>& arguments, int code, const std::string& line) {
-    const Outcome outcome = RunPxl(arguments);
-    EXPECT_EQ(outcome.code, code);
-    EXPECT_TRUE(IsOneLine(outcome.errors, "pxl: " + line)) << outcome.errors;
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_THAT(folder_.Names(), testing::Not(testing::Contains("sheet.png")));
+    ExpectNoSheet(folder_, arguments, code, line);
   }
 
   TemporaryFolder folder_;

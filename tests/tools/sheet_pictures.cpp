@@ -1,6 +1,6 @@
 #include "tests/tools/sheet_pictures.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <vector>
@@ -108,6 +108,15 @@ Pixel8 NearestStandardColour(const Pixel8& pixel) {
   return *std::min_element(
       StandardColours().begin(), StandardColours().end(),
       [&](const Pixel8& a, const Pixel8& b) { return Distance(a, pixel) < Distance(b, pixel); });
+}
+
+void ExpectNoSheet(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
+                   int code, const std::string& line) {
+  const Outcome outcome = RunPxl(arguments);
+  EXPECT_EQ(outcome.code, code);
+  EXPECT_TRUE(IsOneLine(outcome.errors, "pxl: " + line)) << outcome.errors;
+  EXPECT_EQ(outcome.output, "");
+  EXPECT_THAT(folder.Names(), testing::Not(testing::Contains("sheet.png")));
 }
 
 void ExpectGolden(const fs::path& file, const std::string& name) {

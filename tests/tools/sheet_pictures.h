@@ -8,7 +8,9 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "tests/tools/temporary_folder.h"
 #include "tools/pxl/picture.h"
 
 using Pixel8 = std::array<std::uint8_t, 4>;  // alpha, red, green, blue
@@ -32,6 +34,11 @@ int ColumnLeft(int column, int cellWidth);
 // smallest sum of squared differences, at a tie the lowest index.
 bool IsStandardColour(const Pixel8& pixel);
 Pixel8 NearestStandardColour(const Pixel8& pixel);
+
+// The program gives that code and one line that begins so, and leaves no
+// sheet.png in the folder.
+void ExpectNoSheet(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
+                   int code, const std::string& line);
 
 // Compares the file with tests/pictures/golden/NAME, pixel by pixel. If they
 // differ the new one is kept, and the failure says where.
