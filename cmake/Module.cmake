@@ -19,8 +19,9 @@ set(PXL_SOURCES
   transfer/blit.cpp
   transfer/conversion_tables.cpp
   transfer/deep_blit.cpp
-  transfer/kernels/to_8.cpp
   transfer/kernels/from_8.cpp
+  transfer/kernels/selection.cpp
+  transfer/kernels/to_8.cpp
   transfer/pixel_conversion.cpp
   transfer/row_address.cpp
   world/build.cpp
