@@ -20,6 +20,9 @@ set(PXL_SOURCES
   transfer/conversion_tables.cpp
   transfer/deep_blit.cpp
   transfer/kernels/from_8.cpp
+  transfer/kernels/kernels_avx2.cpp
+  transfer/kernels/kernels_avx512.cpp
+  transfer/kernels/kernels_sse41.cpp
   transfer/kernels/selection.cpp
   transfer/kernels/to_8.cpp
   transfer/pixel_conversion.cpp
@@ -39,6 +42,7 @@ function(pxl_add_module name kind)
   add_library(${name} ${kind} ${PXL_SOURCES})
   target_link_libraries(${name} PRIVATE pxl_flags simd)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include)
+  pxl_raise_levels(${name})
 endfunction()
 
 pxl_add_module(PXL SHARED)

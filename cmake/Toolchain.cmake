@@ -35,3 +35,21 @@ function(pxl_refuse_undefined library)
     target_link_options(${library} PRIVATE -Wl,--no-undefined)
   endif()
 endfunction()
+
+# Sources whose names end in a level of processor are compiled for that level,
+# and nothing else is. Called in the folder that made the target.
+function(pxl_raise_levels target)
+  set(sse41 -mssse3 -msse4.1)
+  set(avx2 -mavx2 -mfma)
+  set(avx512 ${avx2} -mavx512f -mavx512bw -mavx512dq -mavx512vl)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC 12 takes the undefined vectors of its own header for a mistake.
+    list(APPEND avx512 -Wno-maybe-uninitialized)
+  endif()
+  get_target_property(sources ${target} SOURCES)
+  foreach(source IN LISTS sources)
+    if(source MATCHES "_(sse41|avx2|avx512)\\.cpp$")
+      set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "${${CMAKE_MATCH_1}}")
+    endif()
+  endforeach()
+endfunction()

@@ -1,24 +1,22 @@
 #include "simd/pixels32.h"
 
-#include <cstring>
+#include "simd/routines.h"
+#include "simd/streaming.h"
 
 namespace simd {
 
 void Fill32(void* destination, std::uint32_t value, std::size_t count) {
-  auto* bytes = static_cast<unsigned char*>(destination);
-  for (std::size_t i = 0; i < count; ++i) {
-    std::memcpy(bytes + i * sizeof value, &value, sizeof value);
+  const Routines& routines = BestRoutines();
+  if (StoresForFill(count * sizeof value) == Stores::Caching) {
+    routines.fill32(destination, value, count);
+  } else {
+    routines.streamingFill32(destination, value, count);
+    FinishStreaming();
   }
 }
 
 void ReverseBytes32(void* words, std::size_t count) {
-  auto* bytes = static_cast<unsigned char*>(words);
-  for (std::size_t i = 0; i < count; ++i, bytes += sizeof(std::uint32_t)) {
-    std::uint32_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    word = word << 24 | (word << 8 & 0x00FF0000U) | (word >> 8 & 0x0000FF00U) | word >> 24;
-    std::memcpy(bytes, &word, sizeof word);
-  }
+  BestRoutines().reverseBytes32(words, count);
 }
 
 }  // namespace simd

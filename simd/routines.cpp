@@ -1,22 +1,26 @@
 #include "simd/routines.h"
 
-#include <cstring>
-
-#include "simd/pixels32.h"
+#include "simd/level_routines.h"
+#include "simd/plain_loops.h"
 
 namespace simd {
 namespace {
 
-void Copy(void* destination, const void* source, std::size_t bytes) {
-  std::memmove(destination, source, bytes);
-}
-
-constexpr Routines BASELINE = {Copy, Copy, Fill32, Fill32, ReverseBytes32};
+constexpr Routines BASELINE = {PlainCopy, PlainCopy, PlainFill32, PlainFill32, PlainReverseBytes32};
 
 }  // namespace
 
-const Routines& RoutinesOf(Level /*level*/) {
-  return BASELINE;
+const Routines& RoutinesOf(Level level) {
+  switch (level) {
+    case Level::Sse41:
+      return ROUTINES_SSE41;
+    case Level::Avx2:
+      return ROUTINES_AVX2;
+    case Level::Avx512:
+      return ROUTINES_AVX512;
+    default:
+      return BASELINE;
+  }
 }
 
 const Routines& BestRoutines() {

@@ -6,8 +6,15 @@
 
 namespace simd {
 
+// Beyond a core's own cache, a caching store first fetches the line that it is
+// about to replace.
 Stores StoresFor(std::size_t bytesRead, std::size_t bytesWritten) {
   return bytesRead + bytesWritten > ProcessorCaches().own ? Stores::Streaming : Stores::Caching;
+}
+
+// The last level takes what is only written as fast as memory does, or faster.
+Stores StoresForFill(std::size_t bytesWritten) {
+  return bytesWritten > ProcessorCaches().shared ? Stores::Streaming : Stores::Caching;
 }
 
 void FinishStreaming() {

@@ -6,4 +6,8 @@
 // the tables hold zeros. Every call writes the same values.
 void PXLp_BuildConversionTables();
 
+// Lets blits go on with the fastest kernels of the processor. Birth calls it,
+// after the tables are built: these kernels do not look at them.
+void PXLp_SelectKernels();
+
 #endif

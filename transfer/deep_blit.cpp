@@ -1,9 +1,10 @@
 #include "transfer/deep_blit.h"
 
 #include <cstddef>
-#include <cstring>
 
 #include "platform/record_access.h"
+#include "simd/routines.h"
+#include "simd/streaming.h"
 #include "state/messages/Messages.h"
 #include "transfer/kernels/Kernels.h"
 #include "transfer/row_address.h"
@@ -58,10 +59,39 @@ std::int32_t WalkRows(Side source, Side destination, Transfer transfer) {
   return PXL_Err_NONE;
 }
 
-std::int32_t ConvertRows(Side source, Side destination, PXLp_RowKernel kernel) {
-  return WalkRows(source, destination, [kernel](const void* from, void* to, std::size_t width) {
-    kernel(from, to, width * CHANNELS);
-  });
+std::size_t PixelBytes(std::int32_t depth) {
+  return static_cast<std::size_t>(depth / 8);
+}
+
+// Chosen once for all rows: one row is always small.
+simd::Stores StoresFor(Side source, Side destination) {
+  const PXL_World& world = *RecordOf(source.worldH);
+  const std::size_t pixels =
+      world.width > 0 && world.height > 0
+          ? static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.height)
+          : 0;
+  return simd::StoresFor(pixels * PixelBytes(source.depth), pixels * PixelBytes(destination.depth));
+}
+
+// Walks the rows with the one of two ways to transfer a row that suits the size
+// of the whole.
+template <class Transfer>
+std::int32_t StoreRows(Side source, Side destination, Transfer caching, Transfer streaming) {
+  if (StoresFor(source, destination) == simd::Stores::Caching) {
+    return WalkRows(source, destination, caching);
+  }
+  const std::int32_t status = WalkRows(source, destination, streaming);
+  simd::FinishStreaming();
+  return status;
+}
+
+std::int32_t ConvertRows(Side source, Side destination, const PXLp_KernelPair& kernels) {
+  const auto transfer = [](PXLp_RowKernel kernel) {
+    return [kernel](const void* from, void* to, std::size_t width) {
+      kernel(from, to, width * CHANNELS);
+    };
+  };
+  return StoreRows(source, destination, transfer(kernels.caching), transfer(kernels.streaming));
 }
 
 }  // namespace
@@ -76,11 +106,14 @@ std::int32_t PXLp_BlitSameDepth(PXL_WorldHandle sourceH, PXL_WorldHandle destina
     return PXLp_FailVerification(code, 256,
                                  "PXLp_BlitSameDepth() worlds must be same sized (for now)");
   }
-  const auto pixelBytes = static_cast<std::size_t>(depth / 8);
-  return WalkRows({sourceH, depth}, {destinationH, depth},
-                  [pixelBytes](const void* from, void* to, std::size_t width) {
-                    std::memmove(to, from, width * pixelBytes);
-                  });
+  const auto transfer = [bytes = PixelBytes(depth)](auto copy) {
+    return [copy, bytes](const void* from, void* to, std::size_t width) {
+      copy(to, from, width * bytes);
+    };
+  };
+  const simd::Routines& routines = simd::BestRoutines();
+  return StoreRows({sourceH, depth}, {destinationH, depth}, transfer(routines.copy),
+                   transfer(routines.streamingCopy));
 }
 
 std::int32_t PXLp_BlitDeepto32(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH,
@@ -94,7 +127,7 @@ std::int32_t PXLp_BlitDeepto32(PXL_WorldHandle sourceH, PXL_WorldHandle destinat
                                  "PXLp_BlitDeepto32() worlds must be same sized (for now)");
   }
   return ConvertRows({sourceH, sourceDepth}, {destinationH, PXL_Depth_32},
-                     sourceDepth == PXL_Depth_64 ? PXLp_Row16to8 : PXLp_RowFto8);
+                     sourceDepth == PXL_Depth_64 ? PXLp_kernels.from16to8 : PXLp_kernels.fromFto8);
 }
 
 std::int32_t PXLp_Blit32toDeep(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH,
@@ -107,8 +140,9 @@ std::int32_t PXLp_Blit32toDeep(PXL_WorldHandle sourceH, PXL_WorldHandle destinat
     return PXLp_FailVerification(code, 142,
                                  "PXLp_Blit32toDeep() worlds must be same sized (for now)");
   }
-  return ConvertRows({sourceH, PXL_Depth_32}, {destinationH, destinationDepth},
-                     destinationDepth == PXL_Depth_64 ? PXLp_Row8to16 : PXLp_Row8toF);
+  return ConvertRows(
+      {sourceH, PXL_Depth_32}, {destinationH, destinationDepth},
+      destinationDepth == PXL_Depth_64 ? PXLp_kernels.from8to16 : PXLp_kernels.from8toF);
 }
 
 std::int32_t PXLp_Blit64(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH) {

@@ -24,6 +24,7 @@ std::int32_t PXL_Birth(std::uint32_t birthArg) {
   PXLp_G.birthArg = birthArg;
   PXLp_G.worldCount = 0;
   PXLp_BuildConversionTables();
+  PXLp_SelectKernels();
   return PXL_Err_NONE;
 }
 

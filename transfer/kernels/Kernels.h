@@ -39,9 +39,8 @@ struct PXLp_KernelSet {
 // loops.
 const PXLp_KernelSet& PXLp_KernelsOf(simd::Level level);
 
-// What the blit uses: the plain loops until Birth has built the tables, since a
+// What blits use: the plain loops until Birth has built the tables, since a
 // blit before gives what the tables hold; then those of the processor's level.
 extern PXLp_KernelSet PXLp_kernels;
-void PXLp_SelectKernels();
 
 #endif

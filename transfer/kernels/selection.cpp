@@ -1,4 +1,6 @@
+#include "transfer/Transfer.h"
 #include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/level_kernels.h"
 
 namespace {
 
@@ -13,8 +15,17 @@ constexpr PXLp_KernelSet PLAIN = {
 
 constinit PXLp_KernelSet PXLp_kernels = PLAIN;
 
-const PXLp_KernelSet& PXLp_KernelsOf(simd::Level /*level*/) {
-  return PLAIN;
+const PXLp_KernelSet& PXLp_KernelsOf(simd::Level level) {
+  switch (level) {
+    case simd::Level::Sse41:
+      return PXLp_KERNELS_SSE41;
+    case simd::Level::Avx2:
+      return PXLp_KERNELS_AVX2;
+    case simd::Level::Avx512:
+      return PXLp_KERNELS_AVX512;
+    default:
+      return PLAIN;
+  }
 }
 
 void PXLp_SelectKernels() {

@@ -1,0 +1,17 @@
+// The routines without vectors: what the others equal.
+#ifndef SIMD_PLAIN_LOOPS_H
+#define SIMD_PLAIN_LOOPS_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace simd {
+
+// The runtime's block move, which picks vectors of its own.
+void PlainCopy(void* destination, const void* source, std::size_t bytes);
+void PlainFill32(void* destination, std::uint32_t value, std::size_t count);
+void PlainReverseBytes32(void* words, std::size_t count);
+
+}  // namespace simd
+
+#endif

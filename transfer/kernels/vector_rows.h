@@ -1,0 +1,80 @@
+// The loops over a row in vectors of any width. For the files that are compiled
+// for one level: each passes steps of its own unnamed namespace, so that nothing
+// made here is shared with code for other processors.
+//
+// A step makes one vector of the destination: it is one of the vector types of
+// simd/, with the channels' types Source and Destination, a function Convert
+// from the address of the source channels to the vector, and Plain, the loop
+// that it equals.
+#ifndef TRANSFER_KERNELS_VECTOR_ROWS_H
+#define TRANSFER_KERNELS_VECTOR_ROWS_H
+
+#include <xmmintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "transfer/kernels/Kernels.h"
+
+template <class Step>
+inline constexpr std::size_t PXLp_STEP_CHANNELS = Step::BYTES / sizeof(typename Step::Destination);
+
+// The last vector reaches into the one before, since what is converted twice
+// is the same twice.
+template <class Step>
+void PXLp_CachingRow(const void* source, void* destination, std::size_t channels) {
+  constexpr std::size_t STEP = PXLp_STEP_CHANNELS<Step>;
+  if (channels < STEP) {
+    Step::Plain(source, destination, channels);
+    return;
+  }
+  const auto* from = static_cast<const typename Step::Source*>(source);
+  auto* to = static_cast<typename Step::Destination*>(destination);
+  const std::size_t last = channels - STEP;
+  for (std::size_t i = 0; i < last; i += STEP) Step::Store(to + i, Step::Convert(from + i));
+  Step::Store(to + last, Step::Convert(from + last));
+}
+
+// Asks for the source that comes about half a page later. Narrowing reads so
+// much more than it writes that the processor's own foresight falls behind.
+template <class Step>
+void PXLp_FetchAhead(const typename Step::Source* from) {
+  constexpr std::size_t LINE = 64;
+  constexpr std::size_t DISTANCE = 2048;
+  constexpr std::size_t READ = PXLp_STEP_CHANNELS<Step> * sizeof(typename Step::Source);
+  if constexpr (READ > Step::BYTES) {
+    for (std::size_t i = 0; i < READ; i += LINE) {
+      _mm_prefetch(reinterpret_cast<const char*>(from) + DISTANCE + i, _MM_HINT_T0);
+    }
+  }
+}
+
+// Streaming stores have to be at multiples of the vector's size. What is before
+// the first and behind the last such is part of a vector that is stored plainly
+// and reaches into its neighbour.
+template <class Step>
+void PXLp_StreamingRow(const void* source, void* destination, std::size_t channels) {
+  constexpr std::size_t STEP = PXLp_STEP_CHANNELS<Step>;
+  const std::size_t head = (0 - reinterpret_cast<std::uintptr_t>(destination)) % Step::BYTES;
+  constexpr std::size_t CHANNEL = sizeof(typename Step::Destination);
+  if (channels < STEP || head % CHANNEL != 0) {
+    PXLp_CachingRow<Step>(source, destination, channels);
+    return;
+  }
+  const auto* from = static_cast<const typename Step::Source*>(source);
+  auto* to = static_cast<typename Step::Destination*>(destination);
+  std::size_t i = head / CHANNEL;
+  if (i != 0) Step::Store(to, Step::Convert(from));
+  for (; i + STEP <= channels; i += STEP) {
+    PXLp_FetchAhead<Step>(from + i);
+    Step::Stream(to + i, Step::Convert(from + i));
+  }
+  const std::size_t last = channels - STEP;
+  if (i < channels) Step::Store(to + last, Step::Convert(from + last));
+}
+
+template <class Step>
+inline constexpr PXLp_KernelPair PXLp_VECTOR_ROWS = {PXLp_CachingRow<Step>,
+                                                     PXLp_StreamingRow<Step>};
+
+#endif
