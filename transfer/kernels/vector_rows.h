@@ -19,6 +19,24 @@
 template <class Step>
 inline constexpr std::size_t PXLp_STEP_CHANNELS = Step::BYTES / sizeof(typename Step::Destination);
 
+// How far ahead, in bytes, when the source comes from a core's own cache, and
+// when it comes from farther away.
+inline constexpr std::size_t PXLp_DISTANCE_IN_CACHE = 1024;
+inline constexpr std::size_t PXLp_DISTANCE_IN_MEMORY = 2048;
+
+// Asks for the source of later vectors. Narrowing reads so much more than it
+// writes that the processor's own foresight falls behind.
+template <class Step>
+void PXLp_FetchAhead(const typename Step::Source* from, std::size_t distance) {
+  constexpr std::size_t LINE = 64;
+  constexpr std::size_t READ = PXLp_STEP_CHANNELS<Step> * sizeof(typename Step::Source);
+  if constexpr (READ > Step::BYTES) {
+    for (std::size_t i = 0; i < READ; i += LINE) {
+      _mm_prefetch(reinterpret_cast<const char*>(from) + distance + i, _MM_HINT_T0);
+    }
+  }
+}
+
 // The last vector reaches into the one before, since what is converted twice
 // is the same twice.
 template <class Step>
@@ -31,22 +49,11 @@ void PXLp_CachingRow(const void* source, void* destination, std::size_t channels
   const auto* from = static_cast<const typename Step::Source*>(source);
   auto* to = static_cast<typename Step::Destination*>(destination);
   const std::size_t last = channels - STEP;
-  for (std::size_t i = 0; i < last; i += STEP) Step::Store(to + i, Step::Convert(from + i));
-  Step::Store(to + last, Step::Convert(from + last));
-}
-
-// Asks for the source that comes about half a page later. Narrowing reads so
-// much more than it writes that the processor's own foresight falls behind.
-template <class Step>
-void PXLp_FetchAhead(const typename Step::Source* from) {
-  constexpr std::size_t LINE = 64;
-  constexpr std::size_t DISTANCE = 2048;
-  constexpr std::size_t READ = PXLp_STEP_CHANNELS<Step> * sizeof(typename Step::Source);
-  if constexpr (READ > Step::BYTES) {
-    for (std::size_t i = 0; i < READ; i += LINE) {
-      _mm_prefetch(reinterpret_cast<const char*>(from) + DISTANCE + i, _MM_HINT_T0);
-    }
+  for (std::size_t i = 0; i < last; i += STEP) {
+    PXLp_FetchAhead<Step>(from + i, PXLp_DISTANCE_IN_CACHE);
+    Step::Store(to + i, Step::Convert(from + i));
   }
+  Step::Store(to + last, Step::Convert(from + last));
 }
 
 // Streaming stores have to be at multiples of the vector's size. What is before
@@ -66,7 +73,7 @@ void PXLp_StreamingRow(const void* source, void* destination, std::size_t channe
   std::size_t i = head / CHANNEL;
   if (i != 0) Step::Store(to, Step::Convert(from));
   for (; i + STEP <= channels; i += STEP) {
-    PXLp_FetchAhead<Step>(from + i);
+    PXLp_FetchAhead<Step>(from + i, PXLp_DISTANCE_IN_MEMORY);
     Step::Stream(to + i, Step::Convert(from + i));
   }
   const std::size_t last = channels - STEP;
