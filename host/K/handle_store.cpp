@@ -53,21 +53,18 @@ HandleStore& HandleStore::Instance() {
   return *store;
 }
 
-HandleStore::Master* HandleStore::Find(Handle handle) const {
-  if (!known_.contains(handle)) return nullptr;
-  auto* master = reinterpret_cast<Master*>(handle);
-  return master->live ? master : nullptr;
+Master* HandleStore::Find(Handle handle) const {
+  Master* master = masters_.At(handle);
+  return master != nullptr && master->live ? master : nullptr;
 }
 
-HandleStore::Master* HandleStore::TakeMaster() {
+Master* HandleStore::TakeMaster() {
   if (resting_.size() > kResting) {
     Master* master = resting_.front();
     resting_.pop_front();
     return master;
   }
-  Master* master = &masters_.emplace_back();
-  known_.insert(HandleOf(master));
-  return master;
+  return masters_.Add();
 }
 
 Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
@@ -167,12 +164,12 @@ std::uint64_t HandleStore::FreeOldPlaces() {
 std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
   const std::lock_guard lock(mutex_);
   std::uint64_t freed = 0;
-  for (Master& master : masters_) {
-    if (freed >= bytes) break;
-    if (!master.purgeable || master.locked || master.block == nullptr) continue;
+  masters_.ForEach([&](Master& master) {
+    if (freed >= bytes) return;
+    if (!master.purgeable || master.locked || master.block == nullptr) return;
     freed += master.size;
     Discard(master);
-  }
+  });
   return freed;
 }
 
@@ -212,9 +209,9 @@ void HandleStore::SetScramble(bool on) {
 
 void HandleStore::MoveUnlocked() {
   const std::lock_guard lock(mutex_);
-  for (Master& master : masters_) {
+  masters_.ForEach([this](Master& master) {
     if (!master.locked && master.block != nullptr) Move(master);
-  }
+  });
 }
 
 void HandleStore::ScrambleUnlocked() {

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <deque>
 #include <mutex>
-#include <unordered_set>
 
 #include "include/PXL_Types.h"
+#include "master_table.h"
 #include "quarantine.h"
 #include "refusals.h"
 
@@ -56,15 +56,6 @@ class HandleStore {
   void TellTimeLine() const;
 
  private:
-  // A handle is the address of the first member.
-  struct Master {
-    Ptr block = nullptr;
-    std::uint64_t size = 0;
-    bool live = false;
-    bool locked = false;
-    bool purgeable = false;
-  };
-
   static Handle HandleOf(Master* master) { return &master->block; }
   Master* Find(Handle handle) const;
   Master* TakeMaster();
@@ -77,9 +68,8 @@ class HandleStore {
   void Move(Master& master);
 
   mutable std::mutex mutex_;
-  std::deque<Master> masters_;        // grows only: addresses stay
-  std::unordered_set<Handle> known_;  // the addresses of all masters
-  std::deque<Master*> resting_;       // freed ones, oldest first
+  MasterTable masters_;
+  std::deque<Master*> resting_;  // freed ones, oldest first
   std::uint64_t count_ = 0;
   std::uint64_t bytes_ = 0;
   Quarantine quarantine_;

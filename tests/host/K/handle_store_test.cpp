@@ -71,6 +71,19 @@ TEST_F(HandleStore, KeepsMasterPointersApartAndInPlace) {
   for (const Handle handle : handles) K_FreeHandle(handle);
 }
 
+// Among many, so that master pointers lie before and behind those asked for.
+TEST_F(HandleStore, KnowsOnlyTheVeryAddressesOfItsMasterPointers) {
+  std::vector<Handle> handles;
+  for (int i = 0; i < 5000; ++i) handles.push_back(NewHandle(1));
+  for (const Handle handle : handles) {
+    EXPECT_EQ(K_IsHandle(handle), 1);
+    char* address = reinterpret_cast<char*>(handle);
+    for (const int offset : {-8, -1, 1, 8, 16, 24}) EXPECT_EQ(K_IsHandle(address + offset), 0);
+  }
+  for (const Handle handle : handles) K_FreeHandle(handle);
+  for (const Handle handle : handles) EXPECT_EQ(K_IsHandle(handle), 0);
+}
+
 TEST_F(HandleStore, TakesNullToBeFreed) {
   K_FreeHandle(nullptr);
   EXPECT_TRUE(reports_.Take().empty());
