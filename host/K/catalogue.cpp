@@ -1,6 +1,7 @@
 // Lookup of catalogue texts. An entry's first cache word is the address of the
 // text, its second the generation of translations that it was looked up in. A
 // default text without markup is used where it stands, at the end of its key.
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -14,7 +15,7 @@
 namespace {
 
 struct MadeTexts {
-  std::mutex mutex;             // for the cache words as well
+  std::mutex mutex;             // for who writes the cache words as well
   std::set<std::string> texts;  // none goes, since callers may still hold it
 };
 
@@ -40,9 +41,13 @@ std::optional<std::string> MakeText(const char* key) {
   return k::ExpandMarkup(text);
 }
 
-const char* CachedText(const K_LStrEntry& entry, std::uintptr_t generation) {
-  const std::lock_guard lock(TheTexts().mutex);
-  return entry.cache[1] == generation ? reinterpret_cast<const char*>(entry.cache[0]) : nullptr;
+using CacheWord = std::atomic_ref<std::uintptr_t>;
+
+// Without a lock: the generation is written last. A text that is newer than it
+// is as good.
+const char* CachedText(K_LStrEntry& entry, std::uintptr_t generation) {
+  if (CacheWord(entry.cache[1]).load(std::memory_order_acquire) != generation) return nullptr;
+  return reinterpret_cast<const char*>(CacheWord(entry.cache[0]).load(std::memory_order_relaxed));
 }
 
 const char* KeepText(K_LStrEntry& entry, std::uintptr_t generation,
@@ -51,8 +56,9 @@ const char* KeepText(K_LStrEntry& entry, std::uintptr_t generation,
   const std::lock_guard lock(kept.mutex);
   const char* text =
       made ? kept.texts.insert(*made).first->c_str() : k::TextAfterKey(entry.key).data();
-  entry.cache[0] = reinterpret_cast<std::uintptr_t>(text);
-  entry.cache[1] = generation;
+  CacheWord(entry.cache[0])
+      .store(reinterpret_cast<std::uintptr_t>(text), std::memory_order_relaxed);
+  CacheWord(entry.cache[1]).store(generation, std::memory_order_release);
   return text;
 }
 

@@ -22,12 +22,19 @@ std::uint64_t HeapSize(std::uint64_t size) {
 
 using HeapCall = void* (*)(std::uint64_t size);
 
-void* AllocateUnset(std::uint64_t size) {
+// Not inline, or compilers make one calloc of this and of clearing.
+[[gnu::noinline]] void* AllocateUnset(std::uint64_t size) {
   return std::malloc(size);
 }
 
+// The runtime has a quick store of small blocks, but not for calloc, which in
+// turn knows that fresh memory of the system is clear.
 void* AllocateClear(std::uint64_t size) {
-  return std::calloc(1, size);
+  constexpr std::uint64_t kSmall = 1024;
+  if (size > kSmall) return std::calloc(1, size);
+  void* block = AllocateUnset(size);
+  if (block != nullptr) std::memset(block, 0, size);
+  return block;
 }
 
 struct BookedBlock {
@@ -55,7 +62,8 @@ HandleStore& HandleStore::Instance() {
 
 Master* HandleStore::Find(Handle handle) const {
   Master* master = masters_.At(handle);
-  return master != nullptr && master->live ? master : nullptr;
+  const bool live = master != nullptr && master->live.load(std::memory_order_acquire);
+  return live ? master : nullptr;
 }
 
 Master* HandleStore::TakeMaster() {
@@ -68,7 +76,11 @@ Master* HandleStore::TakeMaster() {
 }
 
 Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
-  *master = {.block = static_cast<Ptr>(block), .size = size, .live = true};
+  master->block = static_cast<Ptr>(block);
+  master->size = size;
+  master->purgeable = false;
+  master->hold.store(Hold::Nobody, std::memory_order_relaxed);
+  master->live.store(true, std::memory_order_release);
   ++count_;
   SetBytes(bytes_ + size);
   return HandleOf(master);
@@ -110,33 +122,46 @@ bool HandleStore::Free(Handle handle) {
   const std::lock_guard lock(mutex_);
   Master* master = Find(handle);
   if (master == nullptr) return false;
-  const Master old = std::exchange(*master, {});
+  master->live.store(false, std::memory_order_relaxed);
   --count_;
-  if (old.block != nullptr) {
-    ReleaseMemory(old.size);
-    SetBytes(bytes_ - old.size);
-    Retire(old.block, old.size);
+  void* block = std::exchange(master->block, nullptr);
+  const std::uint64_t size = std::exchange(master->size, 0);
+  if (block != nullptr) {
+    ReleaseMemory(size);
+    SetBytes(bytes_ - size);
+    Retire(block, size);
   }
   resting_.push_back(master);
   return true;
 }
 
 bool HandleStore::IsLive(Handle handle) const {
-  const std::lock_guard lock(mutex_);
   return Find(handle) != nullptr;
 }
 
 bool HandleStore::IsLocked(Handle handle) const {
-  const std::lock_guard lock(mutex_);
   const Master* master = Find(handle);
-  return master != nullptr && master->locked;
+  return master != nullptr && master->hold == Hold::Caller;
 }
 
-bool HandleStore::SetLocked(Handle handle, bool locked) {
-  const std::lock_guard lock(mutex_);
+// Hosts lock and unlock all the time, so that the store's own lock is taken only
+// to wait until it has moved the block.
+bool HandleStore::Lock(Handle handle) {
   Master* master = Find(handle);
   if (master == nullptr) return false;
-  master->locked = locked;
+  Hold hold = Hold::Nobody;
+  while (!master->hold.compare_exchange_strong(hold, Hold::Caller) && hold == Hold::Store) {
+    const std::lock_guard lock(mutex_);
+    hold = Hold::Nobody;
+  }
+  return true;
+}
+
+bool HandleStore::Unlock(Handle handle) {
+  Master* master = Find(handle);
+  if (master == nullptr) return false;
+  Hold hold = Hold::Caller;
+  master->hold.compare_exchange_strong(hold, Hold::Nobody);
   return true;
 }
 
@@ -148,12 +173,22 @@ bool HandleStore::SetPurgeable(Handle handle, bool purgeable) {
   return true;
 }
 
+// Does what takes an unlocked block away from its place; callers that lock it
+// wait meanwhile. False when it is locked, or none.
+template <class Change>
+bool HandleStore::UnlessLocked(Master& master, Change change) {
+  if (master.block == nullptr) return false;
+  Hold hold = Hold::Nobody;
+  if (!master.hold.compare_exchange_strong(hold, Hold::Store)) return false;
+  change(master);
+  master.hold.store(Hold::Nobody, std::memory_order_release);
+  return true;
+}
+
 bool HandleStore::Purge(Handle handle) {
   const std::lock_guard lock(mutex_);
   Master* master = Find(handle);
-  if (master == nullptr || master->locked || master->block == nullptr) return false;
-  Discard(*master);
-  return true;
+  return master != nullptr && UnlessLocked(*master, [this](Master& held) { Discard(held); });
 }
 
 std::uint64_t HandleStore::FreeOldPlaces() {
@@ -166,9 +201,11 @@ std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
   std::uint64_t freed = 0;
   masters_.ForEach([&](Master& master) {
     if (freed >= bytes) return;
-    if (!master.purgeable || master.locked || master.block == nullptr) return;
-    freed += master.size;
-    Discard(master);
+    if (!master.purgeable) return;
+    UnlessLocked(master, [&](Master& held) {
+      freed += held.size;
+      Discard(held);
+    });
   });
   return freed;
 }
@@ -209,9 +246,8 @@ void HandleStore::SetScramble(bool on) {
 
 void HandleStore::MoveUnlocked() {
   const std::lock_guard lock(mutex_);
-  masters_.ForEach([this](Master& master) {
-    if (!master.locked && master.block != nullptr) Move(master);
-  });
+  masters_.ForEach(
+      [this](Master& master) { UnlessLocked(master, [this](Master& held) { Move(held); }); });
 }
 
 void HandleStore::ScrambleUnlocked() {

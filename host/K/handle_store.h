@@ -33,7 +33,8 @@ class HandleStore {
 
   // These give false, and do nothing, for what is no live handle.
   bool Free(Handle handle);
-  bool SetLocked(Handle handle, bool locked);
+  bool Lock(Handle handle);
+  bool Unlock(Handle handle);
   bool SetPurgeable(Handle handle, bool purgeable);
   // Also false for a locked or an empty handle.
   bool Purge(Handle handle);
@@ -62,6 +63,8 @@ class HandleStore {
   Handle MakeLive(Master* master, void* block, std::uint64_t size);
   Refuser Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size, Handle& handle);
   Handle AllocateOrNote(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
+  template <class Change>
+  bool UnlessLocked(Master& master, Change change);
   void Discard(Master& master);
   void SetBytes(std::uint64_t bytes);
   void Retire(void* block, std::uint64_t size);

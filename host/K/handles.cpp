@@ -94,11 +94,11 @@ Handle K_NewHandle(std::uint64_t size) {
 }
 
 void K_LockHandle(Handle handle) {
-  if (handle != nullptr) NoteForeign(HandleStore::Instance().SetLocked(handle, true), "lock");
+  if (handle != nullptr) NoteForeign(HandleStore::Instance().Lock(handle), "lock");
 }
 
 void K_UnlockHandle(Handle handle) {
-  if (handle != nullptr) NoteForeign(HandleStore::Instance().SetLocked(handle, false), "unlock");
+  if (handle != nullptr) NoteForeign(HandleStore::Instance().Unlock(handle), "unlock");
 }
 
 Boolean K_IsHandle(void* pointer) {

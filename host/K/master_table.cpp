@@ -11,21 +11,30 @@ Master* MasterTable::Add() {
   return master;
 }
 
-// Room for both entries comes first: what throws must leave nothing half done.
+// All memory comes first: what throws must leave nothing half done.
 void MasterTable::AddBlock() {
-  blocks_.reserve(blocks_.size() + 1);
-  addresses_.reserve(addresses_.size() + 1);
   auto block = std::make_unique<Block>();
   const auto address = reinterpret_cast<std::uintptr_t>(block.get());
-  addresses_.insert(std::lower_bound(addresses_.begin(), addresses_.end(), address), address);
+  Index index = indexes_.empty() ? Index{} : *indexes_.back();
+  index.insert(std::lower_bound(index.begin(), index.end(), address), address);
+  auto kept = std::make_unique<const Index>(std::move(index));
+  blocks_.reserve(blocks_.size() + 1);
+  indexes_.reserve(indexes_.size() + 1);
+
   blocks_.push_back(std::move(block));
+  index_.store(kept.get(), std::memory_order_release);
+  indexes_.push_back(std::move(kept));
 }
 
 Master* MasterTable::At(Handle handle) const {
+  const Index* index = index_.load(std::memory_order_acquire);
   const auto address = reinterpret_cast<std::uintptr_t>(handle);
+  if (index == nullptr || address % sizeof(Master) != 0) return nullptr;
   const std::uintptr_t block = address - address % sizeof(Block);
-  const bool known = std::binary_search(addresses_.begin(), addresses_.end(), block);
-  return known && address % sizeof(Master) == 0 ? reinterpret_cast<Master*>(handle) : nullptr;
+  // Most programs have the one.
+  const bool known =
+      index->front() == block || std::binary_search(index->begin(), index->end(), block);
+  return known ? reinterpret_cast<Master*>(handle) : nullptr;
 }
 
 }  // namespace k
