@@ -1,5 +1,7 @@
+#include <atomic>
 #include <cstring>
 #include <string>
+#include <thread>
 
 #include "memory_fixture.h"
 #include "tests/host/sanitizers.h"
@@ -46,6 +48,32 @@ TEST_F(Scramble, MovesUnlockedBlocksInEachAllocatingCall) {
   EXPECT_TRUE(Moves([] { K_FreeHandle(K_NewEmptyHandle()); }));
   EXPECT_TRUE(Moves(K_PurgeHandlesAndCompact));
   EXPECT_TRUE(Moves(K_MoveUnlockedHandles));
+}
+
+// A block that was locked on one thread while another one moves everything is
+// where its master pointer says, with its content, until it is unlocked.
+TEST_F(Scramble, LocksHoldAgainstMovesOnOtherThreads) {
+  constexpr int kRounds = 3000;
+  constexpr std::size_t kSize = 1 << 18;
+  std::atomic<int> atWork = 2;
+  const auto work = [&atWork] {
+    const Handle handle = NewHandle(kSize);
+    for (int round = 0; round < kRounds; ++round) {
+      K_LockHandle(handle);
+      const Ptr place = *handle;
+      std::memset(place, round & 0x7F, kSize);
+      EXPECT_EQ(*handle, place);
+      EXPECT_EQ(place[kSize - 1], round & 0x7F);
+      K_UnlockHandle(handle);
+    }
+    K_FreeHandle(handle);
+    --atWork;
+  };
+  std::thread first(work);
+  std::thread second(work);
+  while (atWork > 0) K_MoveUnlockedHandles();
+  first.join();
+  second.join();
 }
 
 TEST_F(Scramble, MovesNothingInOtherCalls) {
