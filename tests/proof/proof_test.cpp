@@ -14,6 +14,7 @@
 #include "tools/proof/inputs.h"
 #include "tools/proof/shapes.h"
 #include "tools/proof/values.h"
+#include "tools/proof/verdict.h"
 #include "transfer/Transfer.h"
 
 using proof::Finding;
@@ -65,11 +66,7 @@ const char* const CONVERSIONS[] = {"8 to 16", "8 to float", "16 to 8", "float to
 TEST(Proof, FindsNothingWrongWithThePlainLoops) {
   PXLp_BuildConversionTables();
   for (const Subject& subject : proof::SubjectsOf(simd::Level::Baseline)) {
-    EXPECT_EQ(proof::CheckShapes(subject), std::nullopt);
-    EXPECT_EQ(proof::CheckValues(subject), std::nullopt);
-    if (subject.kind == proof::Kind::Copy) {
-      EXPECT_EQ(proof::CheckOverlaps(subject), std::nullopt);
-    }
+    EXPECT_EQ(proof::Check(subject), std::nullopt);
   }
 }
 
@@ -127,6 +124,26 @@ TEST(Proof, SeesAChangedSource) {
   };
   EXPECT_THAT(proof::CheckShapes(Spoilt(Conversion("8 to 16, caching"), change)),
               Optional(HasSubstr(": byte 7 of the source is 0x")));
+}
+
+TEST(Proof, CheckTakesShapesOverlapsAndValues) {
+  const auto wrongShape = [](const Byte*, Byte* destination, std::size_t count) {
+    if (count == 9) ++destination[0];
+  };
+  EXPECT_THAT(proof::Check(Spoilt(Routine("fill, caching"), wrongShape)),
+              Optional(HasSubstr(": 9 elements, ")));
+  const auto wrongOverlap = [](const Byte* source, Byte* destination, std::size_t count) {
+    if (source + 1 == destination && count > 1) ++destination[1];
+  };
+  EXPECT_THAT(proof::Check(Spoilt(Routine("copy, caching"), wrongOverlap)),
+              Optional(HasSubstr(" bytes up by 1: ")));
+  const auto wrongValue = [](const Byte* source, Byte* destination, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+      if (std::memcmp(source + i * 4, "\0\0\x80\x7F", 4) == 0) ++destination[i];
+    }
+  };
+  EXPECT_THAT(proof::Check(Spoilt(Conversion("float to 8, caching"), wrongValue)),
+              Optional(HasSubstr(": the element 0x7F800000, ")));
 }
 
 TEST(Proof, SeesWhatIsWrongAtOneAlignmentOnly) {
@@ -258,6 +275,24 @@ TEST(Proof, FillsTheFencedMemoryToTheFences) {
   EXPECT_EQ(std::bit_cast<std::uintptr_t>(memory.end()) % 64, 0U);
   EXPECT_THAT(std::vector<Byte>(memory.begin(), memory.end()), Each(0));
   std::fill(memory.begin(), memory.end(), static_cast<Byte>(1));
+}
+
+TEST(Verdicts, AreOneLineEach) {
+  EXPECT_EQ(proof::Line({"AVX2", "85944171f73967e8", std::nullopt}),
+            "AVX2      85944171f73967e8  ok");
+  EXPECT_EQ(proof::Line({"AVX2", "85944171f73967e8", "AVX2 copy: 3 bytes"}),
+            "AVX2      85944171f73967e8  differs: AVX2 copy: 3 bytes");
+  EXPECT_EQ(proof::Line({"AVX-512", "", std::nullopt}), "AVX-512   not on this processor");
+}
+
+TEST(Verdicts, CompareTheDigestsOfTheLevelsThatAreThere) {
+  std::vector<proof::Verdict> levels = {{"baseline", "a", {}}, {"b", "a", {}}, {"c", "", {}}};
+  proof::CompareDigests(levels);
+  EXPECT_TRUE(proof::AllEqual(levels));
+  levels[1].digest = "b";
+  proof::CompareDigests(levels);
+  EXPECT_FALSE(proof::AllEqual(levels));
+  EXPECT_EQ(levels[1].difference, "the digest is not that of baseline");
 }
 
 TEST(ProofDeathTest, CrashesAtAReadBeyondTheRun) {

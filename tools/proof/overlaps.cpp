@@ -65,6 +65,7 @@ class Overlaps {
 }  // namespace
 
 Finding CheckOverlaps(const Subject& subject) {
+  if (subject.kind != Kind::Copy) return std::nullopt;
   Overlaps overlaps(subject);
   for (std::size_t length = 0; length <= kMostOfEveryLength; ++length) {
     for (std::size_t distance = 0; distance <= kMostOfEveryDistance; ++distance) {

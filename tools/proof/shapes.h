@@ -11,7 +11,8 @@ namespace proof {
 // many crashes. Nothing but the run may be written, and nothing of the source.
 Finding CheckShapes(const Subject& subject);
 
-// For copies: the same where the source overlaps the destination.
+// The same where the source overlaps the destination. For copies; no other
+// routine takes such runs.
 Finding CheckOverlaps(const Subject& subject);
 
 }  // namespace proof

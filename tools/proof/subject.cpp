@@ -97,9 +97,9 @@ std::vector<Subject> ConversionSubjects(simd::Level level) {
                      {"float to 8", kernels.fromFto8, PXLp_RowFto8, kFloat, k8}};
   std::vector<Subject> subjects;
   for (const auto& c : conversions) {
-    subjects.push_back({Name(level, c.name, kCaching), Kind::Conversion, c.pair.caching, c.plain,
-                        c.source, c.destination});
-    subjects.push_back({Name(level, c.name, kStreaming), Kind::Conversion,
+    subjects.push_back({level, Name(level, c.name, kCaching), Kind::Conversion, c.pair.caching,
+                        c.plain, c.source, c.destination});
+    subjects.push_back({level, Name(level, c.name, kStreaming), Kind::Conversion,
                         Finished(c.pair.streaming), c.plain, c.source, c.destination});
   }
   return subjects;
@@ -107,15 +107,16 @@ std::vector<Subject> ConversionSubjects(simd::Level level) {
 
 std::vector<Subject> RoutineSubjects(simd::Level level) {
   const simd::Routines& routines = simd::RoutinesOf(level);
-  return {{Name(level, "copy", kCaching), Kind::Copy, CopyWith(routines.copy), PlainCopy, kBytes,
-           kBytes},
-          {Name(level, "copy", kStreaming), Kind::Copy, Finished(CopyWith(routines.streamingCopy)),
-           PlainCopy, kBytes, kBytes},
-          {Name(level, "fill", kCaching), Kind::Store, FillWith(routines.fill32), PlainFill, kNone,
-           kWords},
-          {Name(level, "fill", kStreaming), Kind::Store,
+  return {{level, Name(level, "copy", kCaching), Kind::Copy, CopyWith(routines.copy), PlainCopy,
+           kBytes, kBytes},
+          {level, Name(level, "copy", kStreaming), Kind::Copy,
+           Finished(CopyWith(routines.streamingCopy)), PlainCopy, kBytes, kBytes},
+          {level, Name(level, "fill", kCaching), Kind::Store, FillWith(routines.fill32), PlainFill,
+           kNone, kWords},
+          {level, Name(level, "fill", kStreaming), Kind::Store,
            Finished(FillWith(routines.streamingFill32)), PlainFill, kNone, kWords},
-          {Name(level, "reversal of bytes"),
+          {level,
+           Name(level, "reversal of bytes"),
            Kind::Conversion,
            ReverseWith(routines.reverseBytes32),
            PlainReverse,

@@ -29,6 +29,7 @@ struct Side {
 };
 
 struct Subject {
+  simd::Level level;
   std::string name;  // "AVX2 16 to 8, streaming"
   Kind kind;
   Run run;

@@ -11,7 +11,7 @@ namespace proof {
 
 // Each of the deciding values (inputs.h) at each place of a vector, and in runs
 // of every length up to a vector (at each place of these as well, unless there
-// are too many values).
+// are too many values). For conversions; the others know no values.
 Finding CheckValues(const Subject& subject);
 
 // Neighbouring floats, by their bits, in blocks of 65536.

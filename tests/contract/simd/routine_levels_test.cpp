@@ -15,7 +15,6 @@ TEST_P(RoutinesOfLevel, DoTheirWorkInEveryShapeAndNothingAround) {
 
 TEST_P(RoutinesOfLevel, CopyWhatOverlaps) {
   for (const proof::Subject& subject : proof::RoutineSubjects(GetParam())) {
-    if (subject.kind != proof::Kind::Copy) continue;
     EXPECT_EQ(proof::CheckOverlaps(subject), std::nullopt);
   }
 }
