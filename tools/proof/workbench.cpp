@@ -26,6 +26,7 @@ Workbench::Workbench(const Subject& subject, std::size_t most)
       source_(2 * kMargin + elements_.size()),
       destination_(2 * kMargin + most * subject.destination.elementBytes),
       untouched_(Noise(static_cast<std::size_t>(destination_.end() - destination_.begin()))) {
+  expected_.reserve(most * subject.destination.elementBytes);  // so that it has an address
 }
 
 void Workbench::SetCount(std::size_t count) {

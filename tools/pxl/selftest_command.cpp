@@ -26,11 +26,14 @@ class Steps {
 
 constexpr std::uint32_t kBlocksAStep = 1024;
 
-// Without the baseline, whose conversion is the loop to compare with.
-std::vector<proof::Subject> ConversionsFromFloat(const std::vector<simd::Level>& levels) {
+// Of the levels where nothing differs so far, without the baseline: its
+// conversion is the loop to compare with.
+std::vector<proof::Subject> ConversionsFromFloat(const std::vector<simd::Level>& levels,
+                                                 const std::vector<proof::Verdict>& verdicts) {
   std::vector<proof::Subject> conversions;
   for (const simd::Level level : levels) {
-    if (level == simd::Level::Baseline) continue;
+    const bool differs = verdicts.at(static_cast<std::size_t>(level)).difference.has_value();
+    if (level == simd::Level::Baseline || differs) continue;
     for (proof::Subject& subject : proof::ConversionSubjects(level)) {
       if (subject.source.elementBytes == sizeof(float)) conversions.push_back(std::move(subject));
     }
@@ -75,7 +78,7 @@ std::vector<proof::Verdict> ProveAll(const SelftestOptions& options) {
   std::vector<proof::Verdict> verdicts;
   for (const simd::Level level : here) verdicts.push_back(ProveLevel(level, steps));
   proof::CompareDigests(verdicts);
-  if (!options.quick) ProveFloats(ConversionsFromFloat(here), verdicts, steps);
+  if (!options.quick) ProveFloats(ConversionsFromFloat(here, verdicts), verdicts, steps);
   for (const simd::Level level : simd::ALL_LEVELS) {
     if (level > here.back()) verdicts.push_back({simd::NameOf(level), "", std::nullopt});
   }
