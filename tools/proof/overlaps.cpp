@@ -16,7 +16,7 @@ constexpr std::size_t kLongLengths[] = {1021, 4099, 16411, 70001};
 constexpr std::size_t kLongDistances[] = {0,   1,   3,   16,   63,   64,   65,
                                           255, 256, 300, 1024, 4095, 20000};
 constexpr std::size_t kPlaces[] = {0, 1, 31};
-constexpr std::size_t kMemory = 96 * 1024;
+constexpr std::size_t kMemory = 98304;
 
 class Overlaps {
  public:
@@ -45,7 +45,7 @@ class Overlaps {
     if (span == 0) return std::nullopt;
     std::memcpy(low, noise_.data(), span);
     std::memcpy(expected_.data(), noise_.data(), span);
-    subject_.plain(&expected_[0] + from, &expected_[0] + to, length);
+    subject_.plain(expected_.data() + from, expected_.data() + to, length);
 
     subject_.run(low + from, low + to, length);
 

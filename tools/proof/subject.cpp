@@ -25,10 +25,11 @@ std::string Name(simd::Level level, const std::string& routine, const std::strin
   return std::string(simd::NameOf(level)) + " " + routine + (variant.empty() ? "" : ", " + variant);
 }
 
-// What is streamed is finished, so that it may be read.
-Run Finished(Run run) {
-  return [run = std::move(run)](const void* source, void* destination, std::size_t count) {
-    run(source, destination, count);
+// What is streamed is finished, so that it may be read; to finish what was not
+// streamed does no harm.
+Run ConvertWith(PXLp_RowKernel kernel) {
+  return [kernel](const void* source, void* destination, std::size_t count) {
+    kernel(source, destination, count);
     simd::FinishStreaming();
   };
 }
@@ -41,12 +42,14 @@ std::uint32_t ValueToFillWith(std::size_t count) {
 Run FillWith(void (*fill)(void*, std::uint32_t, std::size_t)) {
   return [fill](const void*, void* destination, std::size_t count) {
     fill(destination, ValueToFillWith(count), count);
+    simd::FinishStreaming();
   };
 }
 
 Run CopyWith(void (*copy)(void*, const void*, std::size_t)) {
   return [copy](const void* source, void* destination, std::size_t count) {
     copy(destination, source, count);
+    simd::FinishStreaming();
   };
 }
 
@@ -97,10 +100,10 @@ std::vector<Subject> ConversionSubjects(simd::Level level) {
                      {"float to 8", kernels.fromFto8, PXLp_RowFto8, kFloat, k8}};
   std::vector<Subject> subjects;
   for (const auto& c : conversions) {
-    subjects.push_back({level, Name(level, c.name, kCaching), Kind::Conversion, c.pair.caching,
-                        c.plain, c.source, c.destination});
+    subjects.push_back({level, Name(level, c.name, kCaching), Kind::Conversion,
+                        ConvertWith(c.pair.caching), c.plain, c.source, c.destination});
     subjects.push_back({level, Name(level, c.name, kStreaming), Kind::Conversion,
-                        Finished(c.pair.streaming), c.plain, c.source, c.destination});
+                        ConvertWith(c.pair.streaming), c.plain, c.source, c.destination});
   }
   return subjects;
 }
@@ -109,12 +112,12 @@ std::vector<Subject> RoutineSubjects(simd::Level level) {
   const simd::Routines& routines = simd::RoutinesOf(level);
   return {{level, Name(level, "copy", kCaching), Kind::Copy, CopyWith(routines.copy), PlainCopy,
            kBytes, kBytes},
-          {level, Name(level, "copy", kStreaming), Kind::Copy,
-           Finished(CopyWith(routines.streamingCopy)), PlainCopy, kBytes, kBytes},
+          {level, Name(level, "copy", kStreaming), Kind::Copy, CopyWith(routines.streamingCopy),
+           PlainCopy, kBytes, kBytes},
           {level, Name(level, "fill", kCaching), Kind::Store, FillWith(routines.fill32), PlainFill,
            kNone, kWords},
-          {level, Name(level, "fill", kStreaming), Kind::Store,
-           Finished(FillWith(routines.streamingFill32)), PlainFill, kNone, kWords},
+          {level, Name(level, "fill", kStreaming), Kind::Store, FillWith(routines.streamingFill32),
+           PlainFill, kNone, kWords},
           {level,
            Name(level, "reversal of bytes"),
            Kind::Conversion,

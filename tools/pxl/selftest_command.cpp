@@ -76,6 +76,7 @@ std::vector<proof::Verdict> ProveAll(const SelftestOptions& options) {
   Steps steps(ofLevels + ofFloats + kShippedBlits);
 
   std::vector<proof::Verdict> verdicts;
+  verdicts.reserve(simd::ALL_LEVELS.size() + 1);
   for (const simd::Level level : here) verdicts.push_back(ProveLevel(level, steps));
   proof::CompareDigests(verdicts);
   if (!options.quick) ProveFloats(ConversionsFromFloat(here, verdicts), verdicts, steps);
