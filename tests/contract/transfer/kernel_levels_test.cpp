@@ -1,4 +1,7 @@
 // The conversions of every level that this processor has, beside the plain loops.
+#include <cstring>
+#include <vector>
+
 #include "tests/contract/levels.h"
 #include "tools/proof/shapes.h"
 #include "tools/proof/values.h"
@@ -30,4 +33,19 @@ TEST_P(KernelsOfLevel, TruncateFloatsLikeThePlainLoop) {
     const auto findings = proof::CheckFloats(conversions, {block, 1}, [](std::uint32_t) {});
     EXPECT_THAT(findings, ::testing::Each(std::nullopt));
   }
+}
+
+// Stores past the caches need multiples of a vector, which such a row never
+// reaches.
+TEST_P(KernelsOfLevel, StreamToRowsBetweenTheChannelsOfMemory) {
+  if (GetParam() == simd::Level::Baseline) GTEST_SKIP() << "has no vectors";
+  constexpr std::size_t CHANNELS = 333;
+  std::vector<std::uint8_t> source(CHANNELS);
+  for (std::size_t i = 0; i < CHANNELS; ++i) source[i] = static_cast<std::uint8_t>(i);
+  std::vector<std::uint16_t> expected(CHANNELS);
+  PXLp_Row8to16(source.data(), expected.data(), CHANNELS);
+
+  std::vector<unsigned char> memory(1 + CHANNELS * 2);
+  PXLp_KernelsOf(GetParam()).from8to16.streaming(source.data(), memory.data() + 1, CHANNELS);
+  EXPECT_EQ(std::memcmp(memory.data() + 1, expected.data(), CHANNELS * 2), 0);
 }
