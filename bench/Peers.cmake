@@ -1,0 +1,38 @@
+# The peers that are installed.
+find_package(PkgConfig QUIET)
+
+# pxl_add_peer(SOURCE MODULE...): by their names for pkg-config.
+function(pxl_add_peer source)
+  if(NOT PkgConfig_FOUND)
+    return()
+  endif()
+  get_filename_component(name ${source} NAME_WE)
+  pkg_check_modules(peer_${name} QUIET IMPORTED_TARGET ${ARGN})
+  if(peer_${name}_FOUND)
+    target_sources(pxl_bench PRIVATE ${source})
+    target_link_libraries(pxl_bench PRIVATE PkgConfig::peer_${name})
+    message(STATUS "Peer: ${name}")
+  endif()
+endfunction()
+
+# pxl_add_peer_library(SOURCE HEADER FOLDERS LIBRARY...): those without a file
+# for pkg-config.
+function(pxl_add_peer_library source header folders)
+  get_filename_component(name ${source} NAME_WE)
+  find_path(peer_${name}_include ${header} PATH_SUFFIXES ${folders})
+  set(found ${peer_${name}_include})
+  set(libraries)
+  foreach(library IN LISTS ARGN)
+    find_library(peer_${name}_${library} ${library})
+    list(APPEND libraries ${peer_${name}_${library}})
+    if(NOT peer_${name}_${library})
+      set(found)
+    endif()
+  endforeach()
+  if(found)
+    target_sources(pxl_bench PRIVATE ${source})
+    target_include_directories(pxl_bench SYSTEM PRIVATE ${peer_${name}_include})
+    target_link_libraries(pxl_bench PRIVATE ${libraries})
+    message(STATUS "Peer: ${name}")
+  endif()
+endfunction()

@@ -1,0 +1,61 @@
+#include "bench/harness/peers.h"
+
+#include "bench/harness/exactness.h"
+
+namespace bench {
+namespace {
+
+struct Peer {
+  std::string name;
+  Operation operation;
+  Prepare prepare;
+};
+
+// Filled while the program is loaded.
+std::vector<Peer>& Peers() {
+  static std::vector<Peer> peers;
+  return peers;
+}
+
+struct FramePeer {
+  std::string name;
+  std::function<Work(int width, int height)> make;
+};
+
+std::vector<FramePeer>& PeersWithFrames() {
+  static std::vector<FramePeer> peers;
+  return peers;
+}
+
+}  // namespace
+
+bool AddPeer(const std::string& name, Operation operation, const Prepare& prepare) {
+  Peers().push_back({name, operation, prepare});
+  return true;
+}
+
+std::vector<Contender> PeersAt(Operation operation, const Picture& source,
+                               const Picture& destination) {
+  std::vector<Contender> contenders;
+  for (const Peer& peer : Peers()) {
+    if (peer.operation != operation) continue;
+    contenders.push_back({Role::Peer, peer.name, peer.prepare(source, destination),
+                          CheckExactness(operation, peer.prepare, source.pixelBytes)});
+  }
+  return contenders;
+}
+
+bool AddFramePeer(const std::string& name, const std::function<Work(int width, int height)>& make) {
+  PeersWithFrames().push_back({name, make});
+  return true;
+}
+
+std::vector<Contender> FramePeers(int width, int height) {
+  std::vector<Contender> contenders;
+  for (const FramePeer& peer : PeersWithFrames()) {
+    contenders.push_back({Role::Peer, peer.name, peer.make(width, height)});
+  }
+  return contenders;
+}
+
+}  // namespace bench

@@ -1,0 +1,107 @@
+// The hollow kernels for any width of vector. A file that includes this is
+// compiled for one level of processor, and hands in its vectors from an unnamed
+// namespace, so that nothing of it is shared with files for other levels.
+#ifndef BENCH_LIMITS_HOLLOW_H
+#define BENCH_LIMITS_HOLLOW_H
+
+#include <cstring>
+
+#include "bench/limits/shapes.h"
+
+namespace bench {
+
+template <class Vector, bool STREAMING>
+inline void Put(std::uint8_t* to, typename Vector::Lanes lanes) {
+  // Keeps the compiler from seeing a copy, a fill or nothing at all in the loop.
+  asm("" : "+v"(lanes));
+  if constexpr (STREAMING) {
+    Vector::Stream(to, lanes);
+  } else {
+    Vector::Store(to, lanes);
+  }
+}
+
+template <class Vector, int LOADS>
+inline typename Vector::Lanes Xored(const std::uint8_t* from) {
+  typename Vector::Lanes lanes = Vector::Load(from);
+  for (int i = 1; i < LOADS; ++i) {
+    lanes = Vector::Xor(lanes, Vector::Load(from + i * Vector::BYTES));
+  }
+  return lanes;
+}
+
+// One step of the loop; both pointers move on.
+template <class Vector, Shape SHAPE, bool STREAMING>
+inline void Step(std::uint8_t*& to, const std::uint8_t*& from) {
+  constexpr int STORES = SHAPE == Shape::Widen2 ? 2 : SHAPE == Shape::Widen4 ? 4 : 1;
+  constexpr int LOADS = SHAPE == Shape::Narrow2 ? 2 : SHAPE == Shape::Narrow4 ? 4 : 1;
+  typename Vector::Lanes lanes = Vector::Zero();
+  if constexpr (SHAPE == Shape::InPlace) {
+    lanes = Vector::Load(to);
+  } else if constexpr (SHAPE == Shape::Combine) {
+    lanes = Vector::Xor(Vector::Load(from), Vector::Load(to));
+  } else if constexpr (SHAPE != Shape::Fill) {
+    lanes = Xored<Vector, LOADS>(from);
+  }
+  for (int i = 0; i < STORES; ++i) Put<Vector, STREAMING>(to + i * Vector::BYTES, lanes);
+  to += STORES * Vector::BYTES;
+  from += LOADS * Vector::BYTES;
+}
+
+template <Shape SHAPE>
+constexpr std::size_t SourceBytes(std::size_t written) {
+  if (SHAPE == Shape::Widen2) return written / 2;
+  if (SHAPE == Shape::Widen4) return written / 4;
+  if (SHAPE == Shape::Narrow2) return written * 2;
+  return SHAPE == Shape::Narrow4 ? written * 4 : written;
+}
+
+// Up to the first whole vector, and after the last one, bytes are only set.
+template <class Vector, Shape SHAPE, bool STREAMING>
+void HollowLoop(std::uint8_t* to, const std::uint8_t* from, std::size_t bytes) {
+  constexpr std::size_t STEP_BYTES =
+      SHAPE == Shape::Widen2 ? 2 * Vector::BYTES
+                             : (SHAPE == Shape::Widen4 ? 4 : 1) * std::size_t{Vector::BYTES};
+  std::size_t head = -reinterpret_cast<std::uintptr_t>(to) % Vector::BYTES;
+  if (head > bytes) head = bytes;
+  std::memset(to, 0, head);
+  to += head;
+  from += SourceBytes<SHAPE>(head);
+  bytes -= head;
+#pragma GCC unroll 4
+  for (std::size_t steps = bytes / STEP_BYTES; steps != 0; --steps) {
+    Step<Vector, SHAPE, STREAMING>(to, from);
+  }
+  std::memset(to, 0, bytes % STEP_BYTES);
+}
+
+template <class Vector, bool STREAMING>
+HollowRow HollowOf(Shape shape) {
+  switch (shape) {
+    case Shape::Widen2:
+      return HollowLoop<Vector, Shape::Widen2, STREAMING>;
+    case Shape::Widen4:
+      return HollowLoop<Vector, Shape::Widen4, STREAMING>;
+    case Shape::Narrow2:
+      return HollowLoop<Vector, Shape::Narrow2, STREAMING>;
+    case Shape::Narrow4:
+      return HollowLoop<Vector, Shape::Narrow4, STREAMING>;
+    case Shape::Fill:
+      return HollowLoop<Vector, Shape::Fill, STREAMING>;
+    case Shape::InPlace:
+      return HollowLoop<Vector, Shape::InPlace, STREAMING>;
+    case Shape::Combine:
+      return HollowLoop<Vector, Shape::Combine, STREAMING>;
+    default:
+      return HollowLoop<Vector, Shape::Copy, STREAMING>;
+  }
+}
+
+template <class Vector>
+HollowRow HollowOf(Shape shape, bool streaming) {
+  return streaming ? HollowOf<Vector, true>(shape) : HollowOf<Vector, false>(shape);
+}
+
+}  // namespace bench
+
+#endif
