@@ -30,10 +30,10 @@ enum class Role {
 // How near a peer comes to our bits. Errors are in units of the destination:
 // the lowest bit of whole numbers, or floats.
 struct Exactness {
-  bool known = false;    // whether there is something to compare
-  bool exact = false;    // for all inputs
-  bool nominal = false;  // for those from 0 to full scale
+  bool known = false;  // whether there is something to compare
+  bool exact = false;  // for all inputs
   double largestError = 0;
+  double nominalError = 0;  // the largest for inputs from 0 to full scale
 };
 
 struct Contender {

@@ -66,9 +66,9 @@ template <class Value>
 void Compare(Value ours, Value theirs, bool nominal, Exactness& exactness) {
   if (std::memcmp(&ours, &theirs, sizeof ours) == 0) return;
   exactness.exact = false;
-  if (nominal) exactness.nominal = false;
   const double error = std::abs(static_cast<double>(theirs) - static_cast<double>(ours));
   exactness.largestError = std::max(exactness.largestError, error);
+  if (nominal) exactness.nominalError = std::max(exactness.nominalError, error);
 }
 
 bool IsNominal(std::uint8_t) {
@@ -84,7 +84,7 @@ bool IsNominal(float value) {
 // Both have run on the same source; a picture of one's own has no padding.
 template <class From, class To>
 Exactness CompareAll(const Picture& source, const Picture& ours, const Picture& theirs) {
-  Exactness exactness{true, true, true, 0};
+  Exactness exactness{true, true, 0, 0};
   const auto* from = reinterpret_cast<const From*>(source.pixels);
   const auto* own = reinterpret_cast<const To*>(ours.pixels);
   const auto* other = reinterpret_cast<const To*>(theirs.pixels);

@@ -1,5 +1,7 @@
 #include "bench/harness/peers.h"
 
+#include <map>
+
 #include "bench/harness/exactness.h"
 
 namespace bench {
@@ -9,6 +11,7 @@ struct Peer {
   std::string name;
   Operation operation;
   Prepare prepare;
+  std::map<int, Exactness> exactness = {};  // by bytes of a pixel, once it was asked for
 };
 
 // Filled while the program is loaded.
@@ -27,6 +30,12 @@ std::vector<FramePeer>& PeersWithFrames() {
   return peers;
 }
 
+const Exactness& ExactnessOf(Peer& peer, int pixelBytes) {
+  const auto known = peer.exactness.find(pixelBytes);
+  if (known != peer.exactness.end()) return known->second;
+  return peer.exactness[pixelBytes] = CheckExactness(peer.operation, peer.prepare, pixelBytes);
+}
+
 }  // namespace
 
 bool AddPeer(const std::string& name, Operation operation, const Prepare& prepare) {
@@ -37,10 +46,10 @@ bool AddPeer(const std::string& name, Operation operation, const Prepare& prepar
 std::vector<Contender> PeersAt(Operation operation, const Picture& source,
                                const Picture& destination) {
   std::vector<Contender> contenders;
-  for (const Peer& peer : Peers()) {
+  for (Peer& peer : Peers()) {
     if (peer.operation != operation) continue;
     contenders.push_back({Role::Peer, peer.name, peer.prepare(source, destination),
-                          CheckExactness(operation, peer.prepare, source.pixelBytes)});
+                          ExactnessOf(peer, source.pixelBytes)});
   }
   return contenders;
 }

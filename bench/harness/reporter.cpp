@@ -15,7 +15,7 @@ bool Reporter::ReportContext(const Context& /*context*/) {
 void Reporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     if (!run.error_occurred) continue;
-    session_->failures.push_back(run.benchmark_name() + ": " + run.error_message);
+    session_->failures.push_back(run.run_name.function_name + ": " + run.error_message);
     GetErrorStream() << session_->failures.back() << "\n";
   }
   for (; printed_ < session_->results.size(); ++printed_) {

@@ -32,8 +32,8 @@ double Result::Ratio() const {
 std::string TextOf(const Exactness& exactness) {
   if (!exactness.known) return "";
   if (exactness.exact) return "exact";
-  if (exactness.nominal) return "exact to full scale";
-  return fmt::format("off by {:.3g}", exactness.largestError);
+  if (exactness.nominalError == 0) return "exact to full scale";
+  return fmt::format("off by {:.5g}", exactness.nominalError);
 }
 
 }  // namespace bench

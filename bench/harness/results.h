@@ -32,7 +32,8 @@ struct Result {
   double Ratio() const;
 };
 
-// A peer's exactness in words; empty for none.
+// A peer's exactness in words, for inputs from 0 to full scale where it is not
+// exact; empty for none.
 std::string TextOf(const Exactness& exactness);
 
 }  // namespace bench

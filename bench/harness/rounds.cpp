@@ -12,20 +12,17 @@ using Clock = std::chrono::steady_clock;
 // much.
 constexpr double kShortestBatch = 50e-6;
 
+// A peer so much slower than another one takes part in the first round only.
+constexpr double kFarBehind = 10;
+
+// How much longer than the pace says a contender may take for its batches.
+constexpr double kPatience = 4;
+
 double SecondsOf(const Work& work, std::size_t calls) {
   const Clock::time_point start = Clock::now();
   work(calls);
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
-
-std::size_t CallsInABatch(const Work& work) {
-  work(1);
-  std::size_t calls = 1;
-  while (SecondsOf(work, calls) < kShortestBatch) calls *= 2;
-  return calls;
-}
-
-}  // namespace
 
 double MedianOf(std::vector<double> values) {
   std::sort(values.begin(), values.end());
@@ -33,40 +30,67 @@ double MedianOf(std::vector<double> values) {
   return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
+}  // namespace
+
 Rounds::Rounds(const std::vector<Contender>& contenders, Pace pace)
-    : contenders_(&contenders), pace_(pace), figures_(contenders.size()) {
-  for (const Contender& contender : contenders) batches_.push_back(CallsInABatch(contender.work));
+    : contenders_(&contenders), pace_(pace) {
+  for (const Contender& contender : contenders) {
+    contender.work(1);
+    std::size_t calls = 1;
+    double seconds = SecondsOf(contender.work, calls);
+    while (seconds < kShortestBatch) {
+      calls *= 2;
+      seconds = SecondsOf(contender.work, calls);
+    }
+    records_.push_back({calls, seconds / static_cast<double>(calls), {}});
+  }
 }
 
-double Rounds::TimeOnce(std::size_t contender) const {
-  const std::size_t calls = batches_[contender];
+bool Rounds::IsFarBehind(std::size_t contender) const {
+  for (std::size_t i = 0; i < records_.size(); ++i) {
+    if ((*contenders_)[i].role == (*contenders_)[contender].role &&
+        records_[contender].estimate > kFarBehind * records_[i].estimate) {
+      return true;
+    }
+  }
+  return false;
+}
+
+double Rounds::TimeBatch(std::size_t contender) const {
+  const std::size_t calls = records_[contender].calls;
   return SecondsOf((*contenders_)[contender].work, calls) / static_cast<double>(calls);
 }
 
-// The first batch brings the contender's own code and data back into the caches
-// and does not count.
+// The fastest batch: what slows one down is the machine's doing. The first batch
+// brings the contender's own code and data back into the caches and only counts
+// when there is no time for another.
 double Rounds::FigureOf(std::size_t contender) const {
-  TimeOnce(contender);
-  std::vector<double> figures;
-  double total = 0;
-  while (total < pace_.seconds || figures.size() < static_cast<std::size_t>(pace_.batches)) {
-    figures.push_back(TimeOnce(contender));
-    total += figures.back() * static_cast<double>(batches_[contender]);
+  const auto calls = static_cast<double>(records_[contender].calls);
+  double best = TimeBatch(contender);
+  double total = best * calls;
+  for (int batch = 0; total < kPatience * pace_.seconds; ++batch) {
+    if (batch >= pace_.batches && total >= pace_.seconds) break;
+    const double seconds = TimeBatch(contender);
+    best = std::min(best, seconds);
+    total += seconds * calls;
   }
-  return MedianOf(figures);
+  return best;
 }
 
-void Rounds::RunOne() {
-  const std::size_t count = contenders_->size();
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t contender = (first_ + i) % count;
-    figures_[contender].push_back(FigureOf(contender));
+void Rounds::RunAll() {
+  for (Record& record : records_) record.figures.clear();
+  const std::size_t count = records_.size();
+  for (std::size_t round = 0; round < kRounds; ++round) {
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::size_t contender = (round + i) % count;
+      if (round > 0 && IsFarBehind(contender)) continue;
+      records_[contender].figures.push_back(FigureOf(contender));
+    }
   }
-  ++first_;
 }
 
 Timing Rounds::TimingOf(std::size_t contender) const {
-  const std::vector<double>& figures = figures_[contender];
+  const std::vector<double>& figures = records_[contender].figures;
   const auto [least, most] = std::minmax_element(figures.begin(), figures.end());
   const double median = MedianOf(figures);
   return {median, (*most - *least) / median};

@@ -14,37 +14,39 @@ inline constexpr int kRounds = 5;
 // How long one contender runs in one round.
 struct Pace {
   double seconds;
-  int batches;  // at least; a round's figure is their median
+  int batches;  // at least, unless a call takes long
 };
 
 struct Timing {
-  double seconds;  // a call: the median of the rounds
+  double seconds;  // of a call: the median of the rounds
   double spread;   // largest less smallest round, as a part of the median
 };
 
-double MedianOf(std::vector<double> values);
-
-// The seconds of a call of each contender in the first round, the second...
 class Rounds {
  public:
   // Warms everything up and finds how many calls make up a batch.
   Rounds(const std::vector<Contender>& contenders, Pace pace);
 
-  // Every round starts with another contender.
-  void RunOne();
-  void Forget() { figures_.assign(contenders_->size(), {}); }
+  // Starts anew. Every round begins with another contender.
+  void RunAll();
 
   Timing TimingOf(std::size_t contender) const;
 
  private:
-  double TimeOnce(std::size_t contender) const;
+  // What is kept for each contender.
+  struct Record {
+    std::size_t calls;            // in a batch
+    double estimate;              // seconds of a call
+    std::vector<double> figures;  // seconds of a call in the first round, the second...
+  };
+
+  bool IsFarBehind(std::size_t contender) const;
+  double TimeBatch(std::size_t contender) const;
   double FigureOf(std::size_t contender) const;
 
   const std::vector<Contender>* contenders_;
   Pace pace_;
-  std::vector<std::size_t> batches_;  // calls in a batch, for each contender
-  std::vector<std::vector<double>> figures_;
-  std::size_t first_ = 0;
+  std::vector<Record> records_;
 };
 
 }  // namespace bench

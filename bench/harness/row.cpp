@@ -30,8 +30,7 @@ Result Measure(const RowName& name, const std::vector<Contender>& contenders) {
   Rounds rounds(contenders, CurrentSession().pace);
   Result best;
   for (int run = 0; run < kMostRuns; ++run) {
-    rounds.Forget();
-    for (int round = 0; round < kRounds; ++round) rounds.RunOne();
+    rounds.RunAll();
     Result result = ResultOf(name, contenders, rounds);
     if (run == 0 || result.Spread() < best.Spread()) best = std::move(result);
     if (best.Spread() <= kMostSpread) break;

@@ -11,7 +11,7 @@
 namespace bench {
 
 struct Session {
-  Pace pace = {0.012, 5};
+  Pace pace = {0.015, 5};
   bool quick = false;
   std::vector<Result> results;
   std::vector<std::string> failures;  // rows that could not run

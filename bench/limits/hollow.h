@@ -56,23 +56,31 @@ constexpr std::size_t SourceBytes(std::size_t written) {
   return SHAPE == Shape::Narrow4 ? written * 4 : written;
 }
 
-// Up to the first whole vector, and after the last one, bytes are only set.
+// A vector that is not on its boundary starts and ends the row where it has to;
+// it overlaps its neighbours.
 template <class Vector, Shape SHAPE, bool STREAMING>
 void HollowLoop(std::uint8_t* to, const std::uint8_t* from, std::size_t bytes) {
   constexpr std::size_t STEP_BYTES =
       SHAPE == Shape::Widen2 ? 2 * Vector::BYTES
                              : (SHAPE == Shape::Widen4 ? 4 : 1) * std::size_t{Vector::BYTES};
-  std::size_t head = -reinterpret_cast<std::uintptr_t>(to) % Vector::BYTES;
-  if (head > bytes) head = bytes;
-  std::memset(to, 0, head);
+  if (bytes < STEP_BYTES) {
+    std::memset(to, 0, bytes);
+    return;
+  }
+  const auto stepAt = [&](std::size_t offset) {
+    std::uint8_t* there = to + offset;
+    const std::uint8_t* source = from + SourceBytes<SHAPE>(offset);
+    Step<Vector, SHAPE, false>(there, source);
+  };
+  const std::size_t head = -reinterpret_cast<std::uintptr_t>(to) % Vector::BYTES;
+  if (head != 0) stepAt(0);
+  if ((bytes - head) % STEP_BYTES != 0) stepAt(bytes - STEP_BYTES);
   to += head;
   from += SourceBytes<SHAPE>(head);
-  bytes -= head;
 #pragma GCC unroll 4
-  for (std::size_t steps = bytes / STEP_BYTES; steps != 0; --steps) {
+  for (std::size_t steps = (bytes - head) / STEP_BYTES; steps != 0; --steps) {
     Step<Vector, SHAPE, STREAMING>(to, from);
   }
-  std::memset(to, 0, bytes % STEP_BYTES);
 }
 
 template <class Vector, bool STREAMING>

@@ -13,7 +13,8 @@ namespace bench {
 // With plain and with streaming stores; a copy also with memcpy, whole and in
 // pieces.
 std::vector<Contender> LimitsOf(Shape shape, const Picture& source, const Picture& destination);
-// Of a scaling by two: every second row is read, or every row is read twice.
+// Of a scaling by two: every second row is read, or each load is stored twice in
+// each of two rows.
 std::vector<Contender> LimitsOfHalving(const Picture& source, const Picture& destination);
 std::vector<Contender> LimitsOfDoubling(const Picture& source, const Picture& destination);
 // Zero bytes: memset itself.

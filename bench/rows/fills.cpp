@@ -10,9 +10,15 @@
 namespace bench {
 namespace {
 
+// Clearing fills the padding of the rows as well.
+Picture WithPadding(Picture picture) {
+  picture.width = static_cast<int>(picture.rowBytes) / picture.pixelBytes;
+  return picture;
+}
+
 std::vector<Contender> SetUpFill(std::uint32_t word, const Size& size) {
   const SharedWorld world = ShareWorld(Kind::Frame, PXL_Depth_32, size.width, size.height);
-  const Picture view = world->View();
+  const Picture view = WithPadding(world->View());
   std::vector<Contender> contenders;
   if (word == 0) {
     contenders.push_back(LimitOfZeroFill(view));
