@@ -43,6 +43,13 @@ Options TakeOptions(int* count, char** arguments) {
 void AddAllRows() {
   bench::AddConversions();
   bench::AddFills();
+  bench::AddDrawing();
+  bench::AddAllocations();
+  bench::AddLocks();
+  bench::AddLife();
+  bench::AddPixels();
+  bench::AddGrowth();
+  bench::AddThresholds();
 }
 
 int Run(const Options& options) {

@@ -35,9 +35,9 @@ double MedianOf(std::vector<double> values) {
 Rounds::Rounds(const std::vector<Contender>& contenders, Pace pace)
     : contenders_(&contenders), pace_(pace) {
   for (const Contender& contender : contenders) {
-    contender.work(1);
     std::size_t calls = 1;
     double seconds = SecondsOf(contender.work, calls);
+    if (seconds < kPatience * pace.seconds) seconds = SecondsOf(contender.work, calls);
     while (seconds < kShortestBatch) {
       calls *= 2;
       seconds = SecondsOf(contender.work, calls);

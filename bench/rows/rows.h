@@ -23,6 +23,8 @@ void AddRowIfFits(const RowName& name, std::uint64_t bytes, const Setup& setUp);
 
 // A blit of the module from a depth to another, with limit and plain loop.
 std::vector<Contender> SetUpBlit(int from, int to, const Size& size, bool withPeers);
+// A copy of one surface to another, with its limit.
+std::vector<Contender> SetUpDrawnCopy(const Size& size);
 
 void AddConversions();
 void AddFills();
