@@ -27,15 +27,12 @@ std::string NameOf(Verdict verdict);
 // The goals of a row in one short text; empty for none.
 std::string GoalsOf(const Result& result);
 
-// The goals that hold for the sizes of one work together: a line for each, with
-// its verdict in front.
-struct Mean {
-  std::string work;
-  double ratio;  // the geometric mean of limit over ours
-  double least;
+// The goals that hold for all sizes of one work together.
+struct GroupVerdict {
+  std::string text;
   Verdict verdict;
 };
-std::vector<Mean> MeansOf(const std::vector<Result>& results);
+std::vector<GroupVerdict> JudgeGroups(const std::vector<Result>& results);
 
 }  // namespace bench
 

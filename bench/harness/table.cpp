@@ -3,14 +3,18 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <set>
 
 #include "bench/harness/goals.h"
 
 namespace bench {
 namespace {
 
-std::string Milliseconds(const Measured* measured) {
-  return measured == nullptr ? "" : fmt::format("{:.4g}", measured->ms);
+std::string Time(const Measured* measured) {
+  if (measured == nullptr) return "";
+  if (measured->ms >= 0.1) return fmt::format("{:.4g} ms", measured->ms);
+  if (measured->ms >= 1e-4) return fmt::format("{:.4g} us", measured->ms * 1e3);
+  return fmt::format("{:.4g} ns", measured->ms * 1e6);
 }
 
 // The plain loop's time is a multiple of ours.
@@ -25,20 +29,20 @@ std::string Percent(double part) {
 
 using Cells = std::array<std::string, 12>;
 
-const Cells kHeadings = {"work", "size",    "ms",         "spread", "limit", "ratio",
-                         "peer", "peer ms", "peer exact", "plain",  "goal",  "verdict"};
+const Cells kHeadings = {"work", "size",      "time",       "spread", "limit", "ratio",
+                         "peer", "peer time", "peer exact", "plain",  "goal",  "verdict"};
 constexpr std::array kWidths = {34, 11, 9, 7, 9, 5, 20, 9, 20, 6, 32, 10};
 
 Cells CellsOf(const Result& result) {
   const Measured* peer = result.Fastest(Role::Peer);
   return {result.name.work,
           result.name.size,
-          Milliseconds(&result.Ours()),
+          Time(&result.Ours()),
           Percent(result.Spread()),
-          Milliseconds(result.Fastest(Role::Limit)),
+          Time(result.Fastest(Role::Limit)),
           result.Ratio() > 0 ? fmt::format("{:.2f}", result.Ratio()) : "",
           peer == nullptr ? "" : peer->name,
-          Milliseconds(peer),
+          Time(peer),
           peer == nullptr ? "" : TextOf(peer->exactness),
           Gain(result),
           GoalsOf(result),
@@ -59,12 +63,10 @@ std::string MarkdownLine(const Cells& cells) {
   return line + "\n";
 }
 
-std::string MeansText(const Session& session, const char* start) {
+std::string GroupsText(const Session& session, const char* start) {
   std::string text;
-  for (const Mean& mean : MeansOf(session.results)) {
-    text += fmt::format(
-        "{}{}: {:.2f} of the limit in the geometric mean of its sizes, goal {:.2f}: {}\n", start,
-        mean.work, mean.ratio, mean.least, NameOf(mean.verdict));
+  for (const GroupVerdict& group : JudgeGroups(session.results)) {
+    text += fmt::format("{}{}: {}\n", start, group.text, NameOf(group.verdict));
   }
   return text;
 }
@@ -80,7 +82,7 @@ std::string TerminalLine(const Result& result) {
 }
 
 std::string Closing(const Session& session) {
-  std::string text = fmt::format("\n{}", MeansText(session, ""));
+  std::string text = fmt::format("\n{}", GroupsText(session, ""));
   for (const std::string& remark : session.remarks) text += remark + "\n";
   for (const Verdict verdict : {Verdict::Missed, Verdict::Unmeasured}) {
     for (const Result& result : session.results) {
@@ -93,14 +95,29 @@ std::string Closing(const Session& session) {
   return text;
 }
 
+std::string PeersMarkdown(const Session& session) {
+  std::string text = "| work | peer | computes what we compute? |\n|---|---|---|\n";
+  std::set<std::string> seen;
+  for (const Result& result : session.results) {
+    for (const Measured& peer : result.all) {
+      const std::string exactness = TextOf(peer.exactness);
+      if (peer.role != Role::Peer || exactness.empty()) continue;
+      const std::string line =
+          fmt::format("| {} | {} | {} |\n", result.name.work, peer.name, exactness);
+      if (seen.insert(line).second) text += line;
+    }
+  }
+  return seen.empty() ? "" : text;
+}
+
 std::string Markdown(const Session& session) {
   std::string text = fmt::format("{}|", MarkdownLine(kHeadings));
   for (std::size_t i = 0; i < kHeadings.size(); ++i) text += "---|";
   text += "\n";
   for (const Result& result : session.results) text += MarkdownLine(CellsOf(result));
-  text += fmt::format("\n{}", MeansText(session, "- "));
+  text += fmt::format("\n{}", GroupsText(session, "- "));
   for (const std::string& remark : session.remarks) text += fmt::format("- {}\n", remark);
-  return text;
+  return fmt::format("{}\n{}", text, PeersMarkdown(session));
 }
 
 }  // namespace bench

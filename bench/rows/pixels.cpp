@@ -26,7 +26,7 @@ std::vector<Contender> SetUpClip() {
 }
 
 void Add(const char* work, const Setup& setUp) {
-  AddRow({work, "1 pixel", 1}, setUp);
+  AddRow({work, "1x1", 1}, setUp);
 }
 
 }  // namespace
