@@ -38,9 +38,9 @@ std::vector<Value> AllWholeNumbers() {
 }
 
 std::vector<float> ManyFloats() {
-  constexpr std::uint64_t STEP = 4099;  // prime, so that the low bits vary
+  constexpr std::uint64_t kStep = 4099;  // prime, so that the low bits vary
   std::vector<float> values;
-  for (std::uint64_t bits = 0; bits >> 32 == 0; bits += STEP) {
+  for (std::uint64_t bits = 0; bits >> 32 == 0; bits += kStep) {
     values.push_back(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
   }
   for (int step = 0; step <= 2 * 255; ++step) {  // truncation and rounding
@@ -119,7 +119,7 @@ Exactness CheckConversion(Operation operation, const Prepare& prepare,
 Exactness CheckExactness(Operation operation, const Prepare& prepare, int pixelBytes) {
   using Byte = std::uint8_t;
   using Word = std::uint16_t;
-  constexpr int HEIGHT = 64;
+  constexpr int kHeight = 64;
   switch (operation) {
     case Operation::From8to16:
       return CheckConversion<Byte, Word>(operation, prepare, AllWholeNumbers<Byte>());
@@ -131,13 +131,13 @@ Exactness CheckExactness(Operation operation, const Prepare& prepare, int pixelB
       return CheckConversion<float, Byte>(operation, prepare, ManyFloats());
     case Operation::HalveNearest:
       return Check<Byte, Byte>(operation, prepare,
-                               RandomPicture(2 * kWidth, 2 * HEIGHT, pixelBytes), kWidth, HEIGHT);
+                               RandomPicture(2 * kWidth, 2 * kHeight, pixelBytes), kWidth, kHeight);
     case Operation::DoubleNearest:
-      return Check<Byte, Byte>(operation, prepare, RandomPicture(kWidth, HEIGHT, pixelBytes),
-                               2 * kWidth, 2 * HEIGHT);
+      return Check<Byte, Byte>(operation, prepare, RandomPicture(kWidth, kHeight, pixelBytes),
+                               2 * kWidth, 2 * kHeight);
     default:
-      return Check<Byte, Byte>(operation, prepare, RandomPicture(kWidth, HEIGHT, pixelBytes),
-                               kWidth, HEIGHT);
+      return Check<Byte, Byte>(operation, prepare, RandomPicture(kWidth, kHeight, pixelBytes),
+                               kWidth, kHeight);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <thread>
 
+#include "bench/harness/peers.h"
 #include "simd/processor.h"
 
 namespace bench {
@@ -23,6 +24,14 @@ std::string ValueIn(const char* path, const std::string& key) {
   return "unknown";
 }
 
+std::string CompilerText() {
+#ifdef __clang__
+  return __VERSION__;
+#else
+  return "GCC " __VERSION__;
+#endif
+}
+
 std::string SystemText() {
   utsname names{};
   uname(&names);
@@ -37,10 +46,11 @@ std::string MachineText() {
   return fmt::format(
       "- processor: {}, {} at work, vectors: {}\n"
       "- caches: {} KiB of a core's own, {} KiB its share of the last level\n"
-      "- system: {}; compiler: GCC {}, release build\n",
+      "- system: {}; compiler: {}\n"
+      "- peers: {}\n",
       ValueIn("/proc/cpuinfo", "model name"), std::thread::hardware_concurrency(),
       simd::NameOf(simd::ProcessorLevel()), caches.own / 1024, caches.shared / 1024, SystemText(),
-      __VERSION__);
+      CompilerText(), NamesOfPeers());
 }
 
 std::uint64_t FreeMemory() {

@@ -7,7 +7,7 @@
 
 namespace bench {
 
-// Lines of Markdown: processor, caches, system, compiler.
+// Lines of Markdown: processor, caches, system, compiler, peers.
 std::string MachineText();
 
 // What the system could give without taking it from others, in bytes.

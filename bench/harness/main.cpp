@@ -24,14 +24,14 @@ struct Options {
 
 // Takes the program's own options out; Google Benchmark takes the others.
 Options TakeOptions(int* count, char** arguments) {
-  constexpr const char* FOLDER = "--output=";
+  constexpr const char* kFolder = "--output=";
   Options options;
   int kept = 1;
   for (int i = 1; i < *count; ++i) {
     if (std::strcmp(arguments[i], "--quick") == 0) {
       options.quick = true;
-    } else if (std::strncmp(arguments[i], FOLDER, std::strlen(FOLDER)) == 0) {
-      options.folder = arguments[i] + std::strlen(FOLDER);
+    } else if (std::strncmp(arguments[i], kFolder, std::strlen(kFolder)) == 0) {
+      options.folder = arguments[i] + std::strlen(kFolder);
     } else {
       arguments[kept++] = arguments[i];
     }
@@ -60,10 +60,7 @@ int Run(const Options& options) {
   PXL_Birth(0);
   AddAllRows();
   bench::Reporter reporter(session);
-  if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) {
-    std::fprintf(stderr, "pxl_bench: --benchmark_filter: no row matches\n");
-    return kExitFailure;
-  }
+  if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) return kExitUsage;  // it says why
   PXL_Death();
   if (!session.results.empty()) bench::WriteFiles(session, options.folder);
   return session.failures.empty() ? 0 : kExitFailure;

@@ -16,9 +16,9 @@ class OwnPicture {
   OwnPicture(int width, int height, int pixelBytes)
       : view_{nullptr, static_cast<std::size_t>(width) * static_cast<std::size_t>(pixelBytes),
               width, height, pixelBytes} {
-    constexpr std::size_t LINE = 64;
-    const std::size_t size = (view_.Bytes() + LINE - 1) / LINE * LINE;
-    memory_.reset(static_cast<std::uint8_t*>(std::aligned_alloc(LINE, size)));
+    constexpr std::size_t kLine = 64;
+    const std::size_t size = (view_.Bytes() + kLine - 1) / kLine * kLine;
+    memory_.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kLine, size)));
     if (memory_ == nullptr) throw std::bad_alloc();
     view_.pixels = memory_.get();
   }

@@ -1,6 +1,7 @@
 #include "bench/harness/peers.h"
 
 #include <map>
+#include <set>
 
 #include "bench/harness/exactness.h"
 
@@ -52,6 +53,18 @@ std::vector<Contender> PeersAt(Operation operation, const Picture& source,
                           ExactnessOf(peer, source.pixelBytes)});
   }
   return contenders;
+}
+
+std::string NamesOfPeers() {
+  std::set<std::string> names;
+  for (const Peer& peer : Peers()) names.insert(peer.name);
+  for (const FramePeer& peer : PeersWithFrames()) names.insert(peer.name);
+  std::string text;
+  for (const std::string& name : names) {
+    if (!text.empty()) text += ", ";
+    text += name;
+  }
+  return text.empty() ? "none" : text;
 }
 
 bool AddFramePeer(const std::string& name, const std::function<Work(int width, int height)>& make) {

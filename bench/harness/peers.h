@@ -23,6 +23,9 @@ bool AddPeer(const std::string& name, Operation operation, const Prepare& prepar
 std::vector<Contender> PeersAt(Operation operation, const Picture& source,
                                const Picture& destination);
 
+// The names of all that are there, in one line.
+std::string NamesOfPeers();
+
 // Peers at making and disposing of a frame of so many bytes in a steady state.
 bool AddFramePeer(const std::string& name, const std::function<Work(int width, int height)>& make);
 std::vector<Contender> FramePeers(int width, int height);

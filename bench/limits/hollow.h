@@ -25,7 +25,7 @@ template <class Vector, int LOADS>
 inline typename Vector::Lanes Xored(const std::uint8_t* from) {
   typename Vector::Lanes lanes = Vector::Load(from);
   for (int i = 1; i < LOADS; ++i) {
-    lanes = Vector::Xor(lanes, Vector::Load(from + i * Vector::BYTES));
+    lanes = Vector::Xor(lanes, Vector::Load(from + i * Vector::kBytes));
   }
   return lanes;
 }
@@ -33,19 +33,19 @@ inline typename Vector::Lanes Xored(const std::uint8_t* from) {
 // One step of the loop; both pointers move on.
 template <class Vector, Shape SHAPE, bool STREAMING>
 inline void Step(std::uint8_t*& to, const std::uint8_t*& from) {
-  constexpr int STORES = SHAPE == Shape::Widen2 ? 2 : SHAPE == Shape::Widen4 ? 4 : 1;
-  constexpr int LOADS = SHAPE == Shape::Narrow2 ? 2 : SHAPE == Shape::Narrow4 ? 4 : 1;
+  constexpr int kStores = SHAPE == Shape::Widen2 ? 2 : SHAPE == Shape::Widen4 ? 4 : 1;
+  constexpr int kLoads = SHAPE == Shape::Narrow2 ? 2 : SHAPE == Shape::Narrow4 ? 4 : 1;
   typename Vector::Lanes lanes = Vector::Zero();
   if constexpr (SHAPE == Shape::InPlace) {
     lanes = Vector::Load(to);
   } else if constexpr (SHAPE == Shape::Combine) {
     lanes = Vector::Xor(Vector::Load(from), Vector::Load(to));
   } else if constexpr (SHAPE != Shape::Fill) {
-    lanes = Xored<Vector, LOADS>(from);
+    lanes = Xored<Vector, kLoads>(from);
   }
-  for (int i = 0; i < STORES; ++i) Put<Vector, STREAMING>(to + i * Vector::BYTES, lanes);
-  to += STORES * Vector::BYTES;
-  from += LOADS * Vector::BYTES;
+  for (int i = 0; i < kStores; ++i) Put<Vector, STREAMING>(to + i * Vector::kBytes, lanes);
+  to += kStores * Vector::kBytes;
+  from += kLoads * Vector::kBytes;
 }
 
 template <Shape SHAPE>
@@ -60,10 +60,10 @@ constexpr std::size_t SourceBytes(std::size_t written) {
 // it overlaps its neighbours.
 template <class Vector, Shape SHAPE, bool STREAMING>
 void HollowLoop(std::uint8_t* to, const std::uint8_t* from, std::size_t bytes) {
-  constexpr std::size_t STEP_BYTES =
-      SHAPE == Shape::Widen2 ? 2 * Vector::BYTES
-                             : (SHAPE == Shape::Widen4 ? 4 : 1) * std::size_t{Vector::BYTES};
-  if (bytes < STEP_BYTES) {
+  constexpr std::size_t kStepBytes =
+      SHAPE == Shape::Widen2 ? 2 * Vector::kBytes
+                             : (SHAPE == Shape::Widen4 ? 4 : 1) * std::size_t{Vector::kBytes};
+  if (bytes < kStepBytes) {
     std::memset(to, 0, bytes);
     return;
   }
@@ -72,13 +72,13 @@ void HollowLoop(std::uint8_t* to, const std::uint8_t* from, std::size_t bytes) {
     const std::uint8_t* source = from + SourceBytes<SHAPE>(offset);
     Step<Vector, SHAPE, false>(there, source);
   };
-  const std::size_t head = -reinterpret_cast<std::uintptr_t>(to) % Vector::BYTES;
+  const std::size_t head = -reinterpret_cast<std::uintptr_t>(to) % Vector::kBytes;
   if (head != 0) stepAt(0);
-  if ((bytes - head) % STEP_BYTES != 0) stepAt(bytes - STEP_BYTES);
+  if ((bytes - head) % kStepBytes != 0) stepAt(bytes - kStepBytes);
   to += head;
   from += SourceBytes<SHAPE>(head);
 #pragma GCC unroll 4
-  for (std::size_t steps = (bytes - head) / STEP_BYTES; steps != 0; --steps) {
+  for (std::size_t steps = (bytes - head) / kStepBytes; steps != 0; --steps) {
     Step<Vector, SHAPE, STREAMING>(to, from);
   }
 }

@@ -48,9 +48,9 @@ std::vector<Contender> HollowContenders(Shape shape, const Jobs& jobs) {
 }
 
 void CopyInPieces(const Job& job) {
-  constexpr std::size_t PIECE = 16 * 1024;
-  for (std::size_t done = 0; done < job.bytes; done += PIECE) {
-    std::memcpy(job.to + done, job.from + done, std::min(PIECE, job.bytes - done));
+  constexpr std::size_t kPiece = std::size_t{16} * 1024;
+  for (std::size_t done = 0; done < job.bytes; done += kPiece) {
+    std::memcpy(job.to + done, job.from + done, std::min(kPiece, job.bytes - done));
   }
 }
 

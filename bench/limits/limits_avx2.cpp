@@ -7,7 +7,7 @@ namespace {
 
 struct Vector {
   using Lanes = __m256i;
-  static constexpr int BYTES = 32;
+  static constexpr int kBytes = 32;
   static Lanes Zero() { return _mm256_setzero_si256(); }
   static Lanes Load(const std::uint8_t* from) {
     return _mm256_loadu_si256(reinterpret_cast<const Lanes*>(from));

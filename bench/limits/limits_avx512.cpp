@@ -7,7 +7,7 @@ namespace {
 
 struct Vector {
   using Lanes = __m512i;
-  static constexpr int BYTES = 64;
+  static constexpr int kBytes = 64;
   static Lanes Zero() { return _mm512_setzero_si512(); }
   static Lanes Load(const std::uint8_t* from) { return _mm512_loadu_si512(from); }
   static void Store(std::uint8_t* to, Lanes lanes) { _mm512_storeu_si512(to, lanes); }

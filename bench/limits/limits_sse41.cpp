@@ -7,7 +7,7 @@ namespace {
 
 struct Vector {
   using Lanes = __m128i;
-  static constexpr int BYTES = 16;
+  static constexpr int kBytes = 16;
   static Lanes Zero() { return _mm_setzero_si128(); }
   static Lanes Load(const std::uint8_t* from) {
     return _mm_loadu_si128(reinterpret_cast<const Lanes*>(from));

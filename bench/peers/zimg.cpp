@@ -14,10 +14,10 @@ namespace {
 constexpr std::size_t kAlignment = 64;
 
 SuitedPicture Aligned(const Picture& picture) {
-  constexpr int PIXELS = 16;  // of the smallest size, to a vector
+  constexpr int kPixels = 16;  // of the smallest size, to a vector
   const bool suits = reinterpret_cast<std::uintptr_t>(picture.pixels) % kAlignment == 0 &&
                      picture.rowBytes % kAlignment == 0;
-  return {picture, suits, PIXELS};
+  return {picture, suits, kPixels};
 }
 
 zimg_image_format FormatOf(const Picture& picture) {
@@ -33,6 +33,10 @@ zimg_image_format FormatOf(const Picture& picture) {
   format.pixel_range = ZIMG_RANGE_FULL;
   return format;
 }
+
+struct FreeGraph {
+  void operator()(zimg_filter_graph* graph) const { zimg_filter_graph_free(graph); }
+};
 
 struct Conversion {
   Conversion(const Picture& from, const Picture& to)
@@ -59,10 +63,6 @@ struct Conversion {
     zimg_filter_graph_process(graph.get(), &from, &to, scratch->View().pixels, nullptr, nullptr,
                               nullptr, nullptr);
   }
-
-  struct FreeGraph {
-    void operator()(zimg_filter_graph* graph) const { zimg_filter_graph_free(graph); }
-  };
 
   SuitedPicture source;
   SuitedPicture destination;

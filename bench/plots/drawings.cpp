@@ -27,7 +27,16 @@ std::string Preamble() {
          "set datafile missing '-'\n"
          "set grid y linecolor rgb '#DDDDDD'\n"
          "set border 3\n"
-         "set tics nomirror\n";
+         "set tics nomirror\n"
+         "set linetype 1 linecolor rgb '#111111'\n"  // ours
+         "set linetype 2 linecolor rgb '#0072B2'\n"
+         "set linetype 3 linecolor rgb '#E69F00'\n"
+         "set linetype 4 linecolor rgb '#009E73'\n"
+         "set linetype 5 linecolor rgb '#CC79A7'\n"
+         "set linetype 6 linecolor rgb '#56B4E9'\n"
+         "set linetype 7 linecolor rgb '#D55E00'\n"
+         "set linetype 8 linecolor rgb '#F0E442'\n"
+         "set linetype 9 linecolor rgb '#999999'\n";
 }
 
 std::vector<Drawing> AllDrawings(const Results& results) {

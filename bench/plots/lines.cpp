@@ -85,6 +85,7 @@ void DrawThresholds(const Results& results, std::vector<Drawing>& drawings) {
                        "set logscale x\n"
                        "set format x '10^{%T}'\n"
                        "set yrange [0:*]\n"
+                       "set key bottom left\n"
                        "set xlabel 'bytes written'\n";
   for (const std::string& work : works) {
     const std::vector<const Result*> rows = RowsOf(results, work);

@@ -87,9 +87,9 @@ class NoKeptBlocks {
 };
 
 void TouchPages(void* frame) {
-  constexpr std::size_t PAGE = 4096;
+  constexpr std::size_t kPage = 4096;
   auto* bytes = static_cast<volatile std::uint8_t*>(frame);
-  for (std::size_t i = 0; i < kFrameBytes; i += PAGE) bytes[i] = 1;
+  for (std::size_t i = 0; i < kFrameBytes; i += kPage) bytes[i] = 1;
 }
 
 void MakeTouchAndDispose() {
@@ -102,15 +102,15 @@ void MakeTouchAndDispose() {
 
 // Starts on the boundary of a huge page.
 void MapTouchAndUnmap(int advice) {
-  constexpr std::size_t HUGE_PAGE = std::size_t{2} << 20;
-  constexpr std::size_t BYTES = kFrameBytes + HUGE_PAGE;
-  void* map = mmap(nullptr, BYTES, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  constexpr std::size_t kHugePage = std::size_t{2} << 20;
+  constexpr std::size_t kBytes = kFrameBytes + kHugePage;
+  void* map = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (map == MAP_FAILED) throw std::runtime_error("no memory to be mapped");
-  const std::uintptr_t start = (reinterpret_cast<std::uintptr_t>(map) + HUGE_PAGE - 1) & -HUGE_PAGE;
+  const std::uintptr_t start = (reinterpret_cast<std::uintptr_t>(map) + kHugePage - 1) & -kHugePage;
   void* frame = reinterpret_cast<void*>(start);
   madvise(frame, kFrameBytes, advice);
   TouchPages(frame);
-  munmap(map, BYTES);
+  munmap(map, kBytes);
 }
 
 std::vector<Contender> SetUpTouch() {

@@ -51,7 +51,7 @@ constexpr std::uint32_t kMapped = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
 class NamelessFile {
  public:
   NamelessFile() : file_(std::tmpfile()) {
-    if (file_ == nullptr || std::fseek(file_, BYTES - 1, SEEK_SET) != 0 ||
+    if (file_ == nullptr || std::fseek(file_, kBytes - 1, SEEK_SET) != 0 ||
         std::fputc(0, file_) != 0 || std::fflush(file_) != 0) {
       throw std::runtime_error("no file to be mapped");
     }
@@ -61,13 +61,13 @@ class NamelessFile {
   NamelessFile& operator=(const NamelessFile&) = delete;
 
   void MapAndUnmap() const {
-    void* map = mmap(nullptr, BYTES, PROT_READ | PROT_WRITE, MAP_SHARED, fileno(file_), 0);
+    void* map = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_SHARED, fileno(file_), 0);
     Keep(map);
-    munmap(map, BYTES);
+    munmap(map, kBytes);
   }
 
  private:
-  static constexpr long BYTES = 1920L * 1080 * 16;
+  static constexpr long kBytes = 1920L * 1080 * 16;
   std::FILE* file_;
 };
 
