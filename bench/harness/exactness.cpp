@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
+#include <type_traits>
 #include <vector>
 
 #include "bench/harness/own_picture.h"
@@ -63,8 +63,14 @@ OwnPicture RandomPicture(int width, int height, int pixelBytes) {
 }
 
 template <class Value>
+std::uint32_t BitsOf(Value value) {
+  if constexpr (std::is_same_v<Value, float>) return std::bit_cast<std::uint32_t>(value);
+  return static_cast<std::uint32_t>(value);
+}
+
+template <class Value>
 void Compare(Value ours, Value theirs, bool nominal, Exactness& exactness) {
-  if (std::memcmp(&ours, &theirs, sizeof ours) == 0) return;
+  if (BitsOf(ours) == BitsOf(theirs)) return;
   exactness.exact = false;
   const double error = std::abs(static_cast<double>(theirs) - static_cast<double>(ours));
   exactness.largestError = std::max(exactness.largestError, error);

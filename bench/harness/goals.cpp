@@ -114,6 +114,7 @@ Verdict Judge(const std::vector<const Result*>& rows, bool good) {
 
 std::vector<double> SortedRatios(const std::vector<const Result*>& rows) {
   std::vector<double> ratios;
+  ratios.reserve(rows.size());
   for (const Result* row : rows) ratios.push_back(row->Ratio());
   std::sort(ratios.begin(), ratios.end());
   return ratios;

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-extern "C" __attribute__((visibility("default"))) std::int32_t bench_EmptyCall(const void* source,
+extern "C" __attribute__((visibility("default"))) std::int32_t BENCH_EmptyCall(const void* source,
                                                                                void* destination);
 
 #endif

@@ -21,8 +21,8 @@ void LockAndUnlock(PXL_WorldHandle worldH) {
 
 Contender TwoEmptyCalls() {
   return {Role::Limit, "two empty calls", Repeat([] {
-            bench_EmptyCall(nullptr, nullptr);
-            bench_EmptyCall(nullptr, nullptr);
+            BENCH_EmptyCall(nullptr, nullptr);
+            BENCH_EmptyCall(nullptr, nullptr);
           })};
 }
 

@@ -16,13 +16,13 @@ std::vector<Contender> SetUpPixel() {
   static From source{};
   static To destination{};
   return {{Role::Ours, "PXL", Repeat([] { CONVERT(&source, &destination); })},
-          {Role::Reference, "empty call", Repeat([] { bench_EmptyCall(&source, &destination); })}};
+          {Role::Reference, "empty call", Repeat([] { BENCH_EmptyCall(&source, &destination); })}};
 }
 
 std::vector<Contender> SetUpClip() {
   static PXL_PixelF pixel = {{0.5F, -1.0F, 2.0F, 1.0F}};
   return {{Role::Ours, "PXL", Repeat([] { PXL_ClipPixelF(&pixel); })},
-          {Role::Reference, "empty call", Repeat([] { bench_EmptyCall(&pixel, &pixel); })}};
+          {Role::Reference, "empty call", Repeat([] { BENCH_EmptyCall(&pixel, &pixel); })}};
 }
 
 void Add(const char* work, const Setup& setUp) {

@@ -19,7 +19,7 @@ using Buffer = std::shared_ptr<OwnPicture>;
 
 // The pages are there, and hold small numbers whatever they are taken for.
 Buffer MakeBuffer(std::size_t bytes) {
-  const auto buffer = std::make_shared<OwnPicture>(static_cast<int>(bytes / 4), 1, 4);
+  auto buffer = std::make_shared<OwnPicture>(static_cast<int>(bytes / 4), 1, 4);
   std::memset(buffer->View().pixels, 0x3E, buffer->View().Bytes());
   return buffer;
 }
@@ -76,7 +76,7 @@ std::string SizeText(std::size_t bytes) {
 
 void Add(const char* work, const Manners& manners) {
   const std::size_t most = (CurrentSession().quick ? std::size_t{16} : std::size_t{128}) << 20;
-  for (std::size_t written = 64 * 1024; written <= most; written *= 2) {
+  for (std::size_t written = std::size_t{64} * 1024; written <= most; written *= 2) {
     AddRow({work, SizeText(written), static_cast<double>(written)},
            [=] { return SetUpManners(manners, written); });
   }
