@@ -37,6 +37,7 @@ const std::string kMeanWork = "blit ";
 // series: no size takes so many times longer.
 constexpr double kMostBend = 1.15;
 const std::string kSeriesWork = "growth ";
+constexpr std::size_t kShortestSeries = 3;
 
 std::vector<Goal> GoalsFor(const RowName& name) {
   std::vector<Goal> goals;
@@ -146,6 +147,7 @@ std::vector<GroupVerdict> JudgeGroups(const std::vector<Result>& results) {
     verdicts.push_back(JudgeMean(work, rows));
   }
   for (const auto& [work, rows] : Grouped(results, kSeriesWork)) {
+    if (rows.size() < kShortestSeries) continue;
     verdicts.push_back(JudgeSeries(work, rows));
   }
   return verdicts;

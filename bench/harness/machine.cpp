@@ -4,6 +4,7 @@
 #include <sys/utsname.h>
 
 #include <fstream>
+#include <limits>
 #include <thread>
 
 #include "bench/harness/peers.h"
@@ -55,7 +56,8 @@ std::string MachineText() {
 
 std::uint64_t FreeMemory() {
   const std::string text = ValueIn("/proc/meminfo", "MemAvailable");
-  return text == "unknown" ? 0 : std::stoull(text) * 1024;
+  if (text == "unknown") return std::numeric_limits<std::uint64_t>::max();
+  return std::stoull(text) * 1024;
 }
 
 }  // namespace bench

@@ -10,7 +10,8 @@ namespace bench {
 // Lines of Markdown: processor, caches, system, compiler, peers.
 std::string MachineText();
 
-// What the system could give without taking it from others, in bytes.
+// What the system could give without taking it from others, in bytes;
+// the largest number when it does not tell.
 std::uint64_t FreeMemory();
 
 }  // namespace bench

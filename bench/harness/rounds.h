@@ -36,10 +36,10 @@ class Rounds {
   // What is kept for each contender.
   struct Record {
     std::size_t calls;            // in a batch
-    double estimate;              // seconds of a call
     std::vector<double> figures;  // seconds of a call in the first round, the second...
   };
 
+  // By the first round.
   bool IsFarBehind(std::size_t contender) const;
   double TimeBatch(std::size_t contender) const;
   double FigureOf(std::size_t contender) const;
