@@ -1,0 +1,34 @@
+// A row of the table: one piece of work at one size, done by the module, by the
+// limit and by peers.
+#ifndef BENCH_HARNESS_ROW_H
+#define BENCH_HARNESS_ROW_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "bench/harness/contender.h"
+
+namespace bench {
+
+// The contenders keep what they work on. Exactly one is ours. May throw when the
+// work cannot be set up.
+using Setup = std::function<std::vector<Contender>()>;
+
+struct RowName {
+  std::string work;
+  std::string size;
+  double scale = 0;  // pixels or bytes, for plots
+};
+
+// Rows are told apart, and chosen with --benchmark_filter, by "work/size".
+// Setting up waits until the row is run, so that one row's memory is held at a
+// time.
+void AddRow(const RowName& name, const Setup& setUp);
+
+// What was left out, and why.
+void AddRemark(const std::string& remark);
+
+}  // namespace bench
+
+#endif

@@ -1,0 +1,10 @@
+// An exported function of another library that does nothing: what a call costs.
+#ifndef BENCH_ROWS_EMPTY_CALL_H
+#define BENCH_ROWS_EMPTY_CALL_H
+
+#include <cstdint>
+
+extern "C" __attribute__((visibility("default"))) std::int32_t BENCH_EmptyCall(const void* source,
+                                                                               void* destination);
+
+#endif
