@@ -41,7 +41,8 @@ set(PXL_SOURCES
 function(pxl_add_module name kind)
   add_library(${name} ${kind} ${PXL_SOURCES})
   target_link_libraries(${name} PRIVATE pxl_flags simd)
-  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include)
+  target_include_directories(${name} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include/PXL>)
   pxl_raise_levels(${name})
 endfunction()
 
