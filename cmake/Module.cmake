@@ -1,3 +1,17 @@
+# The conversions of rows, for each level of processor, and the tables that they
+# read: apart from the module, so that the proof of the levels has them too.
+set(PXL_KERNEL_SOURCES
+  transfer/conversion_tables.cpp
+  transfer/kernels/from_8.cpp
+  transfer/kernels/kernels_avx2.cpp
+  transfer/kernels/kernels_avx512.cpp
+  transfer/kernels/kernels_sse41.cpp
+  transfer/kernels/selection.cpp
+  transfer/kernels/to_8.cpp)
+add_library(pxl_kernels STATIC ${PXL_KERNEL_SOURCES})
+target_link_libraries(pxl_kernels PUBLIC simd PRIVATE pxl_flags)
+pxl_raise_levels(pxl_kernels)
+
 # The module, twice from one list of sources: the shared library that ships,
 # and a static one in which tests reach the internals and put a recorder in
 # the place of the imports.
@@ -17,14 +31,7 @@ set(PXL_SOURCES
   state/surface_update.cpp
   state/update.cpp
   transfer/blit.cpp
-  transfer/conversion_tables.cpp
   transfer/deep_blit.cpp
-  transfer/kernels/from_8.cpp
-  transfer/kernels/kernels_avx2.cpp
-  transfer/kernels/kernels_avx512.cpp
-  transfer/kernels/kernels_sse41.cpp
-  transfer/kernels/selection.cpp
-  transfer/kernels/to_8.cpp
   transfer/pixel_conversion.cpp
   transfer/row_address.cpp
   world/build.cpp
@@ -40,10 +47,9 @@ set(PXL_SOURCES
 
 function(pxl_add_module name kind)
   add_library(${name} ${kind} ${PXL_SOURCES})
-  target_link_libraries(${name} PRIVATE pxl_flags simd)
+  target_link_libraries(${name} PRIVATE pxl_flags pxl_kernels simd)
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include/PXL>)
-  pxl_raise_levels(${name})
 endfunction()
 
 pxl_add_module(PXL SHARED)

@@ -224,7 +224,7 @@ def objects_by_file():
     for line in run(["ninja", "-C", BUILD, "-t", "deps"]).splitlines():
         if not line.startswith(" "):
             name = line.split(":")[0]
-        elif "PXL_static.dir" in name or name.startswith("simd/"):
+        elif name.startswith("simd/") or "PXL_static.dir" in name or "pxl_kernels.dir" in name:
             file = pathlib.Path(os.path.normpath(BUILD / line.strip()))
             if file.is_relative_to(TREE):
                 users[str(file.relative_to(TREE))].append(name)

@@ -5,6 +5,7 @@
 #include "memory/frame_settings.h"
 #include "memory/mapped_provider.h"
 #include "transfer/conversion_tables.h"
+#include "transfer/kernels/Kernels.h"
 #include "world/version_check.h"
 
 namespace {
@@ -15,6 +16,7 @@ struct LoadedState {
   PXLp_FrameSettings frameSettings = PXLp_frameSettings;
   std::uint32_t nextMappedFile = PXLp_nextMappedFile;
   bool librariesChecked = PXLp_librariesChecked;
+  PXLp_KernelSet kernels = PXLp_kernels;
 };
 const LoadedState LOADED;
 
@@ -26,6 +28,7 @@ void Contract::UnloadModule() {
   PXLp_frameSettings = LOADED.frameSettings;
   PXLp_nextMappedFile = LOADED.nextMappedFile;
   PXLp_librariesChecked = LOADED.librariesChecked;
+  PXLp_kernels = LOADED.kernels;
   PXLp_table8to16.fill(0);
   PXLp_table8toF.fill(0.0F);
   Kp_G_err_buf = -1;

@@ -1,5 +1,6 @@
 // Compares every conversion from float with exact integer arithmetic, for all
-// 2^32 floats there are. The range is shared out to threads in blocks.
+// 2^32 floats there are, and that of rows at every level of processor with the
+// plain loop. The range is shared out to threads in blocks.
 #include <unistd.h>
 
 #include <array>
@@ -15,6 +16,7 @@
 
 #include "PXL.h"
 #include "tests/oracle/channel_oracle.h"
+#include "tools/proof/values.h"
 #include "transfer/kernels/Kernels.h"
 
 namespace {
@@ -85,16 +87,45 @@ void Work(Sweep& sweep) {
   }
 }
 
+void ShowPercent(std::uint32_t blocksDone) {
+  std::printf("\r%3u %%", static_cast<unsigned>(blocksDone * 100ULL / BLOCKS));
+  std::fflush(stdout);
+}
+
+void HidePercent() {
+  std::printf("\r     \r");
+}
+
 void ShowProgress(Sweep& sweep) {
   while (sweep.blocksDone < BLOCKS) {
     {
       const std::lock_guard<std::mutex> lock(sweep.printing);
-      std::printf("\r%3u %%", static_cast<unsigned>(sweep.blocksDone * 100ULL / BLOCKS));
-      std::fflush(stdout);
+      ShowPercent(sweep.blocksDone);
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
   }
-  std::printf("\r     \r");
+  HidePercent();
+}
+
+// Whether the row of a blit is the same at every level that this processor has.
+bool LevelsAgree(bool onTerminal) {
+  std::vector<proof::Subject> conversions;
+  for (const simd::Level level : proof::LevelsHere()) {
+    for (const proof::Subject& subject : proof::ConversionSubjects(level)) {
+      if (subject.source.elementBytes == sizeof(float)) conversions.push_back(subject);
+    }
+  }
+  const auto findings = proof::CheckFloats(conversions, proof::kAllFloats, [&](std::uint32_t done) {
+    if (onTerminal) ShowPercent(done);
+  });
+  if (onTerminal) HidePercent();
+  bool agree = true;
+  for (std::size_t i = 0; i < findings.size(); ++i) {
+    agree = agree && !findings[i];
+    std::printf("%s\n",
+                findings[i] ? findings[i]->c_str() : (conversions[i].name + ": ok").c_str());
+  }
+  return agree;
 }
 
 }  // namespace
@@ -103,7 +134,8 @@ int main() {
   Sweep sweep;
   std::vector<std::thread> workers;
   for (unsigned i = 0; i < THREADS; ++i) workers.emplace_back([&sweep] { Work(sweep); });
-  if (isatty(STDOUT_FILENO) != 0) ShowProgress(sweep);
+  const bool onTerminal = isatty(STDOUT_FILENO) != 0;
+  if (onTerminal) ShowProgress(sweep);
   for (std::thread& worker : workers) worker.join();
 
   const auto differences = static_cast<unsigned long long>(sweep.differences);
@@ -111,6 +143,11 @@ int main() {
     std::printf("FAILED: %llu differences among all 4294967296 floats\n", differences);
     return 1;
   }
-  std::printf("PASSED: all 4294967296 floats, four conversions each\n");
+  if (!LevelsAgree(onTerminal)) {
+    std::printf("FAILED: the levels do not agree on all 4294967296 floats\n");
+    return 1;
+  }
+  std::printf(
+      "PASSED: all 4294967296 floats, four conversions each, and the rows at every level\n");
   return 0;
 }

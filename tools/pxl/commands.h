@@ -70,6 +70,12 @@ struct SoakOptions {
 };
 int RunSoak(const SoakOptions& options);
 
+struct SelftestOptions {
+  bool quick = false;  // without all floats
+};
+// A line for each level of processor and one for the library's blit.
+int Selftest(const SelftestOptions& options);
+
 }  // namespace pxl
 
 #endif

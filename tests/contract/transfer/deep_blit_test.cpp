@@ -7,6 +7,7 @@
 #include "tests/contract/born_module.h"
 #include "tests/contract/record_fields.h"
 #include "tests/contract/state/scripted_provider.h"
+#include "tests/contract/transfer/image.h"
 #include "tests/oracle/channel_oracle.h"
 
 using ::testing::Each;
@@ -14,72 +15,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
-
-using Bytes = std::vector<unsigned char>;
-
-constexpr unsigned char UNTOUCHED = 0x5C;
-
-// A World over memory of the test's own, with room before, behind and between
-// the rows; a negative stride starts at the last row in memory.
-class Image {
- public:
-  Image(PXL_WorldHandle worldH, std::int32_t padding, bool upsideDown = false) {
-    PXL_World& world = *RecordOf(worldH);
-    row_ = static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.depth / 8);
-    stride_ = row_ + static_cast<std::size_t>(padding);
-    height_ = static_cast<std::size_t>(world.height);
-    upsideDown_ = upsideDown;
-    memory.assign(2 * EDGE + stride_ * height_, UNTOUCHED);
-    world.pixels.baseAddr = Row(0);
-    world.pixels.rowBytes = static_cast<std::int32_t>(upsideDown ? -stride_ : stride_);
-  }
-  Image(const Image&) = delete;
-  Image& operator=(const Image&) = delete;
-
-  // Bytes that differ from row to row and from pixel to pixel.
-  void Fill() {
-    std::uint32_t state = 1;
-    for (unsigned char& byte : memory) {
-      state = state * 1664525 + 1013904223;
-      byte = static_cast<unsigned char>(state >> 24);
-    }
-  }
-  // Floats around the range that the conversions clamp to.
-  void FillWithFloats() {
-    Fill();
-    for (std::size_t y = 0; y < height_; ++y) {
-      for (std::size_t i = 0; i < row_ / 4; ++i) {
-        const float value = static_cast<float>((i * 7 + y * 5) % 23) / 16.0F - 0.2F;
-        std::memcpy(Row(y) + i * 4, &value, 4);
-      }
-    }
-  }
-  unsigned char* Row(std::size_t y) {
-    const std::size_t line = upsideDown_ ? height_ - 1 - y : y;
-    return memory.data() + EDGE + line * stride_;
-  }
-  // The memory as it has to be once each row holds what `expected` gives.
-  template <class Expected>
-  Bytes With(Expected expected) {
-    Bytes copy = memory;
-    for (std::size_t y = 0; y < height_; ++y) {
-      const Bytes row = expected(y);
-      EXPECT_EQ(row.size(), row_);
-      std::copy(row.begin(), row.end(), copy.begin() + (Row(y) - memory.data()));
-    }
-    return copy;
-  }
-  [[nodiscard]] std::size_t RowSize() const { return row_; }
-
-  Bytes memory;
-
- private:
-  static constexpr std::size_t EDGE = 64;
-  std::size_t row_ = 0;
-  std::size_t stride_ = 0;
-  std::size_t height_ = 0;
-  bool upsideDown_ = false;
-};
 
 template <class From>
 From At(const unsigned char* row, std::size_t i) {

@@ -1,0 +1,29 @@
+// Memory between two fences: whoever reads or writes a byte before or behind it
+// crashes.
+#ifndef TOOLS_PROOF_FENCED_MEMORY_H
+#define TOOLS_PROOF_FENCED_MEMORY_H
+
+#include <cstddef>
+
+namespace proof {
+
+class FencedMemory {
+ public:
+  // At least so many bytes, all zero. Throws std::bad_alloc.
+  explicit FencedMemory(std::size_t bytes);
+  FencedMemory(const FencedMemory&) = delete;
+  FencedMemory& operator=(const FencedMemory&) = delete;
+  ~FencedMemory();
+
+  // Both are multiples of 64, and adjoin the fences.
+  [[nodiscard]] unsigned char* begin() const { return begin_; }
+  [[nodiscard]] unsigned char* end() const { return end_; }
+
+ private:
+  unsigned char* begin_ = nullptr;
+  unsigned char* end_ = nullptr;
+};
+
+}  // namespace proof
+
+#endif
