@@ -48,7 +48,8 @@ set(PXL_SOURCES
 function(pxl_add_module name kind)
   add_library(${name} ${kind} ${PXL_SOURCES})
   target_link_libraries(${name} PRIVATE pxl_flags pxl_kernels simd)
-  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include)
+  target_include_directories(${name} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include/PXL>)
 endfunction()
 
 pxl_add_module(PXL SHARED)

@@ -28,6 +28,20 @@ target_compile_options(pxl_flags INTERFACE
 # The root, for "world/World.h" and the like; include/ for "PXL.h".
 target_include_directories(pxl_flags INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 
+# Builds do not depend on the folder that they are made in.
+target_compile_options(pxl_flags INTERFACE
+  -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
+
+# What ships stops at an overrun stack or a buffer that is too small, and leaves
+# no memory both writable and executable. The sanitizers have checks of their own.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  target_compile_options(pxl_flags INTERFACE
+    -fstack-protector-strong $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+  if(NOT WIN32)
+    target_link_options(pxl_flags INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+  endif()
+endif()
+
 # A shared library names all that it needs. Not under a sanitizer, whose
 # runtime stands in the program.
 function(pxl_refuse_undefined library)
