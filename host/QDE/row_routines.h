@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "pixel.h"
+#include "simd/processor.h"
 
 namespace qde {
 
@@ -43,8 +44,11 @@ struct Mode {
   RowRoutines indexed;  // for indices of one table; null: by way of the colours
 };
 
-// Null for a mode that is not there.
-const Mode* FindMode(std::int16_t number);
+constexpr std::size_t kModeCount = 17;
+
+// Null for a mode that is not there. All levels draw the same; the processor
+// has to have the one asked for.
+const Mode* FindMode(std::int16_t number, simd::Level level = simd::ProcessorLevel());
 
 }  // namespace qde
 

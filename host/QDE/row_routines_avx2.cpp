@@ -1,0 +1,120 @@
+// The routines of processors with AVX2. This file alone is compiled for them:
+// what other files share with it would fail on lesser ones, so that it uses
+// no inline function or template from outside.
+#include <immintrin.h>
+
+#include <cstring>
+
+#include "level_routines.h"
+
+namespace qde {
+namespace {
+
+using Vector = __m256i;
+constexpr std::size_t kVectorBytes = sizeof(Vector);
+
+inline Vector Load(const std::uint8_t* bytes) {
+  return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bytes));
+}
+inline void Store(std::uint8_t* bytes, Vector vector) {
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(bytes), vector);
+}
+// From 1 to a whole vector.
+inline std::size_t BytesToAligned(const std::uint8_t* bytes) {
+  return kVectorBytes - reinterpret_cast<std::uintptr_t>(bytes) % kVectorBytes;
+}
+
+inline Vector Spread32(std::uint32_t word) {
+  return _mm256_set1_epi32(static_cast<int>(word));
+}
+inline Vector Spread64(std::uint64_t word) {
+  return _mm256_set1_epi64x(static_cast<long long>(word));
+}
+
+inline Vector And(Vector a, Vector b) {
+  return _mm256_and_si256(a, b);
+}
+inline Vector Or8(Vector a, Vector b) {
+  return _mm256_or_si256(a, b);
+}
+inline Vector Xor(Vector a, Vector b) {
+  return _mm256_xor_si256(a, b);
+}
+inline Vector Not(Vector a) {
+  return _mm256_xor_si256(a, _mm256_set1_epi32(-1));
+}
+// Bit by bit.
+inline Vector Select(Vector mask, Vector ones, Vector zeros) {
+  return _mm256_or_si256(_mm256_and_si256(mask, ones), _mm256_andnot_si256(mask, zeros));
+}
+
+// Numbers of 8, 16 and 32 bits; none has a sign.
+inline Vector Add8(Vector a, Vector b) {
+  return _mm256_add_epi8(a, b);
+}
+inline Vector Sub8(Vector a, Vector b) {
+  return _mm256_sub_epi8(a, b);
+}
+inline Vector AddSaturated8(Vector a, Vector b) {
+  return _mm256_adds_epu8(a, b);
+}
+inline Vector SubSaturated8(Vector a, Vector b) {
+  return _mm256_subs_epu8(a, b);
+}
+inline Vector Min8(Vector a, Vector b) {
+  return _mm256_min_epu8(a, b);
+}
+inline Vector Max8(Vector a, Vector b) {
+  return _mm256_max_epu8(a, b);
+}
+inline Vector Add16(Vector a, Vector b) {
+  return _mm256_add_epi16(a, b);
+}
+inline Vector Sub16(Vector a, Vector b) {
+  return _mm256_sub_epi16(a, b);
+}
+inline Vector AddSaturated16(Vector a, Vector b) {
+  return _mm256_adds_epu16(a, b);
+}
+inline Vector Multiply16(Vector a, Vector b) {
+  return _mm256_mullo_epi16(a, b);
+}
+inline Vector MultiplyHigh16(Vector a, Vector b) {
+  return _mm256_mulhi_epu16(a, b);
+}
+
+// All ones where equal, else 0.
+inline Vector Equal8(Vector a, Vector b) {
+  return _mm256_cmpeq_epi8(a, b);
+}
+inline Vector Equal16(Vector a, Vector b) {
+  return _mm256_cmpeq_epi16(a, b);
+}
+inline Vector Equal32(Vector a, Vector b) {
+  return _mm256_cmpeq_epi32(a, b);
+}
+
+// Bytes as numbers of 16 bits, and back: in an order that PackBytes undoes.
+inline Vector LowNumbers(Vector bytes) {
+  return _mm256_unpacklo_epi8(bytes, _mm256_setzero_si256());
+}
+inline Vector HighNumbers(Vector bytes) {
+  return _mm256_unpackhi_epi8(bytes, _mm256_setzero_si256());
+}
+inline Vector LowTwice8(Vector bytes) {
+  return _mm256_unpacklo_epi8(bytes, bytes);
+}
+inline Vector HighTwice8(Vector bytes) {
+  return _mm256_unpackhi_epi8(bytes, bytes);
+}
+inline Vector PackBytes(Vector low, Vector high) {
+  return _mm256_packus_epi16(low, high);
+}
+
+#include "vector_modes.h"
+
+}  // namespace
+
+constinit const LevelRoutines kAvx2Routines = kRoutines;
+
+}  // namespace qde
