@@ -19,11 +19,6 @@ inline Vector Load(const std::uint8_t* bytes) {
 inline void Store(std::uint8_t* bytes, Vector vector) {
   _mm512_storeu_si512(reinterpret_cast<__m512i*>(bytes), vector);
 }
-// From 1 to a whole vector.
-inline std::size_t BytesToAligned(const std::uint8_t* bytes) {
-  return kVectorBytes - reinterpret_cast<std::uintptr_t>(bytes) % kVectorBytes;
-}
-
 inline Vector Spread32(std::uint32_t word) {
   return _mm512_set1_epi32(static_cast<int>(word));
 }

@@ -35,6 +35,13 @@ void CombineFew(const Combine& combine, const std::uint8_t* source, std::uint8_t
   std::memcpy(destination, to, bytes);
 }
 
+// Whole pixels, no more than a vector has: to where a vector does not cross the
+// lines of the cache, if the pixels themselves do not.
+inline std::size_t BytesToAligned(const std::uint8_t* pixels) {
+  const std::size_t beyond = reinterpret_cast<std::uintptr_t>(pixels) % kVectorBytes;
+  return (kVectorBytes - beyond) / sizeof(Pixel32) * sizeof(Pixel32);
+}
+
 // The first and the last vector may reach into others. They are worked out
 // before anything is written, and written when the rest is.
 template <typename Combine>
