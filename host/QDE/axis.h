@@ -32,6 +32,10 @@ class Axis {
   [[nodiscard]] bool IsEmpty() const { return first_ >= last_; }
   [[nodiscard]] bool IsScaled() const { return source_.Length() != destination_.Length(); }
 
+  // Whether every second source pixel is shown, and whether every one twice.
+  [[nodiscard]] bool IsHalved() const { return source_.Length() == 2 * destination_.Length(); }
+  [[nodiscard]] bool IsDoubled() const { return destination_.Length() == 2 * source_.Length(); }
+
   [[nodiscard]] std::int32_t DestinationOf(std::int32_t position) const {
     return destination_.start + position;
   }

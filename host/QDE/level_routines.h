@@ -3,12 +3,15 @@
 #define QDE_LEVEL_ROUTINES_H
 
 #include "row_routines.h"
+#include "row_scaling.h"
 
 namespace qde {
 
-// Each does what the plain loop of row_routines.cpp does, to the last byte.
+// Each does what the plain loop of the same name does, to the last byte. Null
+// stands for the plain loop itself.
 struct LevelRoutines {
-  RowRoutines direct[kModeCount];  // in the order of the modes; null: the plain loop
+  RowRoutines direct[kModeCount];  // in the order of the modes
+  ScalingRoutines scaling;
 };
 
 extern const LevelRoutines kSse41Routines;

@@ -154,21 +154,37 @@ class Translator : public RowCombiner {
   std::array<std::uint8_t, 256> indices_{};
 };
 
+// The routine for indices of one table; null when there is none, or two tables.
+RowRoutine FindIndexRoutine(const Image& source, const Image& destination, const Drawing& drawing) {
+  if (source.layout.depth != 8 || destination.layout.depth != 8) return nullptr;
+  const RowRoutine routine = Choose(drawing.mode.indexed, drawing.colors);
+  return routine != nullptr && AreSame(*source.colors, *destination.colors) ? routine : nullptr;
+}
+
 }  // namespace
+
+bool CombinesPixelsAlone(const Image& source, const Image& destination) {
+  return source.layout.depth == 32 && destination.layout.depth == 32 &&
+         source.format == destination.format;
+}
+
+bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing) {
+  constexpr std::int16_t kSrcCopy = 0;
+  if (drawing.mode.number != kSrcCopy || !IsPlain(drawing.colors)) return false;
+  return CombinesPixelsAlone(source, destination) ||
+         FindIndexRoutine(source, destination, drawing) != nullptr;
+}
 
 std::unique_ptr<RowCombiner> MakeRowCombiner(const Image& source, const Image& destination,
                                              const Drawing& drawing, std::size_t width) {
   if (destination.layout.depth == 32) {
     return std::make_unique<PixelCombiner>(source, destination, drawing, width);
   }
-  if (source.layout.depth == 8) {
-    const RowRoutine routine = Choose(drawing.mode.indexed, drawing.colors);
-    if (routine != nullptr && AreSame(*source.colors, *destination.colors)) {
-      return std::make_unique<IndexCombiner>(routine, source, drawing.colors);
-    }
-    if (!drawing.mode.readsDestination && !drawing.dithers) {
-      return std::make_unique<Translator>(source, destination, drawing);
-    }
+  if (const RowRoutine routine = FindIndexRoutine(source, destination, drawing)) {
+    return std::make_unique<IndexCombiner>(routine, source, drawing.colors);
+  }
+  if (source.layout.depth == 8 && !drawing.mode.readsDestination && !drawing.dithers) {
+    return std::make_unique<Translator>(source, destination, drawing);
   }
   return std::make_unique<ColorCombiner>(source, destination, drawing, width);
 }

@@ -19,6 +19,13 @@ struct Drawing {
   const PortColors& colors;
 };
 
+// Whether the pixels come out just as they are.
+bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing);
+
+// Whether rows of 32-bit pixels are combined as they stand in memory, so that a
+// run may be of any length.
+bool CombinesPixelsAlone(const Image& source, const Image& destination);
+
 class RowCombiner {
  public:
   RowCombiner() = default;

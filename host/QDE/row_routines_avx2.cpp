@@ -106,10 +106,38 @@ inline Vector PackBytes(Vector low, Vector high) {
   return _mm256_packus_epi16(low, high);
 }
 
+// Of two vectors in a row; and the halves of one.
+inline Vector EvenPixels(Vector a, Vector b) {
+  const __m256 even = _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), 0x88);
+  return _mm256_permute4x64_epi64(_mm256_castps_si256(even), 0xD8);
+}
+inline Vector OddPixels(Vector a, Vector b) {
+  const __m256 odd = _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), 0xDD);
+  return _mm256_permute4x64_epi64(_mm256_castps_si256(odd), 0xD8);
+}
+inline Vector FirstPixelsTwice(Vector pixels) {
+  return _mm256_permutevar8x32_epi32(pixels, _mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3));
+}
+inline Vector LastPixelsTwice(Vector pixels) {
+  return _mm256_permutevar8x32_epi32(pixels, _mm256_setr_epi32(4, 4, 5, 5, 6, 6, 7, 7));
+}
+
+inline Vector LoadEach32(const std::uint8_t* words, Vector positions) {
+  return _mm256_i32gather_epi32(reinterpret_cast<const int*>(words), positions, 4);
+}
+
+#include "vector_gather.h"
 #include "vector_modes.h"
+#include "vector_scaling.h"
 
 }  // namespace
 
-constinit const LevelRoutines kAvx2Routines = kRoutines;
+constinit const LevelRoutines kAvx2Routines = {
+    {kCopyRoutines, Same<Or>(), Same<Exclusive>(), Same<Bic>(), kNotCopyRoutines, Same<NotOr>(),
+     Same<NotExclusive>(), Same<NotBic>(), Same<Blend>(), Same<AddPin>(), Same<AddOver>(),
+     Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
+     Same<Hilite>()},
+    {Halve, Twice, Gather},
+};
 
 }  // namespace qde

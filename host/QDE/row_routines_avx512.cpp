@@ -106,10 +106,44 @@ inline Vector PackBytes(Vector low, Vector high) {
   return _mm512_packus_epi16(low, high);
 }
 
+// GCC 12 takes the forms without a mask for uses of something uninitialised.
+constexpr __mmask16 kAll = 0xFFFF;
+
+// Of two vectors in a row; and the halves of one.
+inline Vector EvenPixels(Vector a, Vector b) {
+  const Vector even = _mm512_setr_epi32(0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+  return _mm512_permutex2var_epi32(a, even, b);
+}
+inline Vector OddPixels(Vector a, Vector b) {
+  const Vector odd = _mm512_setr_epi32(1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31);
+  return _mm512_permutex2var_epi32(a, odd, b);
+}
+inline Vector FirstPixelsTwice(Vector pixels) {
+  const Vector first = _mm512_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7);
+  return _mm512_maskz_permutexvar_epi32(kAll, first, pixels);
+}
+inline Vector LastPixelsTwice(Vector pixels) {
+  const Vector last = _mm512_setr_epi32(8, 8, 9, 9, 10, 10, 11, 11, 12, 12, 13, 13, 14, 14, 15, 15);
+  return _mm512_maskz_permutexvar_epi32(kAll, last, pixels);
+}
+
+inline Vector LoadEach32(const std::uint8_t* words, Vector positions) {
+  return _mm512_mask_i32gather_epi32(_mm512_setzero_si512(), kAll, positions,
+                                     reinterpret_cast<const int*>(words), 4);
+}
+
+#include "vector_gather.h"
 #include "vector_modes.h"
+#include "vector_scaling.h"
 
 }  // namespace
 
-constinit const LevelRoutines kAvx512Routines = kRoutines;
+constinit const LevelRoutines kAvx512Routines = {
+    {kCopyRoutines, Same<Or>(), Same<Exclusive>(), Same<Bic>(), kNotCopyRoutines, Same<NotOr>(),
+     Same<NotExclusive>(), Same<NotBic>(), Same<Blend>(), Same<AddPin>(), Same<AddOver>(),
+     Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
+     Same<Hilite>()},
+    {Halve, Twice, Gather},
+};
 
 }  // namespace qde

@@ -106,10 +106,31 @@ inline Vector PackBytes(Vector low, Vector high) {
   return _mm_packus_epi16(low, high);
 }
 
+// Of two vectors in a row; and the halves of one.
+inline Vector EvenPixels(Vector a, Vector b) {
+  return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a), _mm_castsi128_ps(b), 0x88));
+}
+inline Vector OddPixels(Vector a, Vector b) {
+  return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a), _mm_castsi128_ps(b), 0xDD));
+}
+inline Vector FirstPixelsTwice(Vector pixels) {
+  return _mm_unpacklo_epi32(pixels, pixels);
+}
+inline Vector LastPixelsTwice(Vector pixels) {
+  return _mm_unpackhi_epi32(pixels, pixels);
+}
+
 #include "vector_modes.h"
+#include "vector_scaling.h"
 
 }  // namespace
 
-constinit const LevelRoutines kSse41Routines = kRoutines;
+constinit const LevelRoutines kSse41Routines = {
+    {kCopyRoutines, Same<Or>(), Same<Exclusive>(), Same<Bic>(), kNotCopyRoutines, Same<NotOr>(),
+     Same<NotExclusive>(), Same<NotBic>(), Same<Blend>(), Same<AddPin>(), Same<AddOver>(),
+     Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
+     Same<Hilite>()},
+    {Halve, Twice, nullptr},
+};
 
 }  // namespace qde

@@ -2,6 +2,8 @@
 // this within its unnamed namespace, after it has said what Vector is and what
 // is done with one: so each level has loops of its own, which the linker cannot
 // take for those of another.
+#ifndef QDE_VECTOR_MODES_H
+#define QDE_VECTOR_MODES_H
 
 // Four bytes, or four numbers of 16 bits, again and again.
 inline Vector SpreadPixel(const Pixel32& pixel) {
@@ -265,29 +267,14 @@ struct Hilite : WithComponents {
   Vector ground;
 };
 
-// ---- The table
+// ---- By mode, plain and with colours
 
 template <typename Combine>
 constexpr RowRoutines Same() {
   return {CombinePixels<Combine>, CombinePixels<Combine>};
 }
 
-constexpr LevelRoutines kRoutines = {{
-    {nullptr, CombinePixels<ColoredCopy>},
-    Same<Or>(),
-    Same<Exclusive>(),
-    Same<Bic>(),
-    {CombinePixels<NotCopy>, CombinePixels<ColoredNotCopy>},
-    Same<NotOr>(),
-    Same<NotExclusive>(),
-    Same<NotBic>(),
-    Same<Blend>(),
-    Same<AddPin>(),
-    Same<AddOver>(),
-    Same<SubPin>(),
-    Same<Transparent>(),
-    Same<Maximum>(),
-    Same<SubOver>(),
-    Same<Minimum>(),
-    Same<Hilite>(),
-}};
+constexpr RowRoutines kCopyRoutines = {nullptr, CombinePixels<ColoredCopy>};
+constexpr RowRoutines kNotCopyRoutines = {CombinePixels<NotCopy>, CombinePixels<ColoredNotCopy>};
+
+#endif
