@@ -21,21 +21,36 @@ class NearestWriter : public IndexWriter {
   explicit NearestWriter(IndexTarget target) : target_(std::move(target)) {}
 
   void Write(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) override {
-    const InverseColors& colors = *target_.colors;
-    // Neighbours are often alike.
-    Color last = kBlack;
-    std::uint8_t nearest = colors.Nearest(last);
-    for (std::size_t i = 0; i < count; ++i) {
-      const Color color = ColorAt(pixels, i, target_.format);
-      if (target_.keepsIndices && color == colors[indices[i]]) continue;
-      if (color != last) nearest = colors.Nearest(color);
-      last = color;
-      indices[i] = nearest;
+    if (target_.keepsIndices) {
+      Replace(pixels, indices, count);
+    } else {
+      WriteAll(pixels, indices, count);
     }
   }
 
  private:
+  void Replace(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) {
+    const InverseColors& colors = *target_.colors;
+    for (std::size_t i = 0; i < count; ++i) {
+      const Color color = ColorAt(pixels, i, target_.format);
+      if (color != colors[indices[i]]) indices[i] = colors.Nearest(color);
+    }
+  }
+
+  // What the routine leaves is found one by one, and then known to it.
+  void WriteAll(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) {
+    constexpr std::size_t kOneByOne = 64;
+    const InverseColors& colors = *target_.colors;
+    for (std::size_t i = 0; i < count;) {
+      i += find_(colors.Kept(), target_.format, pixels + i * sizeof(Pixel32), indices + i,
+                 count - i);
+      const std::size_t end = std::min(count, i + kOneByOne);
+      for (; i < end; ++i) indices[i] = colors.Nearest(ColorAt(pixels, i, target_.format));
+    }
+  }
+
   IndexTarget target_;
+  decltype(ColorRoutines::find) find_ = ColorRoutinesOf(simd::ProcessorLevel()).find;
 };
 
 // What a pixel missed, by component, or a sum of shares of that.

@@ -2,6 +2,7 @@
 #ifndef QDE_LEVEL_ROUTINES_H
 #define QDE_LEVEL_ROUTINES_H
 
+#include "row_colors.h"
 #include "row_routines.h"
 #include "row_scaling.h"
 
@@ -12,6 +13,7 @@ namespace qde {
 struct LevelRoutines {
   RowRoutines direct[kModeCount];  // in the order of the modes
   ScalingRoutines scaling;
+  ColorRoutines colors;
 };
 
 extern const LevelRoutines kSse41Routines;

@@ -1,7 +1,6 @@
 #include "row_combiner.h"
 
 #include <array>
-#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -17,6 +16,12 @@ namespace {
 bool IsPlain(const PortColors& colors) {
   return ToColor(colors[QDE_PortColor_FORE]) == kBlack &&
          ToColor(colors[QDE_PortColor_BACK]) == kWhite;
+}
+
+// Whether colours come out as they are.
+bool KeepsColors(const Drawing& drawing) {
+  constexpr std::int16_t kSrcCopy = 0;
+  return drawing.mode.number == kSrcCopy && IsPlain(drawing.colors);
 }
 
 RowRoutine Choose(const RowRoutines& routines, const PortColors& colors) {
@@ -87,15 +92,21 @@ class PixelCombiner : public RowCombiner {
   PixelCombiner(const Image& source, const Image& destination, const Drawing& drawing,
                 std::size_t width)
       : source_(MakePixelRows(source, destination.format, width)),
+        keeps_(KeepsColors(drawing)),
         routine_(Choose(drawing.mode.direct, drawing.colors)),
         operands_(MakeOperands(drawing.colors, destination.format)) {}
 
   void Combine(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) override {
-    routine_(operands_, source_->Read(source, count), destination, count);
+    if (keeps_) {
+      source_->Copy(source, destination, count);
+    } else {
+      routine_(operands_, source_->Read(source, count), destination, count);
+    }
   }
 
  private:
   std::unique_ptr<PixelRows> source_;
+  bool keeps_;
   RowRoutine routine_;
   Operands operands_;
 };
@@ -106,6 +117,7 @@ class ColorCombiner : public RowCombiner {
   ColorCombiner(const Image& source, const Image& destination, const Drawing& drawing,
                 std::size_t width)
       : source_(MakePixelRows(source, source.format, width)),
+        keeps_(KeepsColors(drawing)),
         routine_(Choose(drawing.mode.direct, drawing.colors)),
         operands_(MakeOperands(drawing.colors, source.format)),
         pixels_(width * sizeof(Pixel32)) {
@@ -119,9 +131,11 @@ class ColorCombiner : public RowCombiner {
   }
 
   void Combine(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) override {
-    if (destination_ != nullptr) {
-      std::memcpy(pixels_.data(), destination_->Read(destination, count), count * sizeof(Pixel32));
+    if (keeps_) {
+      writer_->Write(source_->Read(source, count), destination, count);
+      return;
     }
+    if (destination_ != nullptr) destination_->Copy(destination, pixels_.data(), count);
     routine_(operands_, source_->Read(source, count), pixels_.data(), count);
     writer_->Write(pixels_.data(), destination, count);
   }
@@ -129,6 +143,7 @@ class ColorCombiner : public RowCombiner {
  private:
   std::unique_ptr<PixelRows> source_;
   std::unique_ptr<PixelRows> destination_;  // null when it does not count
+  bool keeps_;
   RowRoutine routine_;
   Operands operands_;
   std::vector<std::uint8_t> pixels_;  // a row of the destination
@@ -169,8 +184,7 @@ bool CombinesPixelsAlone(const Image& source, const Image& destination) {
 }
 
 bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing) {
-  constexpr std::int16_t kSrcCopy = 0;
-  if (drawing.mode.number != kSrcCopy || !IsPlain(drawing.colors)) return false;
+  if (!KeepsColors(drawing)) return false;
   return CombinesPixelsAlone(source, destination) ||
          FindIndexRoutine(source, destination, drawing) != nullptr;
 }

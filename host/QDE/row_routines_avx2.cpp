@@ -126,6 +126,31 @@ inline Vector LoadEach32(const std::uint8_t* words, Vector positions) {
   return _mm256_i32gather_epi32(reinterpret_cast<const int*>(words), positions, 4);
 }
 
+// One byte each, as a word; three more are read.
+inline Vector LoadEach8(const std::uint8_t* bytes, Vector positions) {
+  const Vector words = _mm256_i32gather_epi32(reinterpret_cast<const int*>(bytes), positions, 1);
+  return And(words, Spread32(0xFF));
+}
+// Bytes as words, and four vectors of such words as bytes.
+inline Vector LoadWords(const std::uint8_t* bytes) {
+  return _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes)));
+}
+inline Vector PackWords(Vector a, Vector b, Vector c, Vector d) {
+  const Vector bytes = _mm256_packus_epi16(_mm256_packus_epi32(a, b), _mm256_packus_epi32(c, d));
+  return _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+}
+inline bool HasZeroByte(Vector bytes) {
+  return _mm256_movemask_epi8(Equal8(bytes, _mm256_setzero_si256())) != 0;
+}
+// Sums of two products: of bytes and signed bytes, or of signed numbers.
+inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
+  return _mm256_maddubs_epi16(bytes, factors);
+}
+inline Vector MultiplyPairs16(Vector numbers, Vector factors) {
+  return _mm256_madd_epi16(numbers, factors);
+}
+
+#include "vector_colors.h"
 #include "vector_gather.h"
 #include "vector_modes.h"
 #include "vector_scaling.h"
@@ -138,6 +163,7 @@ constinit const LevelRoutines kAvx2Routines = {
      Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
      Same<Hilite>()},
     {Halve, Twice, Gather},
+    {Find, Show},
 };
 
 }  // namespace qde

@@ -132,6 +132,34 @@ inline Vector LoadEach32(const std::uint8_t* words, Vector positions) {
                                      reinterpret_cast<const int*>(words), 4);
 }
 
+// One byte each, as a word; three more are read.
+inline Vector LoadEach8(const std::uint8_t* bytes, Vector positions) {
+  const Vector words = _mm512_mask_i32gather_epi32(_mm512_setzero_si512(), kAll, positions,
+                                                   reinterpret_cast<const int*>(bytes), 1);
+  return And(words, Spread32(0xFF));
+}
+// Bytes as words, and four vectors of such words as bytes.
+inline Vector LoadWords(const std::uint8_t* bytes) {
+  const __m128i packed = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+  return _mm512_maskz_cvtepu8_epi32(kAll, packed);
+}
+inline Vector PackWords(Vector a, Vector b, Vector c, Vector d) {
+  const Vector bytes = _mm512_packus_epi16(_mm512_packus_epi32(a, b), _mm512_packus_epi32(c, d));
+  const Vector order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+  return _mm512_maskz_permutexvar_epi32(kAll, order, bytes);
+}
+inline bool HasZeroByte(Vector bytes) {
+  return _mm512_testn_epi8_mask(bytes, bytes) != 0;
+}
+// Sums of two products: of bytes and signed bytes, or of signed numbers.
+inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
+  return _mm512_maddubs_epi16(bytes, factors);
+}
+inline Vector MultiplyPairs16(Vector numbers, Vector factors) {
+  return _mm512_madd_epi16(numbers, factors);
+}
+
+#include "vector_colors.h"
 #include "vector_gather.h"
 #include "vector_modes.h"
 #include "vector_scaling.h"
@@ -144,6 +172,7 @@ constinit const LevelRoutines kAvx512Routines = {
      Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
      Same<Hilite>()},
     {Halve, Twice, Gather},
+    {Find, Show},
 };
 
 }  // namespace qde

@@ -131,6 +131,7 @@ constinit const LevelRoutines kSse41Routines = {
      Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
      Same<Hilite>()},
     {Halve, Twice, nullptr},
+    {nullptr, nullptr},
 };
 
 }  // namespace qde
