@@ -37,15 +37,18 @@ class NearestWriter : public IndexWriter {
     }
   }
 
-  // What the routine leaves is found one by one, and then known to it.
+  // What may not be known is asked for then.
   void WriteAll(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) {
-    constexpr std::size_t kOneByOne = 64;
     const InverseColors& colors = *target_.colors;
-    for (std::size_t i = 0; i < count;) {
-      i += find_(colors.Kept(), target_.format, pixels + i * sizeof(Pixel32), indices + i,
-                 count - i);
-      const std::size_t end = std::min(count, i + kOneByOne);
-      for (; i < end; ++i) indices[i] = colors.Nearest(ColorAt(pixels, i, target_.format));
+    const NearestTable kept = colors.Kept();
+    find_(kept, target_.format, pixels, indices, count);
+    const std::uint8_t* const end = indices + count;
+    for (std::uint8_t* index = indices; index != end; ++index) {
+      index = static_cast<std::uint8_t*>(
+          std::memchr(index, kept.mask, static_cast<std::size_t>(end - index)));
+      if (index == nullptr) return;
+      const auto position = static_cast<std::size_t>(index - indices);
+      *index = colors.Nearest(ColorAt(pixels, position, target_.format));
     }
   }
 

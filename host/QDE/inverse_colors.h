@@ -35,6 +35,9 @@ class InverseColors {
   [[nodiscard]] const Palette& Table() const { return palette_; }
 
  private:
+  // Five bits of each component choose the cell.
+  static constexpr int kCellBits = 5;
+  static constexpr int kBitsInCell = 8 - kCellBits;
   static constexpr int kCellSize = 1 << kBitsInCell;
   static constexpr std::size_t kCells = std::size_t{1} << (3 * kCellBits);
 
@@ -44,6 +47,7 @@ class InverseColors {
     std::uint32_t start;  // in candidates_
     std::uint32_t end;    // exclusive
   };
+  static std::size_t CellOf(Color color) { return JoinBits(color, kBitsInCell, kCellBits); }
   [[nodiscard]] Candidates AllIndices() const;
   [[nodiscard]] Candidates Reduce(const Candidates& candidates, const Box& box) const;
   void Fill(const Candidates& candidates, const Box& box);

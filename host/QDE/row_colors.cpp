@@ -14,14 +14,12 @@ Color ColorAt(const std::uint8_t* pixels, std::size_t position, Format format) {
   return ToColor(pixel, format);
 }
 
-std::size_t Find(const NearestTable& table, Format format, const std::uint8_t* pixels,
-                 std::uint8_t* indices, std::size_t count) {
+void Find(const NearestTable& table, Format format, const std::uint8_t* pixels,
+          std::uint8_t* indices, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) {
     const std::uint8_t byte = table.bytes[PlaceOf(ColorAt(pixels, i, format))];
-    if (byte == 0) return i;
     indices[i] = static_cast<std::uint8_t>(byte ^ table.mask);
   }
-  return count;
 }
 
 void Show(const std::uint8_t* table, const std::uint8_t* indices, std::uint8_t* pixels,

@@ -11,44 +11,36 @@
 
 namespace qde {
 
-// For each colour the nearest index, at the place that PlaceOf gives. A byte of
-// 0 says that it may not have been looked for; all others are an index with the
-// bits of `mask` turned. Three bytes follow that belong to no colour.
+// For each colour the nearest index, its bits turned by `mask`, at the place that
+// PlaceOf gives. A byte of 0 may also say that it has not been looked for. Three
+// bytes follow that belong to no colour.
 struct NearestTable {
   const std::uint8_t* bytes;
   std::uint8_t mask;
 };
 
-// The colours of the cell that a colour is in lie side by side: a cell is chosen
-// by the upper five bits of each component, the place within by the lower three.
-constexpr int kCellBits = 5;
-constexpr int kBitsInCell = 8 - kCellBits;
-constexpr std::uint32_t JoinBits(Color color, int shift, std::uint32_t mask, int bits) {
-  const auto part = [=](std::uint8_t component) { return component >> shift & mask; };
+// Colours of a picture are near to each other, and so they are in memory: 64 bytes,
+// a line of the cache, are a cube of 4 by 4 by 4 colours, and 4096 bytes, a page, one
+// of 16 by 16 by 16. The upper four bits of each component choose the larger cube,
+// the two in the middle the smaller one.
+constexpr std::uint32_t JoinBits(Color color, int shift, int bits) {
+  const auto part = [=](std::uint8_t component) { return component >> shift & ((1U << bits) - 1); };
   return (part(color.red) << bits | part(color.green)) << bits | part(color.blue);
 }
-constexpr std::uint32_t CellOf(Color color) {
-  return JoinBits(color, kBitsInCell, (1U << kCellBits) - 1, kCellBits);
-}
-constexpr std::uint32_t PlaceInCell(Color color) {
-  return JoinBits(color, 0, (1U << kBitsInCell) - 1, kBitsInCell);
-}
 constexpr std::uint32_t PlaceOf(Color color) {
-  return CellOf(color) << 3 * kBitsInCell | PlaceInCell(color);
+  return (JoinBits(color, 4, 4) << 6 | JoinBits(color, 2, 2)) << 6 | JoinBits(color, 0, 2);
 }
 
 struct ColorRoutines {
-  // Gives how many indices it wrote: all, or those up to about the first byte of
-  // 0 in the table.
-  std::size_t (*find)(const NearestTable& table, Format format, const std::uint8_t* pixels,
-                      std::uint8_t* indices, std::size_t count);
+  // Writes `mask` where the table has a byte of 0.
+  void (*find)(const NearestTable& table, Format format, const std::uint8_t* pixels,
+               std::uint8_t* indices, std::size_t count);
   // The pixels of a table of 256.
   void (*show)(const std::uint8_t* table, const std::uint8_t* indices, std::uint8_t* pixels,
                std::size_t count);
 };
 
-// All levels give the same, but that some stop sooner than others; the processor
-// has to have the one asked for.
+// All levels give the same; the processor has to have the one asked for.
 const ColorRoutines& ColorRoutinesOf(simd::Level level);
 
 }  // namespace qde

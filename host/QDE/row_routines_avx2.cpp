@@ -139,9 +139,6 @@ inline Vector PackWords(Vector a, Vector b, Vector c, Vector d) {
   const Vector bytes = _mm256_packus_epi16(_mm256_packus_epi32(a, b), _mm256_packus_epi32(c, d));
   return _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
 }
-inline bool HasZeroByte(Vector bytes) {
-  return _mm256_movemask_epi8(Equal8(bytes, _mm256_setzero_si256())) != 0;
-}
 // Sums of two products: of bytes and signed bytes, or of signed numbers.
 inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
   return _mm256_maddubs_epi16(bytes, factors);

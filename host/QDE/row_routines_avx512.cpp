@@ -148,9 +148,6 @@ inline Vector PackWords(Vector a, Vector b, Vector c, Vector d) {
   const Vector order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
   return _mm512_maskz_permutexvar_epi32(kAll, order, bytes);
 }
-inline bool HasZeroByte(Vector bytes) {
-  return _mm512_testn_epi8_mask(bytes, bytes) != 0;
-}
 // Sums of two products: of bytes and signed bytes, or of signed numbers.
 inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
   return _mm512_maddubs_epi16(bytes, factors);

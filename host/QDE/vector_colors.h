@@ -5,51 +5,67 @@
 
 #include "vector_scaling.h"
 
-// The place of each pixel's colour. Bytes are multiplied in pairs, and then the
-// pairs' sums; the factors follow the order of the bytes.
+// The place of each pixel's colour. Bytes are multiplied in pairs and added, then
+// the sums likewise; the factors follow the order of the bytes.
 class Places {
  public:
   explicit Places(Format format) {
     const bool reversed = format == kBGRA;
-    components_ = Spread32(reversed ? 0x00FFFFFF : 0xFFFFFF00);
-    inCell_ = Spread32(reversed ? 0x00070707 : 0x07070700);
-    cellBytes_ = Spread32(reversed ? 0x00402001 : 0x01204000);
-    cellPairs_ = Spread32(reversed ? 0x04000040 : 0x00400400);
-    bytesInCell_ = Spread32(reversed ? 0x00400801 : 0x01084000);
+    upper_ = Spread32(reversed ? 0x00F0F0F0 : 0xF0F0F000);
+    middle_ = Spread32(reversed ? 0x000C0C0C : 0x0C0C0C00);
+    lower_ = Spread32(reversed ? 0x00030303 : 0x03030300);
+    upperBytes_ = Spread32(reversed ? 0x00401001 : 0x01104000);
+    middleBytes_ = Spread32(reversed ? 0x00404010 : 0x10404000);
+    lowerBytes_ = Spread32(reversed ? 0x00040401 : 0x01040400);
+    upperPairs_ = Spread32(reversed ? 0x04000100 : 0x01000400);
+    otherPairs_ = Spread32(reversed ? 0x00040001 : 0x00010004);
   }
 
   [[nodiscard]] Vector Of(Vector pixels) const {
-    const Vector low = And(pixels, inCell_);
-    const Vector high = And(Xor(pixels, low), components_);
-    const Vector cells = MultiplyPairs16(MultiplyPairs8(high, cellBytes_), cellPairs_);
-    const Vector inCells = MultiplyPairs16(MultiplyPairs8(low, bytesInCell_), Spread32(0x00010001));
-    return Xor(cells, inCells);
+    const Vector upper = MultiplyPairs8(And(pixels, upper_), upperBytes_);
+    const Vector middle = MultiplyPairs8(And(pixels, middle_), middleBytes_);
+    const Vector lower = MultiplyPairs8(And(pixels, lower_), lowerBytes_);
+    return Xor(MultiplyPairs16(upper, upperPairs_),
+               MultiplyPairs16(Xor(middle, lower), otherPairs_));
   }
 
  private:
-  Vector components_;
-  Vector inCell_;
-  Vector cellBytes_;
-  Vector cellPairs_;
-  Vector bytesInCell_;
+  Vector upper_;
+  Vector middle_;
+  Vector lower_;
+  Vector upperBytes_;
+  Vector middleBytes_;
+  Vector lowerBytes_;
+  Vector upperPairs_;
+  Vector otherPairs_;
 };
 
 // Four vectors of pixels give one of indices.
-inline std::size_t Find(const NearestTable& table, Format format, const std::uint8_t* pixels,
-                        std::uint8_t* indices, std::size_t count) {
-  const Places places(format);
-  const Vector mask = Spread32(table.mask * 0x01010101U);
+inline void FindVector(const NearestTable& table, const Places& places, const std::uint8_t* pixels,
+                       std::uint8_t* indices) {
   const auto look = [&](std::size_t i) {
-    return LoadEach8(table.bytes, places.Of(LoadPixels(pixels, i)));
+    return LoadEach8(table.bytes, places.Of(LoadPixels(pixels, i * kVectorPixels)));
   };
-  std::size_t i = 0;
-  for (; i + kVectorBytes <= count; i += kVectorBytes) {
-    const Vector found = PackWords(look(i), look(i + kVectorPixels), look(i + 2 * kVectorPixels),
-                                   look(i + 3 * kVectorPixels));
-    if (HasZeroByte(found)) return i;
-    Store(indices + i, Xor(found, mask));
+  const Vector found = PackWords(look(0), look(1), look(2), look(3));
+  Store(indices, Xor(found, Spread32(table.mask * 0x01010101U)));
+}
+
+inline void Find(const NearestTable& table, Format format, const std::uint8_t* pixels,
+                 std::uint8_t* indices, std::size_t count) {
+  const Places places(format);
+  if (count < kVectorBytes) {
+    std::uint8_t somePixels[kVectorBytes * sizeof(Pixel32)] = {};
+    std::uint8_t someIndices[kVectorBytes];
+    std::memcpy(somePixels, pixels, count * sizeof(Pixel32));
+    FindVector(table, places, somePixels, someIndices);
+    std::memcpy(indices, someIndices, count);
+    return;
   }
-  return i;
+  const std::size_t last = count - kVectorBytes;
+  for (std::size_t i = 0; i < last; i += kVectorBytes) {
+    FindVector(table, places, pixels + i * sizeof(Pixel32), indices + i);
+  }
+  FindVector(table, places, pixels + last * sizeof(Pixel32), indices + last);
 }
 
 inline void Show(const std::uint8_t* table, const std::uint8_t* indices, std::uint8_t* pixels,
