@@ -169,6 +169,11 @@ class Translator : public RowCombiner {
   std::array<std::uint8_t, 256> indices_{};
 };
 
+bool ArePixelsAlike(const Image& source, const Image& destination) {
+  return source.layout.depth == 32 && destination.layout.depth == 32 &&
+         source.format == destination.format;
+}
+
 // The routine for indices of one table; null when there is none, or two tables.
 RowRoutine FindIndexRoutine(const Image& source, const Image& destination, const Drawing& drawing) {
   if (source.layout.depth != 8 || destination.layout.depth != 8) return nullptr;
@@ -178,14 +183,15 @@ RowRoutine FindIndexRoutine(const Image& source, const Image& destination, const
 
 }  // namespace
 
-bool CombinesPixelsAlone(const Image& source, const Image& destination) {
-  return source.layout.depth == 32 && destination.layout.depth == 32 &&
-         source.format == destination.format;
+bool TakesLongRuns(const Image& source, const Image& destination, const Drawing& drawing) {
+  if (ArePixelsAlike(source, destination)) return true;
+  const bool reordered = source.layout.depth == 32 && destination.layout.depth == 32;
+  return !reordered && !drawing.dithers && KeepsColors(drawing);
 }
 
 bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing) {
   if (!KeepsColors(drawing)) return false;
-  return CombinesPixelsAlone(source, destination) ||
+  return ArePixelsAlike(source, destination) ||
          FindIndexRoutine(source, destination, drawing) != nullptr;
 }
 

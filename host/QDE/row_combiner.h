@@ -22,9 +22,9 @@ struct Drawing {
 // Whether the pixels come out just as they are.
 bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing);
 
-// Whether rows of 32-bit pixels are combined as they stand in memory, so that a
-// run may be of any length.
-bool CombinesPixelsAlone(const Image& source, const Image& destination);
+// Whether runs may be longer than the width, and then lose nothing by it: where
+// no run has to be kept meanwhile.
+bool TakesLongRuns(const Image& source, const Image& destination, const Drawing& drawing);
 
 class RowCombiner {
  public:

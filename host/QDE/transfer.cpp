@@ -50,11 +50,16 @@ struct RowWork {
   const Drawing& drawing;
 };
 
-// Rows without gaps between them are one long row to those who do not care.
+bool HasGaps(const Image& image, std::size_t count) {
+  return image.layout.rowBytes !=
+         static_cast<std::int32_t>(count) * BytesPerPixel(image.layout.depth);
+}
+
+// Rows without gaps between them are one long row.
 bool AreJoined(const RowWork& work, std::size_t count) {
-  const auto bytes = static_cast<std::int32_t>(count) * BytesPerPixel(work.source.layout.depth);
-  return !work.plan.IsScaled() && CombinesPixelsAlone(work.source, work.destination) &&
-         work.source.layout.rowBytes == bytes && work.destination.layout.rowBytes == bytes;
+  return !work.plan.IsScaled() && !HasGaps(work.source, count) &&
+         !HasGaps(work.destination, count) &&
+         TakesLongRuns(work.source, work.destination, work.drawing);
 }
 
 void TransferRows(const RowWork& work, Order order, bool copied) {
