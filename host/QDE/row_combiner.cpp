@@ -33,7 +33,7 @@ std::array<std::uint32_t, 4> WeightsOf(const QDE_RGBColor& color, Format format)
   return {0, color.red, color.green, color.blue};
 }
 
-Operands MakeOperands(const PortColors& colors, Format format) {
+Operands MakeOperands(const Mode& mode, const PortColors& colors, Format format) {
   const auto pixelOf = [&](std::size_t which, std::uint8_t fourth) {
     return ToPixel(ToColor(colors[which]), format, fourth);
   };
@@ -46,6 +46,8 @@ Operands MakeOperands(const PortColors& colors, Format format) {
   operands.ceiling = pixelOf(QDE_PortColor_OP, 0xFF);
   operands.floor = pixelOf(QDE_PortColor_OP, 0);
   operands.weights = WeightsOf(colors[QDE_PortColor_OP], format);
+  constexpr std::int16_t kBlend = 32;
+  if (mode.number == kBlend) operands.blend = FindBlendFactors(operands.weights);
   return operands;
 }
 
@@ -94,7 +96,7 @@ class PixelCombiner : public RowCombiner {
       : source_(MakePixelRows(source, destination.format, width)),
         keeps_(KeepsColors(drawing)),
         routine_(Choose(drawing.mode.direct, drawing.colors)),
-        operands_(MakeOperands(drawing.colors, destination.format)) {}
+        operands_(MakeOperands(drawing.mode, drawing.colors, destination.format)) {}
 
   void Combine(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) override {
     if (keeps_) {
@@ -119,7 +121,7 @@ class ColorCombiner : public RowCombiner {
       : source_(MakePixelRows(source, source.format, width)),
         keeps_(KeepsColors(drawing)),
         routine_(Choose(drawing.mode.direct, drawing.colors)),
-        operands_(MakeOperands(drawing.colors, source.format)),
+        operands_(MakeOperands(drawing.mode, drawing.colors, source.format)),
         pixels_(width * sizeof(Pixel32)) {
     const bool reads = drawing.mode.readsDestination;
     if (reads) destination_ = MakePixelRows(destination, source.format, width);

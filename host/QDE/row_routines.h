@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "blend_factors.h"
 #include "pixel.h"
 #include "simd/processor.h"
 
@@ -24,6 +25,7 @@ struct Operands {
   Pixel32 ceiling;                        // the op colour; FF beside it
   Pixel32 floor;                          // the op colour; 0 beside it
   std::array<std::uint32_t, 4> weights;   // the op colour of 16 bits; 0 beside it
+  BlendFactors blend;                     // of the weights; may be left out where none exist
   std::array<std::uint8_t, 256> visible;  // by source index: 0 of the back colour, else FF
 };
 

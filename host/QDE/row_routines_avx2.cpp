@@ -106,6 +106,28 @@ inline Vector PackBytes(Vector low, Vector high) {
   return _mm256_packus_epi16(low, high);
 }
 
+// Signed numbers of 16 bits; pairs of bytes become one such number.
+inline Vector LowPairs8(Vector a, Vector b) {
+  return _mm256_unpacklo_epi8(a, b);
+}
+inline Vector HighPairs8(Vector a, Vector b) {
+  return _mm256_unpackhi_epi8(a, b);
+}
+// Sums of two products of a byte and a signed byte.
+inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
+  return _mm256_maddubs_epi16(bytes, factors);
+}
+inline Vector MultiplyHighSigned16(Vector a, Vector b) {
+  return _mm256_mulhi_epi16(a, b);
+}
+template <int bits>
+inline Vector ShiftSigned16(Vector numbers) {
+  return _mm256_srai_epi16(numbers, bits);
+}
+inline Vector PackSigned(Vector low, Vector high) {
+  return _mm256_packs_epi16(low, high);
+}
+
 // Of two vectors in a row; and the halves of one.
 inline Vector EvenPixels(Vector a, Vector b) {
   const __m256 even = _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), 0x88);
@@ -139,10 +161,7 @@ inline Vector PackWords(Vector a, Vector b, Vector c, Vector d) {
   const Vector bytes = _mm256_packus_epi16(_mm256_packus_epi32(a, b), _mm256_packus_epi32(c, d));
   return _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
 }
-// Sums of two products: of bytes and signed bytes, or of signed numbers.
-inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
-  return _mm256_maddubs_epi16(bytes, factors);
-}
+// Sums of two products of signed numbers.
 inline Vector MultiplyPairs16(Vector numbers, Vector factors) {
   return _mm256_madd_epi16(numbers, factors);
 }
@@ -155,9 +174,22 @@ inline Vector MultiplyPairs16(Vector numbers, Vector factors) {
 }  // namespace
 
 constinit const LevelRoutines kAvx2Routines = {
-    {kCopyRoutines, Same<Or>(), Same<Exclusive>(), Same<Bic>(), kNotCopyRoutines, Same<NotOr>(),
-     Same<NotExclusive>(), Same<NotBic>(), Same<Blend>(), Same<AddPin>(), Same<AddOver>(),
-     Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
+    {kCopyRoutines,
+     Same<Or>(),
+     Same<Exclusive>(),
+     Same<Bic>(),
+     kNotCopyRoutines,
+     Same<NotOr>(),
+     Same<NotExclusive>(),
+     Same<NotBic>(),
+     {BlendPixels, BlendPixels},
+     Same<AddPin>(),
+     Same<AddOver>(),
+     Same<SubPin>(),
+     Same<Transparent>(),
+     Same<Maximum>(),
+     Same<SubOver>(),
+     Same<Minimum>(),
      Same<Hilite>()},
     {Halve, Twice, Gather},
     {Find, Show},

@@ -106,6 +106,28 @@ inline Vector PackBytes(Vector low, Vector high) {
   return _mm512_packus_epi16(low, high);
 }
 
+// Signed numbers of 16 bits; pairs of bytes become one such number.
+inline Vector LowPairs8(Vector a, Vector b) {
+  return _mm512_unpacklo_epi8(a, b);
+}
+inline Vector HighPairs8(Vector a, Vector b) {
+  return _mm512_unpackhi_epi8(a, b);
+}
+// Sums of two products of a byte and a signed byte.
+inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
+  return _mm512_maddubs_epi16(bytes, factors);
+}
+inline Vector MultiplyHighSigned16(Vector a, Vector b) {
+  return _mm512_mulhi_epi16(a, b);
+}
+template <int bits>
+inline Vector ShiftSigned16(Vector numbers) {
+  return _mm512_srai_epi16(numbers, bits);
+}
+inline Vector PackSigned(Vector low, Vector high) {
+  return _mm512_packs_epi16(low, high);
+}
+
 // GCC 12 takes the forms without a mask for uses of something uninitialised.
 constexpr __mmask16 kAll = 0xFFFF;
 
@@ -148,10 +170,7 @@ inline Vector PackWords(Vector a, Vector b, Vector c, Vector d) {
   const Vector order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
   return _mm512_maskz_permutexvar_epi32(kAll, order, bytes);
 }
-// Sums of two products: of bytes and signed bytes, or of signed numbers.
-inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
-  return _mm512_maddubs_epi16(bytes, factors);
-}
+// Sums of two products of signed numbers.
 inline Vector MultiplyPairs16(Vector numbers, Vector factors) {
   return _mm512_madd_epi16(numbers, factors);
 }
@@ -164,9 +183,22 @@ inline Vector MultiplyPairs16(Vector numbers, Vector factors) {
 }  // namespace
 
 constinit const LevelRoutines kAvx512Routines = {
-    {kCopyRoutines, Same<Or>(), Same<Exclusive>(), Same<Bic>(), kNotCopyRoutines, Same<NotOr>(),
-     Same<NotExclusive>(), Same<NotBic>(), Same<Blend>(), Same<AddPin>(), Same<AddOver>(),
-     Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
+    {kCopyRoutines,
+     Same<Or>(),
+     Same<Exclusive>(),
+     Same<Bic>(),
+     kNotCopyRoutines,
+     Same<NotOr>(),
+     Same<NotExclusive>(),
+     Same<NotBic>(),
+     {BlendPixels, BlendPixels},
+     Same<AddPin>(),
+     Same<AddOver>(),
+     Same<SubPin>(),
+     Same<Transparent>(),
+     Same<Maximum>(),
+     Same<SubOver>(),
+     Same<Minimum>(),
      Same<Hilite>()},
     {Halve, Twice, Gather},
     {Find, Show},

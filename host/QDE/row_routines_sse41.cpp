@@ -106,6 +106,28 @@ inline Vector PackBytes(Vector low, Vector high) {
   return _mm_packus_epi16(low, high);
 }
 
+// Signed numbers of 16 bits; pairs of bytes become one such number.
+inline Vector LowPairs8(Vector a, Vector b) {
+  return _mm_unpacklo_epi8(a, b);
+}
+inline Vector HighPairs8(Vector a, Vector b) {
+  return _mm_unpackhi_epi8(a, b);
+}
+// Sums of two products of a byte and a signed byte.
+inline Vector MultiplyPairs8(Vector bytes, Vector factors) {
+  return _mm_maddubs_epi16(bytes, factors);
+}
+inline Vector MultiplyHighSigned16(Vector a, Vector b) {
+  return _mm_mulhi_epi16(a, b);
+}
+template <int bits>
+inline Vector ShiftSigned16(Vector numbers) {
+  return _mm_srai_epi16(numbers, bits);
+}
+inline Vector PackSigned(Vector low, Vector high) {
+  return _mm_packs_epi16(low, high);
+}
+
 // Of two vectors in a row; and the halves of one.
 inline Vector EvenPixels(Vector a, Vector b) {
   return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a), _mm_castsi128_ps(b), 0x88));
@@ -126,9 +148,22 @@ inline Vector LastPixelsTwice(Vector pixels) {
 }  // namespace
 
 constinit const LevelRoutines kSse41Routines = {
-    {kCopyRoutines, Same<Or>(), Same<Exclusive>(), Same<Bic>(), kNotCopyRoutines, Same<NotOr>(),
-     Same<NotExclusive>(), Same<NotBic>(), Same<Blend>(), Same<AddPin>(), Same<AddOver>(),
-     Same<SubPin>(), Same<Transparent>(), Same<Maximum>(), Same<SubOver>(), Same<Minimum>(),
+    {kCopyRoutines,
+     Same<Or>(),
+     Same<Exclusive>(),
+     Same<Bic>(),
+     kNotCopyRoutines,
+     Same<NotOr>(),
+     Same<NotExclusive>(),
+     Same<NotBic>(),
+     {BlendPixels, BlendPixels},
+     Same<AddPin>(),
+     Same<AddOver>(),
+     Same<SubPin>(),
+     Same<Transparent>(),
+     Same<Maximum>(),
+     Same<SubOver>(),
+     Same<Minimum>(),
      Same<Hilite>()},
     {Halve, Twice, nullptr},
     {nullptr, nullptr},

@@ -5,13 +5,13 @@
 #ifndef QDE_VECTOR_MODES_H
 #define QDE_VECTOR_MODES_H
 
-// Four bytes, or four numbers of 16 bits, again and again.
+// Four bytes, or eight, again and again.
 inline Vector SpreadPixel(const Pixel32& pixel) {
   std::uint32_t word = 0;
   std::memcpy(&word, &pixel, sizeof word);
   return Spread32(word);
 }
-inline Vector SpreadNumbers(const std::uint16_t* numbers) {
+inline Vector SpreadEight(const void* numbers) {
   std::uint64_t word = 0;
   std::memcpy(&word, numbers, sizeof word);
   return Spread64(word);
@@ -128,8 +128,8 @@ class Mixer {
       starts[k] = static_cast<std::uint16_t>(0xFF * ByteOf(black, k) + 0x80);
       slopes[k] = static_cast<std::uint16_t>(ByteOf(white, k) - ByteOf(black, k));
     }
-    start_ = SpreadNumbers(starts);
-    slope_ = SpreadNumbers(slopes);
+    start_ = SpreadEight(starts);
+    slope_ = SpreadEight(slopes);
   }
 
   [[nodiscard]] Vector Of(Vector pixels) const {
@@ -169,15 +169,15 @@ struct ColoredNotCopy {
 // in numbers of 16 bits. With product = high * 65536 + low, which is
 // high * 65535 + high + low, the quotient is `high`, and one more where
 // high + low reaches 65535.
-struct Blend {
-  explicit Blend(const Operands& operands) {
+struct AnyBlend {
+  explicit AnyBlend(const Operands& operands) {
     std::uint16_t numbers[4];
     for (std::size_t k = 0; k < 4; ++k) {
       // The lower half is the first.
       std::memcpy(&numbers[k], reinterpret_cast<const std::uint32_t*>(&operands.weights) + k,
                   sizeof numbers[k]);
     }
-    weights = SpreadNumbers(numbers);
+    weights = SpreadEight(numbers);
   }
 
   Vector operator()(Vector pixels, Vector old) const {
@@ -197,6 +197,40 @@ struct Blend {
 
   Vector weights;
 };
+
+// As BlendFactors says.
+struct QuickBlend {
+  explicit QuickBlend(const Operands& operands)
+      : fromSource(SpreadPixel(operands.blend.fromSource)),
+        signs(SpreadEight(&operands.blend.signs)),
+        offsets(SpreadEight(&operands.blend.offsets)),
+        factors(SpreadEight(&operands.blend.factors)) {}
+
+  Vector operator()(Vector pixels, Vector old) const {
+    const Vector low = Part(LowPairs8(pixels, old));
+    const Vector high = Part(HighPairs8(pixels, old));
+    return Add8(Select(fromSource, pixels, old), PackSigned(low, high));
+  }
+
+  [[nodiscard]] Vector Part(Vector pairs) const {
+    const Vector raised = Add16(MultiplyPairs8(pairs, signs), offsets);
+    return ShiftSigned16<6>(MultiplyHighSigned16(raised, factors));
+  }
+
+  Vector fromSource;
+  Vector signs;
+  Vector offsets;
+  Vector factors;
+};
+
+inline void BlendPixels(const Operands& operands, const std::uint8_t* source,
+                        std::uint8_t* destination, std::size_t count) {
+  if (operands.blend.exist) {
+    CombinePixels<QuickBlend>(operands, source, destination, count);
+  } else {
+    CombinePixels<AnyBlend>(operands, source, destination, count);
+  }
+}
 
 struct WithComponents {
   explicit WithComponents(const Operands& operands)

@@ -62,6 +62,7 @@ Operands AnyOperands(Any* any, qde::Format format) {
   for (std::size_t k = 0; k < 4; ++k) {
     operands.weights[k] = operands.components[k] != 0 ? any->Weight() : 0;
   }
+  operands.blend = qde::FindBlendFactors(operands.weights);
   return operands;
 }
 
@@ -145,13 +146,14 @@ TEST(RowRoutines, OfAllLevelsCombineAllPairsOfBytes) {
       for (std::size_t k = 0; k < 4; ++k) {
         if (operands.components[k] != 0) operands.weights[k] = weight;
       }
+      operands.blend = qde::FindBlendFactors(operands.weights);
       ExpectEqual(operands, source, destination, 0, 0);
       if (HasFatalFailure()) return;
     }
   }
 }
 
-// As far apart as they can be, where rounding shows first.
+// Both ways of blending, for all that a component can differ by.
 TEST(RowRoutines, OfAllLevelsBlendByAllWeights) {
   Bytes source;
   Bytes destination;
@@ -160,16 +162,24 @@ TEST(RowRoutines, OfAllLevelsBlendByAllWeights) {
     destination.insert(destination.end(), 4, static_cast<std::uint8_t>(t < 0 ? -t : 0));
   }
   const qde::RowRoutine plain = qde::FindMode(32, Level::Baseline)->direct.plain;
-  for (std::uint32_t weight = 0; weight <= 0xFFFF; weight += 3) {
+  int withoutFactors = 0;
+  for (std::uint32_t weight = 0; weight <= 0xFFFF; weight += 4) {
     Operands operands{};
-    operands.weights = {weight, (weight + 1) & 0xFFFF, (weight + 2) & 0xFFFF, 0xFFFF - weight};
+    operands.weights = {weight, weight + 1, weight + 2, weight + 3};
     const Bytes expected = Combine(plain, operands, source, destination, 0, 0);
+    const auto factors = qde::FindBlendFactors(operands.weights);
+    withoutFactors += factors.exist ? 0 : 1;
     for (const Level level : LevelsBeyondBaseline()) {
       const qde::RowRoutine blend = qde::FindMode(32, level)->direct.plain;
+      operands.blend = {};
       ASSERT_EQ(Combine(blend, operands, source, destination, 0, 0), expected)
           << weight << ", " << NameOf(level);
+      operands.blend = factors;
+      ASSERT_EQ(Combine(blend, operands, source, destination, 0, 0), expected)
+          << weight << ", with factors, " << NameOf(level);
     }
   }
+  EXPECT_LT(withoutFactors, 100);
 }
 
 }  // namespace
