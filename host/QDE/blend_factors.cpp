@@ -16,23 +16,26 @@ struct Factor {
   int offset;
 };
 
-// floor(product / 65535) for products from -255 * 65535 on.
-int DivideByOnes(int product) {
-  const auto raised = static_cast<std::uint32_t>(product + 256 * 0xFFFF);
-  return static_cast<int>((raised + 1 + (raised >> 16)) >> 16) - 256;
+// Quotients are raised by 256, so that none is negative.
+constexpr std::uint32_t kRaised = 256;
+std::uint32_t DivideByOnes(std::uint32_t product) {
+  return (product + 1 + (product >> 16)) >> 16;
 }
 
 // offset * factor has to lift each product to its quotient, and none to the next.
 std::optional<Factor> TryFactor(int weight, int factor) {
+  auto product = static_cast<std::uint32_t>(-kMost * weight) + kRaised * 0xFFFF;
+  int scaled = -kMost * kScale * factor;
   int least = 0;
   int most = 0;
   for (int t = -kMost; t <= kMost; ++t) {
-    const int wanted = DivideByOnes(t * weight) * (1 << kShift);
-    const int missing = wanted - kScale * t * factor;
+    const int quotient = static_cast<int>(DivideByOnes(product) - kRaised);
+    const int missing = quotient * (1 << kShift) - scaled;
     least = std::max(least, missing);
     most = std::min(most, missing);
+    product += static_cast<std::uint32_t>(weight);
+    scaled += kScale * factor;
   }
-  if (factor == 0) return Factor{0, 0};
   const int offset = (least + factor - 1) / factor;
   const bool exact = offset <= kMostOffset && offset * factor < most + (1 << kShift);
   return exact ? std::optional(Factor{factor, offset}) : std::nullopt;
@@ -40,6 +43,7 @@ std::optional<Factor> TryFactor(int weight, int factor) {
 
 // For weights below a half.
 std::optional<Factor> FindFactor(int weight) {
+  if (weight == 0) return Factor{0, 0};
   const auto found = TryFactor(weight, weight);
   return found || weight == 32767 ? found : TryFactor(weight, weight + 1);
 }
