@@ -74,8 +74,9 @@ void ForRows(const Image& source, const Image& destination, const Plan& plan, Dr
   const auto& [columns, rows] = plan;
   const std::int32_t from = columns.SourceOf(columns.First());
   const std::int32_t to = columns.DestinationOf(columns.First());
-  for (std::int32_t i = rows.First(); i < rows.Last(); ++i) {
-    draw(source.At(from, rows.SourceOf(i)), destination.At(to, rows.DestinationOf(i)));
+  Axis::Steps steps(rows);
+  for (std::int32_t i = rows.First(); i < rows.Last(); ++i, steps.Advance()) {
+    draw(source.At(from, steps.Source()), destination.At(to, rows.DestinationOf(i)));
   }
 }
 

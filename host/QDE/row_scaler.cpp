@@ -12,10 +12,11 @@ RowScaler::RowScaler(const Axis& columns, std::int32_t bytesPerPixel)
       startsAtTwin_(columns.First() % 2 != 0) {
   if (way_ != Way::Gather && way_ != Way::GatherBytes) return;
   positions_.resize(count_);
-  const std::int32_t start = columns.SourceOf(columns.First());
-  for (std::int32_t i = columns.First(); i < columns.Last(); ++i) {
-    positions_[static_cast<std::size_t>(i - columns.First())] =
-        static_cast<std::uint32_t>(columns.SourceOf(i) - start);
+  Axis::Steps steps(columns);
+  const std::int32_t start = steps.Source();
+  for (std::uint32_t& position : positions_) {
+    position = static_cast<std::uint32_t>(steps.Source() - start);
+    steps.Advance();
   }
 }
 
