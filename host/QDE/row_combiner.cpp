@@ -129,7 +129,7 @@ class ColorCombiner : public RowCombiner {
     TakeSwapFrom(&operands_, *colors, drawing.colors, source.format);
     IndexTarget target = {std::move(colors), source.format, reads};
     writer_ = drawing.dithers ? MakeDitheringWriter(std::move(target), width)
-                              : MakeNearestWriter(std::move(target));
+                              : MakeNearestWriter(std::move(target), width);
   }
 
   void Combine(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) override {
