@@ -72,7 +72,6 @@ struct InverseColors::Candidates {
 InverseColors::InverseColors(const Palette& palette) : palette_(palette) {
   Fill(AllIndices(), {{0, 0, 0}, 256});
   mask_ = RarestIndex();
-  constexpr std::size_t kColors = std::size_t{1} << 24;
   constexpr std::size_t kReadBeyond = 3;
   // Zero pages, which cost nothing until they are written.
   nearest_.reset(static_cast<std::uint8_t*>(std::calloc(kColors + kReadBeyond, 1)));
@@ -129,25 +128,23 @@ std::uint8_t InverseColors::RarestIndex() const {
 }
 
 std::uint8_t InverseColors::Find(Color color) const {
-  if (!kept_[CellOf(color)]) KeepCellOf(color);
+  if (!kept_[PlaceOf(color) / kCubeColors]) KeepCubeOf(color);
   return static_cast<std::uint8_t>(nearest_.get()[PlaceOf(color)] ^ mask_);
 }
 
-void InverseColors::KeepCellOf(Color color) const {
-  const std::size_t number = CellOf(color);
-  const auto& [start, end] = cells_[number];
+void InverseColors::KeepCubeOf(Color color) const {
+  const auto& [start, end] = cells_[CellOf(color)];
   const std::uint8_t* candidates = candidates_.data();
-  const auto low = [](std::uint8_t component) { return component & ~(kCellSize - 1); };
-  for (int i = 0; i < kCellSize * kCellSize * kCellSize; ++i) {
-    const auto at = [&](std::uint8_t component, int place) {
-      return static_cast<std::uint8_t>(low(component) |
-                                       (i >> place * kBitsInCell & (kCellSize - 1)));
-    };
-    const Color each = {at(color.red, 2), at(color.green, 1), at(color.blue, 0)};
+  const auto at = [](std::uint8_t component, int place) {
+    return static_cast<std::uint8_t>((component & ~(kCubeSize - 1)) | (place & (kCubeSize - 1)));
+  };
+  for (int i = 0; i < kCubeColors; ++i) {
+    const Color each = {at(color.red, i / (kCubeSize * kCubeSize)), at(color.green, i / kCubeSize),
+                        at(color.blue, i)};
     const std::uint8_t index = Search(palette_, candidates + start, candidates + end, each);
     nearest_.get()[PlaceOf(each)] = static_cast<std::uint8_t>(index ^ mask_);
   }
-  kept_.set(number);
+  kept_.set(PlaceOf(color) / kCubeColors);
 }
 
 std::shared_ptr<const InverseColors> InverseOf(const Palette& palette) {

@@ -18,8 +18,8 @@ namespace qde {
 // Finds just what a search of the whole table would find: the smallest squared
 // distance, at a tie the lowest index, 0 in a table that leaves out all
 // indices. The cube of all colours is cut into cells, and each cell knows those
-// few indices that can be nearest to a colour within it. The nearest to all
-// colours of a cell are kept when one of them is asked for.
+// few indices that can be nearest to a colour within it. The nearest to one
+// and to its neighbours are kept when it is asked for.
 class InverseColors {
  public:
   // Throws std::bad_alloc.
@@ -39,6 +39,10 @@ class InverseColors {
   static constexpr int kCellBits = 5;
   static constexpr int kBitsInCell = 8 - kCellBits;
   static constexpr int kCellSize = 1 << kBitsInCell;
+  // The neighbours that share 64 bytes of a NearestTable.
+  static constexpr int kCubeSize = 4;
+  static constexpr int kCubeColors = kCubeSize * kCubeSize * kCubeSize;
+  static constexpr std::size_t kColors = std::size_t{1} << 24;
   static constexpr std::size_t kCells = std::size_t{1} << (3 * kCellBits);
 
   struct Box;
@@ -53,7 +57,7 @@ class InverseColors {
   void Fill(const Candidates& candidates, const Box& box);
   [[nodiscard]] std::uint8_t RarestIndex() const;
   [[nodiscard]] std::uint8_t Find(Color color) const;
-  void KeepCellOf(Color color) const;
+  void KeepCubeOf(Color color) const;
 
   Palette palette_;
   std::array<Cell, kCells> cells_{};
@@ -64,7 +68,7 @@ class InverseColors {
     void operator()(std::uint8_t* bytes) const { std::free(bytes); }
   };
   std::unique_ptr<std::uint8_t, Free> nearest_;  // a NearestTable; as it is asked for
-  mutable std::bitset<kCells> kept_;
+  mutable std::bitset<kColors / kCubeColors> kept_;
   std::uint8_t mask_ = 0;  // the index that a kept byte of 0 stands for
 };
 
