@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -85,10 +86,11 @@ constexpr std::size_t kMargin = 80;
 Bytes Combine(qde::RowRoutine routine, const Operands& operands, const Bytes& source,
               const Bytes& destination, std::size_t from, std::size_t to) {
   Bytes memory(destination.size() + 2 * kMargin, 0xA5);
-  std::memcpy(&memory[kMargin + to], destination.data(), destination.size());
-  Bytes shifted(source.size() + from);
-  std::memcpy(shifted.data() + from, source.data(), source.size());
-  routine(operands, shifted.data() + from, &memory[kMargin + to], destination.size() / 4);
+  std::copy(destination.begin(), destination.end(), &memory[kMargin + to]);
+  // Never null, though it may be empty.
+  Bytes shifted(from + source.size() + 1);
+  std::copy(source.begin(), source.end(), &shifted[from]);
+  routine(operands, &shifted[from], &memory[kMargin + to], destination.size() / 4);
   return memory;
 }
 
