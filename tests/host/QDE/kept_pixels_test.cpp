@@ -8,7 +8,7 @@
 
 namespace {
 
-// Larger than a core's own cache, on all processors.
+// Wide enough for a few hundred rows to be more than a core's own cache.
 constexpr int kLarge = 2400;
 
 class KeptPixels : public Surfaces {
@@ -21,18 +21,26 @@ class KeptPixels : public Surfaces {
     return world;
   }
 
-  // What `to` has to be after a copy: all of its bytes.
+  // Which source pixel a destination pixel shows, along one axis.
+  static int Shown(int position, int from, int fromEnd, int to, int toEnd) {
+    return from + (position - to) * (fromEnd - from) / (toEnd - to);
+  }
+
+  // What the destination has to be after a copy: all of its bytes.
   static std::vector<std::uint8_t> Expected(GWorldPtr source, GWorldPtr destination,
                                             const Rect& from, const Rect& to) {
     std::vector<std::uint8_t> expected = Bytes(destination);
     const Rect bounds = MapOf(destination).bounds;
     const std::size_t bytes = MapOf(destination).pixelSize == 8 ? 1 : 4;
+    const int left = std::max(to.left, bounds.left);
+    const int right = std::min(to.right, bounds.right);
     for (int y = std::max(to.top, bounds.top); y < std::min(to.bottom, bounds.bottom); ++y) {
-      for (int x = std::max(to.left, bounds.left); x < std::min(to.right, bounds.right); ++x) {
-        const int sx = from.left + (x - to.left) * (from.right - from.left) / (to.right - to.left);
-        const int sy = from.top + (y - to.top) * (from.bottom - from.top) / (to.bottom - to.top);
-        const auto offset = At(destination, x, y) - PixelsOf(destination);
-        std::memcpy(&expected[static_cast<std::size_t>(offset)], At(source, sx, sy), bytes);
+      const std::uint8_t* row = At(source, 0, Shown(y, from.top, from.bottom, to.top, to.bottom));
+      std::uint8_t* drawn =
+          &expected[static_cast<std::size_t>(At(destination, left, y) - PixelsOf(destination))];
+      for (int x = left; x < right; ++x, drawn += bytes) {
+        const int shown = Shown(x, from.left, from.right, to.left, to.right);
+        std::memcpy(drawn, row + static_cast<std::size_t>(shown) * bytes, bytes);
       }
     }
     return expected;
