@@ -70,24 +70,25 @@ void CopyUnscaled(Area area) {
 
 // One destination row after the other, each with the source row that it shows.
 template <typename Draw>
-void ForRows(const Image& source, const Image& destination, const Plan& plan, Draw draw) {
-  const auto& [columns, rows] = plan;
-  const std::int32_t from = columns.SourceOf(columns.First());
-  const std::int32_t to = columns.DestinationOf(columns.First());
+void ForRows(const Area& area, const Axis& rows, Draw draw) {
   Axis::Steps steps(rows);
-  for (std::int32_t i = rows.First(); i < rows.Last(); ++i, steps.Advance()) {
-    draw(source.At(from, steps.Source()), destination.At(to, rows.DestinationOf(i)));
+  const std::int32_t first = steps.Source();
+  std::uint8_t* to = area.to;
+  for (std::ptrdiff_t row = 0; row < area.height; ++row, to += area.toStride) {
+    draw(area.from + (steps.Source() - first) * area.fromStride, to);
+    steps.Advance();
   }
 }
 
 // A row that shows what the one above shows is copied from there.
-void ScaleIntoCaches(const Image& source, const Image& destination, const Plan& plan,
-                     const RowScaler& scaler, std::size_t rowBytes) {
+void ScaleIntoCaches(const Area& area, const Axis& rows, const RowScaler& scaler) {
+  const auto copy = simd::BestRoutines().copy;
+  const auto rowBytes = static_cast<std::size_t>(area.rowBytes);
   const std::uint8_t* shown = nullptr;
   const std::uint8_t* above = nullptr;
-  ForRows(source, destination, plan, [&](const std::uint8_t* from, std::uint8_t* to) {
+  ForRows(area, rows, [&](const std::uint8_t* from, std::uint8_t* to) {
     if (from == shown) {
-      simd::BestRoutines().copy(to, above, rowBytes);
+      copy(to, above, rowBytes);
     } else {
       scaler.Scale(from, to);
     }
@@ -97,28 +98,28 @@ void ScaleIntoCaches(const Image& source, const Image& destination, const Plan& 
 }
 
 // Past the caches, where no row can be read again: by way of a row that stays.
-void ScalePastCaches(const Image& source, const Image& destination, const Plan& plan,
-                     const RowScaler& scaler, std::size_t rowBytes) {
-  std::vector<std::uint8_t> run(rowBytes);
+void ScalePastCaches(const Area& area, const Axis& rows, const RowScaler& scaler) {
+  const auto copy = simd::BestRoutines().streamingCopy;
+  std::vector<std::uint8_t> run(static_cast<std::size_t>(area.rowBytes));
   const std::uint8_t* shown = nullptr;
-  ForRows(source, destination, plan, [&](const std::uint8_t* from, std::uint8_t* to) {
+  ForRows(area, rows, [&](const std::uint8_t* from, std::uint8_t* to) {
     if (from != shown) scaler.Scale(from, run.data());
     shown = from;
-    simd::BestRoutines().streamingCopy(to, run.data(), rowBytes);
+    copy(to, run.data(), run.size());
   });
   simd::FinishStreaming();
 }
 
 void CopyScaled(const Image& source, const Image& destination, const Plan& plan) {
   const Area area(source, destination, plan);
-  const auto rowBytes = static_cast<std::size_t>(area.rowBytes);
   const Memory shown = MemoryShown(source, plan);
   const RowScaler scaler(plan.columns, BytesPerPixel(source.layout.depth));
-  const auto scale = simd::StoresFor(static_cast<std::size_t>(shown.end - shown.begin),
-                                     area.Bytes()) == simd::Stores::Streaming
-                         ? ScalePastCaches
-                         : ScaleIntoCaches;
-  scale(source, destination, plan, scaler, rowBytes);
+  const auto bytesRead = static_cast<std::size_t>(shown.end - shown.begin);
+  if (simd::StoresFor(bytesRead, area.Bytes()) == simd::Stores::Streaming) {
+    ScalePastCaches(area, plan.rows, scaler);
+  } else {
+    ScaleIntoCaches(area, plan.rows, scaler);
+  }
 }
 
 }  // namespace
