@@ -32,6 +32,10 @@ class Axis {
   [[nodiscard]] bool IsEmpty() const { return first_ >= last_; }
   [[nodiscard]] bool IsScaled() const { return source_.Length() != destination_.Length(); }
 
+  // Whether every second source pixel is shown, and whether every one twice.
+  [[nodiscard]] bool IsHalved() const { return source_.Length() == 2 * destination_.Length(); }
+  [[nodiscard]] bool IsDoubled() const { return destination_.Length() == 2 * source_.Length(); }
+
   [[nodiscard]] std::int32_t DestinationOf(std::int32_t position) const {
     return destination_.start + position;
   }
@@ -39,6 +43,34 @@ class Axis {
     const std::int64_t product = std::int64_t{position} * source_.Length();
     return source_.start + static_cast<std::int32_t>(product / destination_.Length());
   }
+  // SourceOf one position after the other, from the first one on, without a
+  // division for each.
+  class Steps {
+   public:
+    explicit Steps(const Axis& axis) : axis_(axis) {
+      const std::int64_t product = std::int64_t{axis.first_} * axis.source_.Length();
+      source_ = axis.SourceOf(axis.first_);
+      rest_ = static_cast<std::int32_t>(product % axis.destination_.Length());
+      step_ = axis.source_.Length() / axis.destination_.Length();
+      restOfStep_ = axis.source_.Length() % axis.destination_.Length();
+    }
+    [[nodiscard]] std::int32_t Source() const { return source_; }
+    void Advance() {
+      source_ += step_;
+      rest_ += restOfStep_;
+      if (rest_ < axis_.destination_.Length()) return;
+      rest_ -= axis_.destination_.Length();
+      ++source_;
+    }
+
+   private:
+    const Axis& axis_;
+    std::int32_t source_;
+    std::int32_t rest_;
+    std::int32_t step_;
+    std::int32_t restOfStep_;
+  };
+
   // The source pixels that are shown.
   [[nodiscard]] Span Shown() const { return {SourceOf(first_), SourceOf(last_ - 1) + 1}; }
 

@@ -16,26 +16,78 @@ Color ColorAt(const std::uint8_t* pixels, std::size_t position, Format format) {
   return ToColor(pixel, format);
 }
 
+// What may not be known is asked for after the others are there.
+class Finder {
+ public:
+  explicit Finder(const IndexTarget& target) : colors_(*target.colors), format_(target.format) {}
+
+  void Find(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) const {
+    const NearestTable kept = colors_.Kept();
+    routine_(kept, format_, pixels, indices, count);
+    const std::uint8_t* const end = indices + count;
+    for (std::uint8_t* index = indices; index != end; ++index) {
+      index = static_cast<std::uint8_t*>(
+          std::memchr(index, kept.mask, static_cast<std::size_t>(end - index)));
+      if (index == nullptr) return;
+      const auto position = static_cast<std::size_t>(index - indices);
+      *index = colors_.Nearest(ColorAt(pixels, position, format_));
+    }
+  }
+
+ private:
+  const InverseColors& colors_;
+  Format format_;
+  decltype(ColorRoutines::find) routine_ = ColorRoutinesOf(simd::ProcessorLevel()).find;
+};
+
 class NearestWriter : public IndexWriter {
  public:
-  explicit NearestWriter(IndexTarget target) : target_(std::move(target)) {}
+  explicit NearestWriter(IndexTarget target) : target_(std::move(target)), finder_(target_) {}
 
   void Write(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) override {
-    const InverseColors& colors = *target_.colors;
-    // Neighbours are often alike.
-    Color last = kBlack;
-    std::uint8_t nearest = colors.Nearest(last);
+    finder_.Find(pixels, indices, count);
+  }
+
+ private:
+  IndexTarget target_;
+  Finder finder_;
+};
+
+// Keeps the indices whose colour is the one that comes.
+class KeepingWriter : public IndexWriter {
+ public:
+  KeepingWriter(IndexTarget target, std::size_t width)
+      : target_(std::move(target)),
+        finder_(target_),
+        components_(ToPixel(kWhite, target_.format)),
+        found_(width),
+        shown_(width * sizeof(Pixel32)) {
+    for (std::size_t i = 0; i < colors_.size(); ++i) {
+      colors_[i] = ToPixel((*target_.colors)[static_cast<std::uint8_t>(i)], target_.format);
+    }
+  }
+
+  void Write(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) override {
+    finder_.Find(pixels, found_.data(), count);
+    show_(colors_.data()->data(), indices, shown_.data(), count);
+    const auto components = Load<std::uint32_t>(components_.data(), 0);
+    const std::uint8_t* const found = found_.data();
+    const std::uint8_t* const shown = shown_.data();
     for (std::size_t i = 0; i < count; ++i) {
-      const Color color = ColorAt(pixels, i, target_.format);
-      if (target_.keepsIndices && color == colors[indices[i]]) continue;
-      if (color != last) nearest = colors.Nearest(color);
-      last = color;
-      indices[i] = nearest;
+      const auto change = Load<std::uint32_t>(pixels, i) ^ Load<std::uint32_t>(shown, i);
+      const auto kept = static_cast<std::uint8_t>((change & components) == 0 ? 0xFF : 0x00);
+      indices[i] = static_cast<std::uint8_t>((indices[i] & kept) | (found[i] & ~kept));
     }
   }
 
  private:
   IndexTarget target_;
+  Finder finder_;
+  decltype(ColorRoutines::show) show_ = ColorRoutinesOf(simd::ProcessorLevel()).show;
+  Pixel32 components_;
+  std::array<Pixel32, 256> colors_{};
+  std::vector<std::uint8_t> found_;
+  std::vector<std::uint8_t> shown_;
 };
 
 // What a pixel missed, by component, or a sum of shares of that.
@@ -112,7 +164,8 @@ class DitheringWriter : public IndexWriter {
 
 }  // namespace
 
-std::unique_ptr<IndexWriter> MakeNearestWriter(IndexTarget target) {
+std::unique_ptr<IndexWriter> MakeNearestWriter(IndexTarget target, std::size_t width) {
+  if (target.keepsIndices) return std::make_unique<KeepingWriter>(std::move(target), width);
   return std::make_unique<NearestWriter>(std::move(target));
 }
 

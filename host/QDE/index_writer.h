@@ -29,8 +29,9 @@ class IndexWriter {
   virtual void Write(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) = 0;
 };
 
-// The nearest colour of each pixel.
-std::unique_ptr<IndexWriter> MakeNearestWriter(IndexTarget target);
+// The nearest colour of each pixel. Rows of up to `width` pixels, or of any length
+// where indices are not kept.
+std::unique_ptr<IndexWriter> MakeNearestWriter(IndexTarget target, std::size_t width);
 
 // Spreads what the nearest colours miss over the pixels to come: the next one
 // gets 7 sixteenths, the three below 3, 5 and 1, from left to right. Pixels of

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 namespace qde {
 namespace {
@@ -70,6 +71,11 @@ struct InverseColors::Candidates {
 
 InverseColors::InverseColors(const Palette& palette) : palette_(palette) {
   Fill(AllIndices(), {{0, 0, 0}, 256});
+  mask_ = RarestIndex();
+  constexpr std::size_t kReadBeyond = 3;
+  // Zero pages, which cost nothing until they are written.
+  nearest_.reset(static_cast<std::uint8_t*>(std::calloc(kColors + kReadBeyond, 1)));
+  if (nearest_ == nullptr) throw std::bad_alloc();
 }
 
 InverseColors::Candidates InverseColors::AllIndices() const {
@@ -113,21 +119,37 @@ void InverseColors::Fill(const Candidates& candidates, const Box& box) {
   }
 }
 
-std::size_t InverseColors::CellOf(Color color) {
-  constexpr int kDropped = 8 - kCellBits;
-  const auto part = [](std::uint8_t component) {
-    return static_cast<std::size_t>(component >> kDropped);
-  };
-  return (part(color.red) << kCellBits | part(color.green)) << kCellBits | part(color.blue);
+// A kept byte of 0 costs time, and is that of one index: the one that the fewest
+// cells have.
+std::uint8_t InverseColors::RarestIndex() const {
+  std::array<std::size_t, 256> uses{};
+  for (const std::uint8_t index : candidates_) ++uses[index];
+  return static_cast<std::uint8_t>(std::min_element(uses.begin(), uses.end()) - uses.begin());
 }
 
-std::uint8_t InverseColors::Nearest(Color color) const {
-  const Cell& cell = cells_[CellOf(color)];
-  return Search(palette_, candidates_.data() + cell.start, candidates_.data() + cell.end, color);
+std::uint8_t InverseColors::Find(Color color) const {
+  if (!kept_[PlaceOf(color) / kCubeColors]) KeepCubeOf(color);
+  return static_cast<std::uint8_t>(nearest_.get()[PlaceOf(color)] ^ mask_);
+}
+
+void InverseColors::KeepCubeOf(Color color) const {
+  const auto& [start, end] = cells_[CellOf(color)];
+  const std::uint8_t* candidates = candidates_.data();
+  const auto at = [](std::uint8_t component, int place) {
+    return static_cast<std::uint8_t>((component & ~(kCubeSize - 1)) | (place & (kCubeSize - 1)));
+  };
+  for (int i = 0; i < kCubeColors; ++i) {
+    const Color each = {at(color.red, i / (kCubeSize * kCubeSize)), at(color.green, i / kCubeSize),
+                        at(color.blue, i)};
+    const std::uint8_t index = Search(palette_, candidates + start, candidates + end, each);
+    nearest_.get()[PlaceOf(each)] = static_cast<std::uint8_t>(index ^ mask_);
+  }
+  kept_.set(PlaceOf(color) / kCubeColors);
 }
 
 std::shared_ptr<const InverseColors> InverseOf(const Palette& palette) {
-  constexpr std::size_t kKept = 8;
+  // Together no more than 64 MiB, when each has met all colours.
+  constexpr std::size_t kKept = 4;
   using Kept = std::vector<std::shared_ptr<const InverseColors>>;
   // The latest last. Never destroyed: worlds may be drawn to while the process
   // ends.

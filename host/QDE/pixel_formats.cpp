@@ -1,12 +1,11 @@
 // The two formats of 32-bit pixels: their bytes are in reverse order.
-#include <cstddef>
 #include <cstdint>
 
 #include "QDE_host.h"
 #include "errors.h"
 #include "faults.h"
 #include "registry.h"
-#include "simd/pixels32.h"
+#include "reverse_pixels.h"
 #include "surface.h"
 
 namespace {
@@ -36,15 +35,9 @@ qde::Error SetFormat(GWorldPtr world, std::int32_t format) {
 
 }  // namespace
 
-// Row by row, since rows may have padding that is not for us. A negative
-// rowBytes goes up in memory.
 void QDE_ConvertBitsFast(void* base, std::int16_t height, std::int16_t width,
                          std::int32_t rowBytes) {
-  if (base == nullptr || width <= 0) return;
-  for (std::int16_t row = 0; row < height; ++row) {
-    void* pixels = static_cast<char*>(base) + std::ptrdiff_t{rowBytes} * row;
-    simd::ReverseBytes32(pixels, static_cast<std::size_t>(width));
-  }
+  if (base != nullptr) qde::ReversePixels(base, height, width, rowBytes);
 }
 
 std::int16_t QDE_GetGWorld32PixmapFormat(GWorldPtr world, std::int32_t* format) {

@@ -6,7 +6,8 @@
 
 #include "colors.h"
 #include "pixel.h"
-#include "simd/pixels32.h"
+#include "row_colors.h"
+#include "simd/routines.h"
 
 namespace qde {
 namespace {
@@ -14,6 +15,9 @@ namespace {
 class RowsAsTheyAre : public PixelRows {
  public:
   const std::uint8_t* Read(const std::uint8_t* row, std::size_t /*count*/) override { return row; }
+  void Copy(const std::uint8_t* row, std::uint8_t* pixels, std::size_t count) override {
+    std::memcpy(pixels, row, count * sizeof(Pixel32));
+  }
 };
 
 class ReorderedRows : public PixelRows {
@@ -21,9 +25,12 @@ class ReorderedRows : public PixelRows {
   explicit ReorderedRows(std::size_t width) : pixels_(width * sizeof(Pixel32)) {}
 
   const std::uint8_t* Read(const std::uint8_t* row, std::size_t count) override {
-    std::memcpy(pixels_.data(), row, count * sizeof(Pixel32));
-    simd::ReverseBytes32(pixels_.data(), count);
+    Copy(row, pixels_.data(), count);
     return pixels_.data();
+  }
+  void Copy(const std::uint8_t* row, std::uint8_t* pixels, std::size_t count) override {
+    std::memcpy(pixels, row, count * sizeof(Pixel32));
+    simd::BestRoutines().reverseBytes32(pixels, count);
   }
 
  private:
@@ -40,15 +47,16 @@ class RowsOfColors : public PixelRows {
   }
 
   const std::uint8_t* Read(const std::uint8_t* row, std::size_t count) override {
-    std::uint8_t* pixels = pixels_.data();
-    for (std::size_t i = 0; i < count; ++i) {
-      std::memcpy(pixels + i * sizeof(Pixel32), colors_[row[i]].data(), sizeof(Pixel32));
-    }
-    return pixels;
+    Copy(row, pixels_.data(), count);
+    return pixels_.data();
+  }
+  void Copy(const std::uint8_t* row, std::uint8_t* pixels, std::size_t count) override {
+    show_(colors_.data()->data(), row, pixels, count);
   }
 
  private:
   std::array<Pixel32, 256> colors_{};
+  decltype(ColorRoutines::show) show_ = ColorRoutinesOf(simd::ProcessorLevel()).show;
   std::vector<std::uint8_t> pixels_;
 };
 

@@ -20,6 +20,8 @@ class PixelRows {
   // The pixels of a row: the row itself, or memory that holds until the next
   // call.
   virtual const std::uint8_t* Read(const std::uint8_t* row, std::size_t count) = 0;
+  // Writes them where nothing of the row is.
+  virtual void Copy(const std::uint8_t* row, std::uint8_t* pixels, std::size_t count) = 0;
 };
 
 // For rows of an image like this, up to `width` pixels long, as pixels of

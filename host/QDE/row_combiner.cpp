@@ -1,7 +1,6 @@
 #include "row_combiner.h"
 
 #include <array>
-#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -19,6 +18,12 @@ bool IsPlain(const PortColors& colors) {
          ToColor(colors[QDE_PortColor_BACK]) == kWhite;
 }
 
+// Whether colours come out as they are.
+bool KeepsColors(const Drawing& drawing) {
+  constexpr std::int16_t kSrcCopy = 0;
+  return drawing.mode.number == kSrcCopy && IsPlain(drawing.colors);
+}
+
 RowRoutine Choose(const RowRoutines& routines, const PortColors& colors) {
   return IsPlain(colors) ? routines.plain : routines.colored;
 }
@@ -28,7 +33,7 @@ std::array<std::uint32_t, 4> WeightsOf(const QDE_RGBColor& color, Format format)
   return {0, color.red, color.green, color.blue};
 }
 
-Operands MakeOperands(const PortColors& colors, Format format) {
+Operands MakeOperands(const Mode& mode, const PortColors& colors, Format format) {
   const auto pixelOf = [&](std::size_t which, std::uint8_t fourth) {
     return ToPixel(ToColor(colors[which]), format, fourth);
   };
@@ -41,6 +46,8 @@ Operands MakeOperands(const PortColors& colors, Format format) {
   operands.ceiling = pixelOf(QDE_PortColor_OP, 0xFF);
   operands.floor = pixelOf(QDE_PortColor_OP, 0);
   operands.weights = WeightsOf(colors[QDE_PortColor_OP], format);
+  constexpr std::int16_t kBlend = 32;
+  if (mode.number == kBlend) operands.blend = FindBlendFactors(operands.weights);
   return operands;
 }
 
@@ -87,15 +94,21 @@ class PixelCombiner : public RowCombiner {
   PixelCombiner(const Image& source, const Image& destination, const Drawing& drawing,
                 std::size_t width)
       : source_(MakePixelRows(source, destination.format, width)),
+        keeps_(KeepsColors(drawing)),
         routine_(Choose(drawing.mode.direct, drawing.colors)),
-        operands_(MakeOperands(drawing.colors, destination.format)) {}
+        operands_(MakeOperands(drawing.mode, drawing.colors, destination.format)) {}
 
   void Combine(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) override {
-    routine_(operands_, source_->Read(source, count), destination, count);
+    if (keeps_) {
+      source_->Copy(source, destination, count);
+    } else {
+      routine_(operands_, source_->Read(source, count), destination, count);
+    }
   }
 
  private:
   std::unique_ptr<PixelRows> source_;
+  bool keeps_;
   RowRoutine routine_;
   Operands operands_;
 };
@@ -106,8 +119,9 @@ class ColorCombiner : public RowCombiner {
   ColorCombiner(const Image& source, const Image& destination, const Drawing& drawing,
                 std::size_t width)
       : source_(MakePixelRows(source, source.format, width)),
+        keeps_(KeepsColors(drawing)),
         routine_(Choose(drawing.mode.direct, drawing.colors)),
-        operands_(MakeOperands(drawing.colors, source.format)),
+        operands_(MakeOperands(drawing.mode, drawing.colors, source.format)),
         pixels_(width * sizeof(Pixel32)) {
     const bool reads = drawing.mode.readsDestination;
     if (reads) destination_ = MakePixelRows(destination, source.format, width);
@@ -115,13 +129,15 @@ class ColorCombiner : public RowCombiner {
     TakeSwapFrom(&operands_, *colors, drawing.colors, source.format);
     IndexTarget target = {std::move(colors), source.format, reads};
     writer_ = drawing.dithers ? MakeDitheringWriter(std::move(target), width)
-                              : MakeNearestWriter(std::move(target));
+                              : MakeNearestWriter(std::move(target), width);
   }
 
   void Combine(const std::uint8_t* source, std::uint8_t* destination, std::size_t count) override {
-    if (destination_ != nullptr) {
-      std::memcpy(pixels_.data(), destination_->Read(destination, count), count * sizeof(Pixel32));
+    if (keeps_) {
+      writer_->Write(source_->Read(source, count), destination, count);
+      return;
     }
+    if (destination_ != nullptr) destination_->Copy(destination, pixels_.data(), count);
     routine_(operands_, source_->Read(source, count), pixels_.data(), count);
     writer_->Write(pixels_.data(), destination, count);
   }
@@ -129,6 +145,7 @@ class ColorCombiner : public RowCombiner {
  private:
   std::unique_ptr<PixelRows> source_;
   std::unique_ptr<PixelRows> destination_;  // null when it does not count
+  bool keeps_;
   RowRoutine routine_;
   Operands operands_;
   std::vector<std::uint8_t> pixels_;  // a row of the destination
@@ -154,21 +171,42 @@ class Translator : public RowCombiner {
   std::array<std::uint8_t, 256> indices_{};
 };
 
+bool ArePixelsAlike(const Image& source, const Image& destination) {
+  return source.layout.depth == 32 && destination.layout.depth == 32 &&
+         source.format == destination.format;
+}
+
+// The routine for indices of one table; null when there is none, or two tables.
+RowRoutine FindIndexRoutine(const Image& source, const Image& destination, const Drawing& drawing) {
+  if (source.layout.depth != 8 || destination.layout.depth != 8) return nullptr;
+  const RowRoutine routine = Choose(drawing.mode.indexed, drawing.colors);
+  return routine != nullptr && AreSame(*source.colors, *destination.colors) ? routine : nullptr;
+}
+
 }  // namespace
+
+bool TakesLongRuns(const Image& source, const Image& destination, const Drawing& drawing) {
+  if (ArePixelsAlike(source, destination)) return true;
+  const bool reordered = source.layout.depth == 32 && destination.layout.depth == 32;
+  return !reordered && !drawing.dithers && KeepsColors(drawing);
+}
+
+bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing) {
+  if (!KeepsColors(drawing)) return false;
+  return ArePixelsAlike(source, destination) ||
+         FindIndexRoutine(source, destination, drawing) != nullptr;
+}
 
 std::unique_ptr<RowCombiner> MakeRowCombiner(const Image& source, const Image& destination,
                                              const Drawing& drawing, std::size_t width) {
   if (destination.layout.depth == 32) {
     return std::make_unique<PixelCombiner>(source, destination, drawing, width);
   }
-  if (source.layout.depth == 8) {
-    const RowRoutine routine = Choose(drawing.mode.indexed, drawing.colors);
-    if (routine != nullptr && AreSame(*source.colors, *destination.colors)) {
-      return std::make_unique<IndexCombiner>(routine, source, drawing.colors);
-    }
-    if (!drawing.mode.readsDestination && !drawing.dithers) {
-      return std::make_unique<Translator>(source, destination, drawing);
-    }
+  if (const RowRoutine routine = FindIndexRoutine(source, destination, drawing)) {
+    return std::make_unique<IndexCombiner>(routine, source, drawing.colors);
+  }
+  if (source.layout.depth == 8 && !drawing.mode.readsDestination && !drawing.dithers) {
+    return std::make_unique<Translator>(source, destination, drawing);
   }
   return std::make_unique<ColorCombiner>(source, destination, drawing, width);
 }

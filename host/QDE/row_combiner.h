@@ -19,6 +19,13 @@ struct Drawing {
   const PortColors& colors;
 };
 
+// Whether the pixels come out just as they are.
+bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing);
+
+// Whether runs may be longer than the width, and then lose nothing by it: where
+// no run has to be kept meanwhile.
+bool TakesLongRuns(const Image& source, const Image& destination, const Drawing& drawing);
+
 class RowCombiner {
  public:
   RowCombiner() = default;

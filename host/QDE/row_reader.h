@@ -4,30 +4,31 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "axis.h"
 #include "image.h"
+#include "row_scaler.h"
 
 namespace qde {
 
 class RowReader {
  public:
-  // `copied`: rows are handed out as copies, even where they need no scaling.
+  // `copied`: rows are handed out as copies, even where they need no scaling,
+  // and are read anew each time.
   RowReader(const Image& source, const Axis& columns, bool copied);
 
   // The pixels that the columns show of row y, valid until the next call.
   const std::uint8_t* Read(std::int32_t y);
 
  private:
-  using Gather = void (*)(const std::uint8_t* row, const std::vector<std::uint32_t>& offsets,
-                          std::uint8_t* run);
-
   const Image& source_;
-  std::int32_t start_;                  // the first source column
-  Gather gather_ = nullptr;             // when scaled
-  std::vector<std::uint32_t> offsets_;  // when scaled: bytes from the first column on
-  std::vector<std::uint8_t> run_;       // when scaled or copied
+  std::int32_t start_;  // the first source column
+  bool copied_;
+  std::optional<RowScaler> scaler_;   // when scaled or copied
+  std::vector<std::uint8_t> run_;     // likewise
+  std::optional<std::int32_t> read_;  // the row that the run shows
 };
 
 }  // namespace qde

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <iterator>
 
+#include "level_routines.h"
+
 namespace qde {
 namespace {
 
@@ -242,7 +244,9 @@ constexpr RowRoutines Plain(RowRoutine routine) {
   return {routine, nullptr};
 }
 
-constexpr Mode kModes[] = {
+using Modes = std::array<Mode, kModeCount>;
+
+constexpr Modes kBaselineModes = {{
     {0, false, {CopyPixels, ColorPixels}, Plain(CopyIndices)},
     {1, true, Always(Or::OfPixels), Plain(Or::OfIndices)},
     {2, true, Always(Xor::OfPixels), Always(Xor::OfIndices)},
@@ -260,14 +264,44 @@ constexpr Mode kModes[] = {
     {38, true, Always(SubOverPixels), kNone},
     {39, true, Always(MinimumOfPixels), kNone},
     {50, true, Always(HilitePixels), kNone},
-};
+}};
+
+// Takes what a level has of its own.
+void Replace(RowRoutine* routine, RowRoutine faster) {
+  if (faster != nullptr) *routine = faster;
+}
+Modes WithRoutinesOf(const LevelRoutines& level) {
+  Modes modes = kBaselineModes;
+  for (std::size_t i = 0; i < modes.size(); ++i) {
+    Replace(&modes[i].direct.plain, level.direct[i].plain);
+    Replace(&modes[i].direct.colored, level.direct[i].colored);
+  }
+  return modes;
+}
+
+const Modes& ModesOf(simd::Level level) {
+  static const Modes sse41 = WithRoutinesOf(kSse41Routines);
+  static const Modes avx2 = WithRoutinesOf(kAvx2Routines);
+  static const Modes avx512 = WithRoutinesOf(kAvx512Routines);
+  switch (level) {
+    case simd::Level::Sse41:
+      return sse41;
+    case simd::Level::Avx2:
+      return avx2;
+    case simd::Level::Avx512:
+      return avx512;
+    default:
+      return kBaselineModes;
+  }
+}
 
 }  // namespace
 
-const Mode* FindMode(std::int16_t number) {
-  const auto* const found = std::find_if(std::begin(kModes), std::end(kModes),
+const Mode* FindMode(std::int16_t number, simd::Level level) {
+  const Modes& modes = ModesOf(level);
+  const auto* const found = std::find_if(modes.begin(), modes.end(),
                                          [number](const Mode& m) { return m.number == number; });
-  return found != std::end(kModes) ? found : nullptr;
+  return found != modes.end() ? found : nullptr;
 }
 
 }  // namespace qde

@@ -7,7 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "blend_factors.h"
 #include "pixel.h"
+#include "simd/processor.h"
 
 namespace qde {
 
@@ -23,6 +25,7 @@ struct Operands {
   Pixel32 ceiling;                        // the op colour; FF beside it
   Pixel32 floor;                          // the op colour; 0 beside it
   std::array<std::uint32_t, 4> weights;   // the op colour of 16 bits; 0 beside it
+  BlendFactors blend;                     // of the weights; may be left out where none exist
   std::array<std::uint8_t, 256> visible;  // by source index: 0 of the back colour, else FF
 };
 
@@ -43,8 +46,11 @@ struct Mode {
   RowRoutines indexed;  // for indices of one table; null: by way of the colours
 };
 
-// Null for a mode that is not there.
-const Mode* FindMode(std::int16_t number);
+constexpr std::size_t kModeCount = 17;
+
+// Null for a mode that is not there. All levels draw the same; the processor
+// has to have the one asked for.
+const Mode* FindMode(std::int16_t number, simd::Level level = simd::ProcessorLevel());
 
 }  // namespace qde
 

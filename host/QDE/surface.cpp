@@ -6,6 +6,7 @@
 #include "K_host.h"
 #include "colors.h"
 #include "registry.h"
+#include "reverse_pixels.h"
 #include "transfer.h"
 
 namespace qde {
@@ -202,10 +203,7 @@ void Surface::SetFormat(Format format) {
   const Pin pin(pixels_.get());
   const Ptr pixels = Pixels();
   if (pixels == nullptr) return;
-  for (std::int32_t row = 0; row < Height(layout_.bounds); ++row) {
-    QDE_ConvertBitsFast(pixels + std::ptrdiff_t{layout_.rowBytes} * row, 1,
-                        static_cast<std::int16_t>(Width(layout_.bounds)), layout_.rowBytes);
-  }
+  ReversePixels(pixels, Height(layout_.bounds), Width(layout_.bounds), layout_.rowBytes);
 }
 
 }  // namespace qde

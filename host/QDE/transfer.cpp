@@ -1,63 +1,16 @@
 #include "transfer.h"
 
 #include <cstring>
-#include <functional>
 #include <vector>
 
-#include "axis.h"
+#include "pixel_copy.h"
+#include "plan.h"
 #include "row_combiner.h"
 #include "row_reader.h"
 #include "row_routines.h"
 
 namespace qde {
 namespace {
-
-Span Columns(const Rect& rect) {
-  return {rect.left, rect.right};
-}
-Span Rows(const Rect& rect) {
-  return {rect.top, rect.bottom};
-}
-
-// What is drawn of the destination, and of the source.
-struct Plan {
-  Axis columns;
-  Axis rows;
-  [[nodiscard]] bool IsEmpty() const { return columns.IsEmpty() || rows.IsEmpty(); }
-  [[nodiscard]] bool IsScaled() const { return columns.IsScaled() || rows.IsScaled(); }
-};
-
-Plan MakePlan(const Image& source, const Image& destination, const Rect& sourceRect,
-              const Rect& destinationRect) {
-  const Rect& sourceBounds = source.layout.bounds;
-  const Rect& bounds = destination.layout.bounds;
-  return {
-      Axis(Columns(sourceRect), Columns(destinationRect), Columns(sourceBounds), Columns(bounds)),
-      Axis(Rows(sourceRect), Rows(destinationRect), Rows(sourceBounds), Rows(bounds))};
-}
-
-// Bytes from the first to the last pixel of an area.
-struct Memory {
-  const std::uint8_t* begin;
-  const std::uint8_t* end;
-};
-
-Memory MemoryOf(const Image& image, Span columns, Span rows) {
-  const std::int32_t bytes = BytesPerPixel(image.layout.depth);
-  return {image.At(columns.start, rows.start), image.At(columns.end - 1, rows.end - 1) + bytes};
-}
-
-Span Drawn(const Axis& axis) {
-  return {axis.DestinationOf(axis.First()), axis.DestinationOf(axis.Last() - 1) + 1};
-}
-
-bool Overlap(const Image& source, const Image& destination, const Plan& plan) {
-  const Memory from = MemoryOf(source, plan.columns.Shown(), plan.rows.Shown());
-  const Memory to = MemoryOf(destination, Drawn(plan.columns), Drawn(plan.rows));
-  // The two may be of different blocks, where only std::less has to hold.
-  constexpr std::less<> before;
-  return before(from.begin, to.end) && before(to.begin, from.end);
-}
 
 // Whether rows move as a whole by the same distance: then none is read after it
 // was written, if they go in the right order.
@@ -97,32 +50,63 @@ struct RowWork {
   const Drawing& drawing;
 };
 
+bool HasGaps(const Image& image, std::size_t count) {
+  return image.layout.rowBytes !=
+         static_cast<std::int32_t>(count) * BytesPerPixel(image.layout.depth);
+}
+
+// Rows without gaps between them are one long row.
+bool AreJoined(const RowWork& work, std::size_t count) {
+  return !work.plan.IsScaled() && !HasGaps(work.source, count) &&
+         !HasGaps(work.destination, count) &&
+         TakesLongRuns(work.source, work.destination, work.drawing);
+}
+
 void TransferRows(const RowWork& work, Order order, bool copied) {
   const auto& [columns, rows] = work.plan;
-  const auto count = static_cast<std::size_t>(columns.Last() - columns.First());
+  auto count = static_cast<std::size_t>(columns.Last() - columns.First());
+  std::int32_t last = rows.Last();
   const auto combiner = MakeRowCombiner(work.source, work.destination, work.drawing, count);
   RowReader reader(work.source, columns, copied);
   const std::int32_t left = columns.DestinationOf(columns.First());
-  for (std::int32_t i = rows.First(); i < rows.Last(); ++i) {
-    const std::int32_t row = order == Order::Downward ? i : rows.First() + rows.Last() - 1 - i;
+  if (!copied && AreJoined(work, count)) {
+    count *= static_cast<std::size_t>(last - rows.First());
+    last = rows.First() + 1;
+  }
+  for (std::int32_t i = rows.First(); i < last; ++i) {
+    const std::int32_t row = order == Order::Downward ? i : rows.First() + last - 1 - i;
     combiner->Combine(reader.Read(rows.SourceOf(row)),
                       work.destination.At(left, rows.DestinationOf(row)), count);
   }
 }
 
-void TransferOverlapping(const RowWork& work) {
-  const Memory from = MemoryOf(work.source, work.plan.columns.Shown(), work.plan.rows.Shown());
-  const Memory to = MemoryOf(work.destination, Drawn(work.plan.columns), Drawn(work.plan.rows));
-  const Order order = from.begin < to.begin ? Order::Upward : Order::Downward;
+// Images that do not overlap.
+void TransferApart(const RowWork& work) {
+  if (KeepsPixels(work.source, work.destination, work.drawing)) {
+    CopyPixels(work.source, work.destination, work.plan);
+  } else {
+    TransferRows(work, Order::Downward, false);
+  }
+}
+
+void TransferShifted(const RowWork& work, Order order) {
+  if (KeepsPixels(work.source, work.destination, work.drawing)) {
+    ShiftPixels(work.source, work.destination, work.plan);
+  } else {
+    TransferRows(work, order, true);
+  }
+}
+
+void TransferOverlapping(const RowWork& work, Order order) {
   // Dithering knows one order only.
   const bool possible = order == Order::Downward || !work.drawing.dithers;
   if (possible && IsShift(work.source, work.destination, work.plan)) {
-    TransferRows(work, order, true);
+    TransferShifted(work, order);
     return;
   }
   std::vector<std::uint8_t> memory;
   const Image copy = CopyShown(work.source, work.plan, &memory);
-  TransferRows({copy, work.destination, work.plan, work.drawing}, Order::Downward, false);
+  TransferApart({copy, work.destination, work.plan, work.drawing});
 }
 
 }  // namespace
@@ -137,10 +121,12 @@ Error Transfer(const Image& source, const Image& destination, const Rect& source
   const bool dithers = (ink.mode & kDither) != 0 && destination.layout.depth == 8;
   const Drawing drawing{*mode, dithers, ink.colors};
   const RowWork work{source, destination, plan, drawing};
-  if (Overlap(source, destination, plan)) {
-    TransferOverlapping(work);
+  const Memory from = MemoryShown(source, plan);
+  const Memory to = MemoryDrawn(destination, plan);
+  if (Overlap(from, to)) {
+    TransferOverlapping(work, from.begin < to.begin ? Order::Upward : Order::Downward);
   } else {
-    TransferRows(work, Order::Downward, false);
+    TransferApart(work);
   }
   return kNoError;
 }
