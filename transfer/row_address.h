@@ -15,8 +15,10 @@ std::int32_t PXLp_RefuseAddress();
 // otherwise reports and gives PXL_Err_REFUSED. The World is held locked by the
 // caller: its base address is taken as it stands, and a negative stride is
 // followed. Inline, since a blit asks twice for each row.
-inline std::int32_t PXLp_WorldGetBaseAddrXY(PXL_WorldHandle worldH, std::int32_t expectedDepth,
-                                            std::int32_t x, std::int32_t y, void** address) {
+[[gnu::always_inline]] inline std::int32_t PXLp_WorldGetBaseAddrXY(PXL_WorldHandle worldH,
+                                                                   std::int32_t expectedDepth,
+                                                                   std::int32_t x, std::int32_t y,
+                                                                   void** address) {
   const PXL_World& world = *RecordOf(worldH);
   if (world.depth != expectedDepth) return PXLp_RefuseAddress();
   const std::int64_t offset =

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "transfer/kernels/Kernels.h"
 
@@ -22,7 +23,7 @@ inline constexpr std::size_t PXLp_STEP_CHANNELS = Step::BYTES / sizeof(typename 
 // How far ahead, in bytes, when the source comes from a core's own cache, and
 // when it comes from farther away.
 inline constexpr std::size_t PXLp_DISTANCE_IN_CACHE = 1024;
-inline constexpr std::size_t PXLp_DISTANCE_IN_MEMORY = 2048;
+inline constexpr std::size_t PXLp_DISTANCE_IN_MEMORY = 4096;
 
 // Asks for the source of later vectors. Narrowing reads so much more than it
 // writes that the processor's own foresight falls behind.
@@ -30,7 +31,7 @@ template <class Step>
 void PXLp_FetchAhead(const typename Step::Source* from, std::size_t distance) {
   constexpr std::size_t LINE = 64;
   constexpr std::size_t READ = PXLp_STEP_CHANNELS<Step> * sizeof(typename Step::Source);
-  if constexpr (READ > Step::BYTES) {
+  if constexpr (READ > 2 * Step::BYTES) {
     for (std::size_t i = 0; i < READ; i += LINE) {
       _mm_prefetch(reinterpret_cast<const char*>(from) + distance + i, _MM_HINT_T0);
     }
@@ -56,14 +57,23 @@ void PXLp_CachingRow(const void* source, void* destination, std::size_t channels
   Step::Store(to + last, Step::Convert(from + last));
 }
 
+// Stores `count` of a vector's channels, from the one at `first` on.
+template <class Step>
+void PXLp_StorePart(typename Step::Destination* to, typename Step::Type vector, std::size_t first,
+                    std::size_t count) {
+  typename Step::Destination channels[PXLp_STEP_CHANNELS<Step>];
+  Step::Store(channels, vector);
+  std::memcpy(to, channels + first, count * sizeof(typename Step::Destination));
+}
+
 // Streaming stores have to be at multiples of the vector's size. What is before
-// the first and behind the last such is part of a vector that is stored plainly
-// and reaches into its neighbour.
+// the first and behind the last such is stored plainly, and to the channel: a
+// line that is written in both ways costs more than all of a row.
 template <class Step>
 void PXLp_StreamingRow(const void* source, void* destination, std::size_t channels) {
   constexpr std::size_t STEP = PXLp_STEP_CHANNELS<Step>;
-  const std::size_t head = (0 - reinterpret_cast<std::uintptr_t>(destination)) % Step::BYTES;
   constexpr std::size_t CHANNEL = sizeof(typename Step::Destination);
+  const std::size_t head = (0 - reinterpret_cast<std::uintptr_t>(destination)) % Step::BYTES;
   if (channels < STEP || head % CHANNEL != 0) {
     PXLp_CachingRow<Step>(source, destination, channels);
     return;
@@ -71,13 +81,15 @@ void PXLp_StreamingRow(const void* source, void* destination, std::size_t channe
   const auto* from = static_cast<const typename Step::Source*>(source);
   auto* to = static_cast<typename Step::Destination*>(destination);
   std::size_t i = head / CHANNEL;
-  if (i != 0) Step::Store(to, Step::Convert(from));
+  if (i != 0) PXLp_StorePart<Step>(to, Step::Convert(from), 0, i);
   for (; i + STEP <= channels; i += STEP) {
     PXLp_FetchAhead<Step>(from + i, PXLp_DISTANCE_IN_MEMORY);
     Step::Stream(to + i, Step::Convert(from + i));
   }
-  const std::size_t last = channels - STEP;
-  if (i < channels) Step::Store(to + last, Step::Convert(from + last));
+  const std::size_t rest = channels - i;
+  if (rest != 0) {
+    PXLp_StorePart<Step>(to + i, Step::Convert(from + channels - STEP), STEP - rest, rest);
+  }
 }
 
 template <class Step>
