@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "environment.h"
+#include "host/utf8_path.h"
 #include "section.h"
 
 namespace vetrix {
@@ -27,16 +28,11 @@ constexpr int kAttempts = 16;
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
 }
 
-fs::path PathOf(const std::string& utf8) {
-  const auto* bytes = reinterpret_cast<const char8_t*>(utf8.data());
-  return {bytes, bytes + utf8.size()};
-}
-
 // Where backing files are made.
 fs::path BackingDirectory() {
   for (const char* variable : {"VETRIX_MAPPED_DIR", "TMPDIR"}) {
     const std::string directory = Variable(variable);
-    if (!directory.empty()) return PathOf(directory);
+    if (!directory.empty()) return PathOfUtf8(directory);
   }
   return fs::temp_directory_path();
 }
@@ -55,8 +51,7 @@ HANDLE OpenBackingFile(const fs::path& directory) {
     if (file != INVALID_HANDLE_VALUE) return file;
     if (GetLastError() != ERROR_FILE_EXISTS) break;
   }
-  const auto name = directory.u8string();
-  ThrowLastError("cannot make a file in " + std::string(name.begin(), name.end()));
+  ThrowLastError("cannot make a file in " + Utf8OfPath(directory));
 }
 
 // The file grows to its size and takes the disk's space for it.

@@ -1,12 +1,12 @@
 #include "settings.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <utility>
 #include <vector>
 
 #include "environment.h"
+#include "host/utf8_path.h"
 #include "settings_toml.h"
 #include "vetrix_host.h"
 
@@ -14,7 +14,7 @@ namespace vetrix {
 namespace {
 
 std::optional<std::string> ReadWholeFile(const std::string& path) {
-  std::ifstream file(std::filesystem::path(path), std::ios::binary);
+  std::ifstream file(PathOfUtf8(path), std::ios::binary);
   std::string text;
   // Character by character: that way the stream keeps the error of what opens
   // but cannot be read, such as a directory.

@@ -1,0 +1,84 @@
+#include "tools/pxl/png_chunks.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <istream>
+
+#include "tools/pxl/failure.h"
+
+namespace pxl {
+namespace {
+
+// A chunk's claim of its length is believed that far at a time.
+constexpr std::size_t kPortion = std::size_t{1} << 20;
+constexpr std::uint32_t kLongest = 0x7FFFFFFF;
+
+void ReadExactly(std::istream& stream, char* data, std::size_t count) {
+  stream.read(data, static_cast<std::streamsize>(count));
+  if (!stream) throw Failure("damaged PNG: the file ends too early");
+}
+
+std::uint32_t NumberIn(const std::uint8_t* bytes) {
+  std::uint32_t value = 0;
+  for (int i = 0; i < 4; ++i) value = value << 8 | bytes[i];
+  return value;
+}
+
+std::uint32_t ReadNumber(std::istream& stream) {
+  std::array<std::uint8_t, 4> bytes{};
+  ReadExactly(stream, reinterpret_cast<char*>(bytes.data()), bytes.size());
+  return NumberIn(bytes.data());
+}
+
+void AppendNumber(std::string& bytes, std::uint32_t value) {
+  for (int shift = 24; shift >= 0; shift -= 8) bytes.push_back(static_cast<char>(value >> shift));
+}
+
+std::uint32_t Checksum(const PngChunk& chunk) {
+  const auto* name = reinterpret_cast<const Bytef*>(chunk.name.data());
+  const uLong ofName = crc32(0, name, static_cast<uInt>(chunk.name.size()));
+  // Without data the library would start anew.
+  if (chunk.data.empty()) return static_cast<std::uint32_t>(ofName);
+  return static_cast<std::uint32_t>(
+      crc32(ofName, chunk.data.data(), static_cast<uInt>(chunk.data.size())));
+}
+
+}  // namespace
+
+PngStart StartOf(const PngChunk& chunk) {
+  constexpr std::size_t kLength = 13;
+  if (chunk.name != "IHDR" || chunk.data.size() != kLength) {
+    throw Failure("damaged PNG: no header");
+  }
+  return {NumberIn(chunk.data.data()), NumberIn(chunk.data.data() + 4), chunk.data[8],
+          chunk.data[9]};
+}
+
+PngChunk ReadChunk(std::istream& stream) {
+  const std::uint32_t length = ReadNumber(stream);
+  if (length > kLongest) throw Failure("damaged PNG: a chunk of an impossible length");
+  PngChunk chunk{std::string(4, '\0'), {}};
+  ReadExactly(stream, chunk.name.data(), chunk.name.size());
+  while (chunk.data.size() < length) {
+    const std::size_t before = chunk.data.size();
+    const std::size_t count = std::min(kPortion, length - before);
+    chunk.data.resize(before + count);
+    ReadExactly(stream, reinterpret_cast<char*>(chunk.data.data() + before), count);
+  }
+  if (ReadNumber(stream) != Checksum(chunk)) {
+    throw Failure("damaged PNG: a chunk has a wrong checksum");
+  }
+  return chunk;
+}
+
+std::string ChunkBytes(const PngChunk& chunk) {
+  std::string bytes;
+  AppendNumber(bytes, static_cast<std::uint32_t>(chunk.data.size()));
+  bytes += chunk.name;
+  bytes.append(chunk.data.begin(), chunk.data.end());
+  AppendNumber(bytes, Checksum(chunk));
+  return bytes;
+}
+
+}  // namespace pxl
