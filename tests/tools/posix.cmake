@@ -26,3 +26,18 @@ target_sources(pxl_program_test PRIVATE
   streams_posix_test.cpp
   usage_test.cpp)
 target_link_libraries(pxl_program_test PRIVATE test_pictures)
+
+# The file libraries of the Windows build are tested here, where there is what
+# makes files of every kind. Not under a sanitizer: tinyexr loses what a damaged
+# file made it allocate.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  find_package(ZLIB REQUIRED)
+  include(${PROJECT_SOURCE_DIR}/tools/pxl/portable_libraries.cmake)
+  pxl_add_test(portable_pictures_test
+    ${PROJECT_SOURCE_DIR}/tools/pxl/exr_file_tinyexr.cpp
+    ${PROJECT_SOURCE_DIR}/tools/pxl/png_chunks.cpp
+    ${PROJECT_SOURCE_DIR}/tools/pxl/png_file_stb.cpp
+    exr_file_test.cpp
+    png_file_test.cpp)
+  target_link_libraries(portable_pictures_test PRIVATE picture_libraries test_pictures)
+endif()

@@ -145,8 +145,11 @@ class ExrReader : public PictureReader {
     }
     Image image;
     Message message;
-    Check(LoadEXRImageFromMemory(&image, &exr_, Bytes(), file_.size(), message.Place()),
-          "damaged OpenEXR", message);
+    const int status =
+        LoadEXRImageFromMemory(&image, &exr_, Bytes(), file_.size(), message.Place());
+    // What the library could not finish it has freed, and yet left there.
+    if (status != TINYEXR_SUCCESS) InitEXRImage(&image);
+    Check(status, "damaged OpenEXR", message);
     if (image.images != nullptr) {
       Put(rows, {image.images, data_.left, data_.top, image.width, image.height});
     }

@@ -4,6 +4,8 @@ set(ZLIB_USE_STATIC_LIBS ON)
 find_package(ZLIB REQUIRED)
 find_package(stb REQUIRED)
 find_package(tinyexr REQUIRED)
+include(portable_libraries.cmake)
+target_link_libraries(picture_libraries PUBLIC stb::stb tinyexr::tinyexr)
 
 target_sources(pxl_pictures PRIVATE
   exr_file_tinyexr.cpp
@@ -11,8 +13,3 @@ target_sources(pxl_pictures PRIVATE
   png_chunks.cpp
   png_file_stb.cpp)
 target_link_libraries(pxl_pictures PRIVATE picture_libraries)
-
-# Their code, which is not held to this project's warnings.
-add_library(picture_libraries STATIC exr_implementation.cpp stb_implementation.cpp)
-target_compile_definitions(picture_libraries PUBLIC TINYEXR_USE_MINIZ=0)
-target_link_libraries(picture_libraries PUBLIC stb::stb tinyexr::tinyexr ZLIB::ZLIB)

@@ -13,6 +13,7 @@ namespace {
 // A chunk's claim of its length is believed that far at a time.
 constexpr std::size_t kPortion = std::size_t{1} << 20;
 constexpr std::uint32_t kLongest = 0x7FFFFFFF;
+constexpr std::uint32_t kLargestSide = 0x7FFFFFFF;
 
 void ReadExactly(std::istream& stream, char* data, std::size_t count) {
   stream.read(data, static_cast<std::streamsize>(count));
@@ -44,6 +45,27 @@ std::uint32_t Checksum(const PngChunk& chunk) {
       crc32(ofName, chunk.data.data(), static_cast<uInt>(chunk.data.size())));
 }
 
+bool IsSide(std::uint32_t pixels) {
+  return pixels > 0 && pixels <= kLargestSide;
+}
+
+bool IsKnownKind(const PngStart& start) {
+  constexpr std::array<int, 5> kDepths = {1, 2, 4, 8, 16};
+  const bool sound = std::ranges::find(kDepths, start.bits) != kDepths.end();
+  switch (start.colourType) {
+    case 0:
+      return sound;
+    case 3:
+      return sound && start.bits <= 8;
+    case 2:
+    case 4:
+    case 6:
+      return sound && start.bits >= 8;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 PngStart StartOf(const PngChunk& chunk) {
@@ -51,8 +73,13 @@ PngStart StartOf(const PngChunk& chunk) {
   if (chunk.name != "IHDR" || chunk.data.size() != kLength) {
     throw Failure("damaged PNG: no header");
   }
-  return {NumberIn(chunk.data.data()), NumberIn(chunk.data.data() + 4), chunk.data[8],
-          chunk.data[9]};
+  const PngStart start = {NumberIn(chunk.data.data()), NumberIn(chunk.data.data() + 4),
+                          chunk.data[8], chunk.data[9]};
+  if (!IsSide(start.width) || !IsSide(start.height)) {
+    throw Failure("damaged PNG: an impossible size");
+  }
+  if (!IsKnownKind(start)) throw Failure("damaged PNG: an unknown kind of pixels");
+  return start;
 }
 
 PngChunk ReadChunk(std::istream& stream) {

@@ -20,6 +20,7 @@ struct PngStart {
   int bits;        // a channel
   int colourType;  // 0 grey, 2 RGB, 3 palette, 4 grey and alpha, 6 RGBA
 };
+// Throws Failure for what no PNG file may say.
 PngStart StartOf(const PngChunk& chunk);
 
 // Takes a chunk off the stream. Throws Failure when the file ends within it or

@@ -40,11 +40,11 @@ using Decoded = std::unique_ptr<Channel, decltype(&stbi_image_free)>;
 class PngReader : public PictureReader {
  public:
   explicit PngReader(std::istream& stream) : stream_(stream) {
+    if (!IsPng(stream_)) throw Failure("damaged PNG: no signature");
     stream_.seekg(kPngSignature.size());
     const PngStart start = StartOf(ReadChunk(stream_));
     header_.width = start.width;
     header_.height = start.height;
-    if (header_.width == 0 || header_.height == 0) throw Failure("damaged PNG: no pixels");
     header_.samples = start.bits == 16 ? SampleType::Integer16 : SampleType::Integer8;
     header_.format = "PNG, " + std::to_string(start.bits) + " bits a channel, " +
                      NameOfPngColourType(start.colourType);
