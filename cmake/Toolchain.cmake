@@ -61,8 +61,8 @@ function(pxl_raise_levels target)
     list(APPEND avx512 -Wno-maybe-uninitialized)
   endif()
   if(MINGW)
-    # GCC keeps the stack of Windows at multiples of 16 and yet spills wider
-    # vectors there with moves that ask for more.
+    # GCC keeps the stack of Windows at multiples of 16 and yet, unless it is
+    # patched as Debian's is, spills wider vectors there with aligned moves.
     foreach(level IN ITEMS avx2 avx512)
       list(APPEND ${level} -Wa,-muse-unaligned-vector-move)
     endforeach()

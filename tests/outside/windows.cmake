@@ -27,3 +27,10 @@ foreach(library IN ITEMS QDE K vetrix TRC Q TXT)
     -D HOST_HEADER=${PROJECT_SOURCE_DIR}/host/${library}/include/${library}_host.h
     -P ${CMAKE_CURRENT_SOURCE_DIR}/check_interface_windows.cmake)
 endforeach()
+
+# The stack holds wide vectors wherever they fall.
+foreach(library IN ITEMS PXL QDE)
+  add_test(NAME vector_moves_of_${library} COMMAND ${CMAKE_COMMAND}
+    -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}>
+    -P ${CMAKE_CURRENT_SOURCE_DIR}/check_vector_moves_windows.cmake)
+endforeach()
