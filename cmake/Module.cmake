@@ -54,13 +54,12 @@ endfunction()
 
 pxl_add_module(PXL SHARED)
 target_link_libraries(PXL PRIVATE QDE K vetrix TRC Q TXT)
-target_link_options(PXL PRIVATE -Wl,--version-script=${PXL_VERSION_SCRIPT})
+pxl_export_only_listed(PXL)
 pxl_refuse_undefined(PXL)
 set_target_properties(PXL PROPERTIES
   DEFINE_SYMBOL PXL_EXPORTS
   VERSION ${PROJECT_VERSION}
-  SOVERSION ${PROJECT_VERSION_MAJOR}
-  LINK_DEPENDS ${PXL_VERSION_SCRIPT})
+  SOVERSION ${PROJECT_VERSION_MAJOR})
 
 pxl_add_module(PXL_static STATIC)
 target_compile_definitions(PXL_static PUBLIC

@@ -19,6 +19,20 @@ set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 # Programs find the libraries beside them, wherever the folder is moved to.
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
+# Sources that end in the name of a system hold what that system does in its own
+# way; one of each is built.
+if(WIN32)
+  set(PXL_SYSTEM windows)
+else()
+  set(PXL_SYSTEM posix)
+endif()
+
+if(WIN32)
+  # The libraries are known by their bare names.
+  set(CMAKE_SHARED_LIBRARY_PREFIX "")
+  include(windows/Runtime)
+endif()
+
 # Every target of the project links this.
 add_library(pxl_flags INTERFACE)
 target_compile_options(pxl_flags INTERFACE
@@ -59,6 +73,13 @@ function(pxl_raise_levels target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # GCC 12 takes the undefined vectors of its own header for a mistake.
     list(APPEND avx512 -Wno-maybe-uninitialized)
+  endif()
+  if(MINGW)
+    # GCC keeps the stack of Windows at multiples of 16 and yet, unless it is
+    # patched as Debian's is, spills wider vectors there with aligned moves.
+    foreach(level IN ITEMS avx2 avx512)
+      list(APPEND ${level} -Wa,-muse-unaligned-vector-move)
+    endforeach()
   endif()
   get_target_property(sources ${target} SOURCES)
   foreach(source IN LISTS sources)

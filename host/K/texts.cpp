@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "K_host.h"
+#include "host/utf8_path.h"
 #include "mac_roman.h"
 #include "translation_file.h"
 #include "translations.h"
@@ -64,7 +65,7 @@ std::vector<std::string> TagsToTry(std::string tag) {
 k::TranslatedTexts ReadLanguage(const std::filesystem::path& folder, const std::string& tag) {
   for (const std::string& name : TagsToTry(tag)) {
     const std::filesystem::path path = folder / (name + ".txt");
-    if (std::filesystem::exists(path)) return ReadFile(path.string());
+    if (std::filesystem::exists(path)) return ReadFile(Utf8OfPath(path));
   }
   return {};
 }
@@ -92,7 +93,7 @@ Boolean K_SetTranslation(const char* text, char* problem, std::uint64_t size) {
 Boolean K_SetLanguage(const char* folder, const char* language, char* problem, std::uint64_t size) {
   const auto read = [folder, language] {
     const bool named = folder != nullptr && language != nullptr;
-    return named ? ReadLanguage(folder, language) : k::TranslatedTexts();
+    return named ? ReadLanguage(PathOfUtf8(folder), language) : k::TranslatedTexts();
   };
   return Replace(read, problem, size);
 }

@@ -11,6 +11,7 @@
 
 #include "K_host.h"
 #include "mac_roman.h"
+#include "open_file.h"
 #include "platform/vetrix.h"
 #include "zstring.h"
 
@@ -106,7 +107,7 @@ TranslatedTexts ParseTranslation(std::string_view text) {
 }
 
 std::string ReadTranslationFile(const std::string& path) {
-  const File file(std::fopen(path.c_str(), "rb"), &std::fclose);
+  const File file(OpenFile(path), &std::fclose);
   if (file == nullptr) ThrowSystemError();
   std::string text;
   std::array<char, 65536> block{};

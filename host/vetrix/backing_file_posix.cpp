@@ -5,9 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <limits>
 #include <system_error>
+
+#include "environment.h"
 
 namespace vetrix {
 namespace {
@@ -28,8 +29,8 @@ std::uint64_t LargestFile() {
 
 std::string BackingDirectory() {
   for (const char* variable : {"VETRIX_MAPPED_DIR", "TMPDIR"}) {
-    const char* directory = std::getenv(variable);
-    if (directory != nullptr && *directory != '\0') return directory;
+    std::string directory = Variable(variable);
+    if (!directory.empty()) return directory;
   }
   // Not /tmp: that is often memory, which mapped files are meant to spare.
   return "/var/tmp";

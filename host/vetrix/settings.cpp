@@ -1,11 +1,12 @@
 #include "settings.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <utility>
 #include <vector>
 
+#include "environment.h"
+#include "host/utf8_path.h"
 #include "settings_toml.h"
 #include "vetrix_host.h"
 
@@ -13,7 +14,7 @@ namespace vetrix {
 namespace {
 
 std::optional<std::string> ReadWholeFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(PathOfUtf8(path), std::ios::binary);
   std::string text;
   // Character by character: that way the stream keeps the error of what opens
   // but cannot be read, such as a directory.
@@ -25,8 +26,8 @@ std::optional<std::string> ReadWholeFile(const std::string& path) {
 }  // namespace
 
 Settings::Settings() {
-  const char* path = std::getenv("VETRIX_SETTINGS");
-  if (path != nullptr && *path != '\0') LoadFile(path);
+  const std::string path = Variable("VETRIX_SETTINGS");
+  if (!path.empty()) LoadFile(path);
 }
 
 Settings& Settings::Instance() {

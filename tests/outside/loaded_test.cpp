@@ -1,5 +1,4 @@
 // The shipped library, loaded by name as a plug-in host would.
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -7,6 +6,7 @@
 #include <vector>
 
 #include "PXL.h"
+#include "tests/system/shared_library.h"
 
 namespace {
 
@@ -22,38 +22,42 @@ std::vector<std::string> ExportedNames() {
 class LoadedLibrary : public ::testing::Test {
  protected:
   LoadedLibrary() {
-    static void* const loaded = dlopen(LIBRARY_FILE, RTLD_NOW | RTLD_LOCAL);
+    static std::string problem;
+    static void* const loaded = LoadSharedLibrary(LIBRARY_FILE, problem);
     library_ = loaded;
+    problem_ = problem;
   }
 
   template <class Function>
   Function* Find(const char* name) {
-    return reinterpret_cast<Function*>(dlsym(library_, name));
+    return reinterpret_cast<Function*>(FindExported(library_, name));
   }
 
   void* library_;
+  std::string problem_;
 };
 
 }  // namespace
 
 TEST_F(LoadedLibrary, HasEveryExportedName) {
-  ASSERT_NE(library_, nullptr) << dlerror();
+  ASSERT_NE(library_, nullptr) << problem_;
   const auto names = ExportedNames();
   EXPECT_EQ(names.size(), 30U);
-  for (const std::string& name : names) EXPECT_NE(dlsym(library_, name.c_str()), nullptr) << name;
+  for (const std::string& name : names)
+    EXPECT_NE(FindExported(library_, name.c_str()), nullptr) << name;
 }
 
 TEST_F(LoadedLibrary, HidesWhatIsItsOwn) {
-  ASSERT_NE(library_, nullptr) << dlerror();
+  ASSERT_NE(library_, nullptr) << problem_;
   for (const char* name : {"PXLp_CheckWorld", "PXLp_ComputeGeometry", "PXLp_IsPoolFrame",
                            "PXLp_ReleaseWorld", "PXLp_Blit64", "PXLp_BuildConversionTables"}) {
-    EXPECT_EQ(dlsym(library_, name), nullptr) << name;
+    EXPECT_EQ(FindExported(library_, name), nullptr) << name;
   }
 }
 
 TEST_F(LoadedLibrary, ServesAHostThatFoundItsFunctionsByName) {
-  ASSERT_NE(library_, nullptr) << dlerror();
-  const auto* state = static_cast<const PXL_ModuleState*>(dlsym(library_, "PXLp_G"));
+  ASSERT_NE(library_, nullptr) << problem_;
+  const auto* state = static_cast<const PXL_ModuleState*>(FindExported(library_, "PXLp_G"));
   EXPECT_EQ(state->bornMark, 0U);
   EXPECT_EQ(Find<decltype(PXL_PkgObjectVersion)>("PXL_PkgObjectVersion")(), 0x001F000EU);
   EXPECT_EQ(Find<decltype(PXL_Birth)>("PXL_Birth")(3), 0);

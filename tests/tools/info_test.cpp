@@ -73,16 +73,3 @@ TEST(Info, IsReadableWithoutJson) {
   EXPECT_THAT(outcome.output, HasSubstr("PNG, 8 bits a channel, RGB\n"));
   EXPECT_THAT(outcome.output, HasSubstr("480 pixels\n"));
 }
-
-TEST(Info, CopesWithNamesThatAreNoUtf8) {
-  const TemporaryFolder folder;
-  const std::string odd = (folder / "\xFF.png").string();
-  std::filesystem::copy_file(SamplePicture("astronaut.png"), odd);
-  EXPECT_EQ(InfoOf({odd})["picture"]["width"], 192);
-}
-
-TEST(Info, ThatCannotBePrintedIsAFailure) {
-  const Outcome outcome = RunPxlInShell("", {"info"}, ">/dev/full");
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_TRUE(IsOneLine(outcome.errors, "pxl: standard output: "));
-}

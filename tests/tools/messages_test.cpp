@@ -33,11 +33,3 @@ TEST(Messages, ShowTypographicApostrophes) {
   EXPECT_THAT(outcome.output, HasSubstr("composition\u2019s resolution"));
   EXPECT_EQ(outcome.output.find("#{"), std::string::npos);
 }
-
-TEST(Messages, ThatCannotBePrintedAreAFailure) {
-  for (const std::string option : {"--json", "--help"}) {
-    const Outcome outcome = RunPxlInShell("", {"messages", option}, ">/dev/full");
-    EXPECT_EQ(outcome.code, 1);
-    EXPECT_TRUE(IsOneLine(outcome.errors, "pxl: standard output: "));
-  }
-}

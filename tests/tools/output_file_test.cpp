@@ -53,30 +53,8 @@ TEST(OutputFile, ReplacesAFileOnlyAtTheEnd) {
   EXPECT_EQ(ReadBytes(folder / "a.png"), "new");
 }
 
-TEST(OutputFile, FollowsASymbolicLink) {
-  const TemporaryFolder folder;
-  WriteBytes(folder / "target", "old");
-  fs::create_symlink("target", folder / "link.png");
-  OutputFile file(folder / "link.png");
-  file.stream() << "new";
-  file.Commit();
-  EXPECT_TRUE(fs::is_symlink(folder / "link.png"));
-  EXPECT_EQ(ReadBytes(folder / "target"), "new");
-}
-
-TEST(OutputFile, MayHaveTheLongestOfNames) {
-  const TemporaryFolder folder;
-  std::string name(251, 'n');
-  name += ".png";
-  OutputFile file(folder / name);
-  file.Commit();
-  EXPECT_THAT(folder.Names(), ElementsAre(name));
-}
-
 TEST(OutputFile, RefusesPlacesWhereItCannotBe) {
   const TemporaryFolder folder;
   EXPECT_THAT(ReasonAgainst(folder / "no" / "a.png"), HasSubstr("no such folder"));
   EXPECT_EQ(ReasonAgainst(folder.path()), "is a folder");
-  EXPECT_EQ(ReasonAgainst("/dev/null"), "is not a regular file");
-  EXPECT_THAT(ReasonAgainst("/proc/a.png"), HasSubstr("cannot write there"));
 }

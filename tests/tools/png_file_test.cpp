@@ -196,6 +196,10 @@ TEST(PngTransparency, OfAColourComparesAllSixteenBits) {
 TEST(PngFile, SurvivesWritingAndReadingAtBothDepths) {
   for (const SampleType samples : {SampleType::Integer8, SampleType::Integer16}) {
     const Picture picture = RandomPicture(samples);
+    if (samples == SampleType::Integer16 && !CanWrite16BitPng()) {
+      EXPECT_THROW(Encode(picture), Failure);
+      continue;
+    }
     const Picture back = Decode(Encode(picture));
     EXPECT_EQ(back.header.samples, samples);
     EXPECT_EQ(back.pixels, picture.pixels);

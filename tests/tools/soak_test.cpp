@@ -71,12 +71,6 @@ TEST_F(SoakProgram, DrawsItsMemory) {
   EXPECT_THAT(folder_.Names(), ElementsAre("memory.svg"));
 }
 
-TEST_F(SoakProgram, ShowsHowFarItIsOnATerminal) {
-  const Outcome outcome = RunPxlOnATerminal({"soak", "--minutes", "0.01"});
-  EXPECT_EQ(outcome.code, 0);
-  EXPECT_THAT(outcome.output, HasSubstr("] 0/1 s"));
-}
-
 TEST_F(SoakProgram, RefusesWhatCannotBeMeant) {
   ExpectUsageError({}, "--minutes: is required");
   ExpectUsageError({"--minutes", "0.01", "--plot", Path("memory.png")},

@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "tests/host/vetrix/open_files.h"
+#include "tests/system/variables.h"
 #include "tests/whole/whole.h"
 
 class MappedWorlds : public Whole {

@@ -1,4 +1,3 @@
-#include "tests/host/K/group_files.h"
 #include "tests/whole/whole.h"
 
 using ::testing::StartsWith;
@@ -16,22 +15,6 @@ TEST_F(Shortage, TellsTheSizeOfTheImage) {
                          "1080 @ 32 bpc). Either decrease the memory requirements for the "
                          "rendering of this frame, or install more RAM. (12805). For more "
                          "information, see "));
-}
-
-TEST_F(Shortage, ComesFromTheLimitOfTheProcessGroupToo) {
-  const GroupFiles group("/container");
-  group.Write("/container", "memory.max", 50 << 20);
-  group.Write("/container", "memory.current", 10 << 20);
-  group.Read();
-  EXPECT_EQ(FailToMake(128, 1920, 1600), 4);
-  ASSERT_EQ(reports_.size(), 1U);
-  EXPECT_EQ(reports_[0].code, 0x70005U);
-  K_MemoryRefusals refusals;
-  K_GetMemoryRefusals(&refusals);
-  EXPECT_EQ(refusals.last, K_MemoryLimit_GROUP);
-  PXL_WorldHandle smaller = Make(128, 1920, 1080);
-  ASSERT_NE(smaller, nullptr);
-  Dispose(smaller);
 }
 
 TEST_F(Shortage, TellsAnImageBeyondTheLimitFromOneBeyondTheMemory) {

@@ -48,9 +48,9 @@ bool HasNoVerb(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 // The library would only say that a verb is missing.
-void RefuseUnknownVerb(const CLI::App& app, int count, const char* const* arguments) {
-  if (count < 2) throw UsageError(kNoVerb);
-  const std::string first = arguments[1];
+void RefuseUnknownVerb(const CLI::App& app, const std::vector<std::string>& arguments) {
+  if (arguments.size() < 2) throw UsageError(kNoVerb);
+  const std::string& first = arguments[1];
   const auto hasName = [&](const CLI::App* verb) { return verb->get_name() == first; };
   if (first.rfind('-', 0) == 0 || !app.get_subcommands(hasName).empty()) return;
   throw UsageError(first, "is no verb; see pxl --help");
@@ -80,16 +80,19 @@ std::string VersionText() {
 
 }  // namespace
 
-std::function<int()> ParseArguments(int count, const char* const* arguments) {
+std::function<int()> ParseArguments(const std::vector<std::string>& arguments) {
   auto app = std::make_shared<CLI::App>(kDescription, "pxl");
   app->footer(kCommonHelp);
+  // A slash starts the name of a file, not an option, on Windows too.
+  app->allow_windows_style_options(false);
   app->set_version_flag("--version", VersionText);
   app->require_subcommand(1);
   const auto language = AddLanguage(*app);
   const std::vector<Action> actions = AddVerbs(*app);
-  RefuseUnknownVerb(*app, count, arguments);
+  RefuseUnknownVerb(*app, arguments);
   try {
-    app->parse(count, arguments);
+    // The library takes the last one first, and not the program's name.
+    app->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
   } catch (const CLI::CallForHelp&) {
     return [app] { return PrintHelp(*app); };
   } catch (const CLI::CallForVersion& version) {

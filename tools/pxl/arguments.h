@@ -3,12 +3,14 @@
 #define TOOLS_PXL_ARGUMENTS_H
 
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace pxl {
 
 // What the command line asks for: a verb with its options, or the printing of
-// help. Running it gives the exit code. Throws UsageError.
-std::function<int()> ParseArguments(int count, const char* const* arguments);
+// help. The first argument is the program. Running it gives the exit code. Throws UsageError.
+std::function<int()> ParseArguments(const std::vector<std::string>& arguments);
 
 }  // namespace pxl
 

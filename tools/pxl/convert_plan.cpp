@@ -5,13 +5,17 @@
 
 #include "tools/pxl/failure.h"
 #include "tools/pxl/output_file.h"
+#include "tools/pxl/png_file.h"
 
 namespace pxl {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::int32_t kDeepestPng = 64;
+// Bits a pixel that a PNG file keeps.
+std::int32_t DeepestPng() {
+  return CanWrite16BitPng() ? 64 : 32;
+}
 
 // Whether the output is meant as a folder; throws when it must be one and is
 // not.
@@ -27,7 +31,7 @@ bool WantsFolder(const ConvertOptions& options) {
 }
 
 ConvertJob JobInFolder(const fs::path& input, const ConvertOptions& options) {
-  const bool exr = options.depth > kDeepestPng;
+  const bool exr = options.depth > DeepestPng();
   fs::path output = options.output / input.stem();
   output += exr ? ".exr" : ".png";
   return {input, output, exr ? FileFormat::Exr : FileFormat::Png};

@@ -7,6 +7,7 @@
 #include "tools/pxl/console.h"
 #include "tools/pxl/contact_sheet.h"
 #include "tools/pxl/depths.h"
+#include "tools/pxl/png_file.h"
 #include "tools/pxl/resize.h"
 #include "tools/pxl/transfer.h"
 
@@ -46,14 +47,22 @@ class Demonstration {
     return path_.filename().string() + ", " + SizeText(header);
   }
 
-  fs::path Output(const std::string& suffix) const {
-    return folder_ / (path_.stem().string() + "-" + suffix + ".png");
+  fs::path Output(const std::string& suffix, FileFormat format = FileFormat::Png) const {
+    fs::path output = folder_ / path_.stem();
+    output += "-" + suffix + (format == FileFormat::Png ? ".png" : ".exr");
+    return output;
+  }
+
+  // Deep Worlds go to 16 bits where PNG can be written with those.
+  static FileFormat FormatOf(std::int32_t depth) {
+    return depth <= PXL_Depth_32 || CanWrite16BitPng() ? FileFormat::Png : FileFormat::Exr;
   }
 
   void Show(const World& source, const DepthName& name, const ColourTags& colour) {
     const World world = ConvertWorld(source, name.depth, {});
-    const fs::path output = Output(std::to_string(name.depth));
-    SaveWorld(world, output, FileFormat::Png, colour);
+    const FileFormat format = FormatOf(name.depth);
+    const fs::path output = Output(std::to_string(name.depth), format);
+    SaveWorld(world, output, format, colour);
     const std::string change = ChangeText(LargestChange(source, world));
     cells_.push_back({Thumbnail(world), {NameOf(name), change}});
     std::cout << "  " << NameOf(name) << ": " << OneLine(output.string()) << " (" << change

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "tools/pxl/failure.h"
-#include "tools/pxl/label.h"
+#include "tools/pxl/label_drawing.h"
 
 namespace pxl {
 namespace {
@@ -23,43 +23,8 @@ int RoundedUp(FT_Pos value) {
   return static_cast<int>((value + 63) >> 6);
 }
 
-// Takes one code point off the front. Bytes that are no UTF-8 stand for
-// themselves: file names may hold anything.
-FT_ULong TakeCodePoint(std::string_view& text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char first = byte(0);
-  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
-  FT_ULong point = length == 1 ? first : first & (0xFFU >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    if (i >= text.size() || (byte(i) & 0xC0U) != 0x80U) {
-      text.remove_prefix(1);
-      return first;
-    }
-    point = point << 6 | (byte(i) & 0x3FU);
-  }
-  text.remove_prefix(length);
-  return point;
-}
-
-// Lays `coverage` (0..255) of the colour over what is there.
-void Blend(std::byte* channel, std::uint8_t colour, unsigned coverage) {
-  const auto below = std::to_integer<unsigned>(*channel);
-  *channel = static_cast<std::byte>((colour * coverage + below * (255U - coverage) + 127U) / 255U);
-}
-
-void DrawGlyph(Picture& picture, const FT_Bitmap& glyph, int left, int top, Colour colour) {
-  for (int y = 0; y < static_cast<int>(glyph.rows); ++y) {
-    if (top + y < 0 || top + y >= picture.header.height) continue;
-    std::byte* row = picture.Rows().Row(top + y);
-    for (int x = 0; x < static_cast<int>(glyph.width); ++x) {
-      if (left + x < 0 || left + x >= picture.header.width) continue;
-      const unsigned coverage = glyph.buffer[y * glyph.pitch + x];
-      std::byte* pixel = row + std::ptrdiff_t{4} * (left + x);
-      Blend(pixel + 1, colour.red, coverage);
-      Blend(pixel + 2, colour.green, coverage);
-      Blend(pixel + 3, colour.blue, coverage);
-    }
-  }
+Coverage CoverageOf(const FT_Bitmap& glyph) {
+  return {glyph.buffer, static_cast<int>(glyph.width), static_cast<int>(glyph.rows), glyph.pitch};
 }
 
 }  // namespace
@@ -108,8 +73,9 @@ void Font::Draw(Picture& picture, int left, int top, std::string_view text, Colo
   while (!text.empty()) {
     if (FT_Load_Char(face_->face, TakeCodePoint(text), FT_LOAD_RENDER) != 0) continue;
     const FT_GlyphSlot glyph = face_->face->glyph;
-    DrawGlyph(picture, glyph->bitmap, static_cast<int>(pen >> 6) + glyph->bitmap_left,
-              baseline - glyph->bitmap_top, colour);
+    DrawCoverage(picture, CoverageOf(glyph->bitmap),
+                 static_cast<int>(pen >> 6) + glyph->bitmap_left, baseline - glyph->bitmap_top,
+                 colour);
     pen += glyph->advance.x;
   }
 }

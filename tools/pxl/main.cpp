@@ -3,6 +3,7 @@
 #include <new>
 
 #include "tools/pxl/arguments.h"
+#include "tools/pxl/command_line.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/console.h"
 #include "tools/pxl/environment.h"
@@ -11,7 +12,8 @@
 namespace {
 
 int Run(int count, const char* const* arguments) {
-  const auto action = pxl::ParseArguments(count, arguments);
+  pxl::PrepareOutput();
+  const auto action = pxl::ParseArguments(pxl::CommandLine(count, arguments));
   pxl::ApplyEnvironment();
   const int code = action();
   pxl::FinishOutput();

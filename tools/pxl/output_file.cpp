@@ -1,12 +1,12 @@
 #include "tools/pxl/output_file.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <random>
 #include <system_error>
 
 #include "tools/pxl/failure.h"
+#include "tools/pxl/new_file.h"
 
 namespace pxl {
 namespace {
@@ -20,21 +20,12 @@ fs::path FolderOf(const fs::path& path) {
   return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-// Creates the file if nothing has the name yet; false if something has.
-bool CreateNew(const fs::path& path) {
-  errno = 0;
-  std::FILE* file = std::fopen(path.string().c_str(), "wbx");
-  if (file == nullptr) return false;
-  std::fclose(file);
-  return true;
-}
-
 fs::path CreateTemporary(const fs::path& target) {
   std::random_device random;
   for (int i = 0; i < kAttempts; ++i) {
     // Not derived from the name, which may be as long as a name can be.
     fs::path path = FolderOf(target) / (".pxl-" + std::to_string(random()) + ".tmp");
-    if (CreateNew(path)) return path;
+    if (CreateNewFile(path)) return path;
     if (errno != EEXIST) break;
   }
   return {};

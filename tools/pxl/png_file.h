@@ -18,8 +18,12 @@ bool IsPng(std::istream& stream);
 // tRNS becomes alpha, and a picture without alpha is opaque. Throws Failure.
 std::unique_ptr<PictureReader> OpenPng(std::istream& stream);
 
+// Whether WritePng takes Integer16 rows.
+bool CanWrite16BitPng();
+
 // Writes RGBA with 8 or 16 bits a channel, or indices if there is a palette, with
-// the colour tags that PNG can carry. Throws Failure.
+// the colour tags that PNG can carry. Throws Failure. What cannot write palettes
+// writes their colours.
 void WritePng(std::ostream& stream, const PictureHeader& header, const RowSource& rows);
 
 // In words, which of the colour tags WritePng leaves out; empty if none.

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "host/utf8_path.h"
 #include "tools/pxl/commands.h"
 
 namespace pxl {
@@ -93,6 +94,23 @@ CLI::Validator OneOf(const std::vector<std::string>& depths) {
   return {check, CLI::detail::join(depths, "|")};
 }
 
+// Path is that or optional. The library would make one of the text itself, in
+// what the system takes to be its encoding.
+template <typename Path>
+CLI::Option* AddPath(CLI::App& verb, const std::string& name, Path& path,
+                     const std::string& description) {
+  const auto keep = [&path](const std::string& text) { path = PathOfUtf8(text); };
+  return verb.add_option_function<std::string>(name, keep, description);
+}
+
+CLI::Option* AddPaths(CLI::App& verb, const std::string& name,
+                      std::vector<std::filesystem::path>& paths, const std::string& description) {
+  const auto keep = [&paths](const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) paths.push_back(PathOfUtf8(text));
+  };
+  return verb.add_option_function<std::vector<std::string>>(name, keep, description);
+}
+
 CLI::Option* AddBacking(CLI::App& verb, ConvertOptions& options, const std::string& name,
                         Backing backing, const std::string& description) {
   const auto choose = [&options, backing](std::int64_t) { options.backing = backing; };
@@ -103,9 +121,9 @@ Action AddConvert(CLI::App& app) {
   auto options = std::make_shared<ConvertOptions>();
   CLI::App* verb = app.add_subcommand("convert", "Convert pictures to another depth");
   verb->footer(std::string(kConvertFooter) + "\n\n" + kCommonHelp);
-  verb->add_option("IN", options->inputs, "PNG or OpenEXR pictures")->required()->type_name("");
-  verb->add_option("-o,--output", options->output,
-                   "Output file (.png or .exr), or a folder that exists")
+  AddPaths(*verb, "IN", options->inputs, "PNG or OpenEXR pictures")->required()->type_name("");
+  AddPath(*verb, "-o,--output", options->output,
+          "Output file (.png or .exr), or a folder that exists")
       ->required()
       ->type_name("FILE");
   verb->add_option("--depth", options->depth, "Bits a pixel of the last World")
@@ -133,7 +151,7 @@ Action AddInfo(CLI::App& app) {
   auto options = std::make_shared<InfoOptions>();
   CLI::App* verb = app.add_subcommand(
       "info", "Show versions and settings, and the geometry of a picture's World");
-  verb->add_option("FILE", options->file, "PNG or OpenEXR picture; only its header is read")
+  AddPath(*verb, "FILE", options->file, "PNG or OpenEXR picture; only its header is read")
       ->type_name("");
   verb->add_option("--depth", options->depth, "Bits a pixel, if not the picture's own")
       ->check(OneOf({"8", "32", "64", "128"}))
@@ -153,10 +171,10 @@ Action AddDemo(CLI::App& app) {
   auto options = std::make_shared<DemoOptions>();
   CLI::App* verb = app.add_subcommand("demo", "Take pictures through every depth");
   verb->footer(std::string(kDemoFooter) + "\n\n" + kCommonHelp);
-  verb->add_option("PICTURE", options->pictures, "PNG or OpenEXR pictures")
+  AddPaths(*verb, "PICTURE", options->pictures, "PNG or OpenEXR pictures")
       ->required()
       ->type_name("");
-  verb->add_option("-o,--output", options->folder, "Folder for the results; made if need be")
+  AddPath(*verb, "-o,--output", options->folder, "Folder for the results; made if need be")
       ->required()
       ->type_name("FOLDER");
   return [options] { return Demo(*options); };
@@ -173,23 +191,23 @@ Action AddSoak(CLI::App& app) {
   verb->add_option("--budget", options->budget, "Memory that K allows, for instance 256MiB")
       ->transform(CLI::AsSizeValue(false))
       ->type_name("SIZE");
-  verb->add_option("--plot", options->plot, "Draw K's memory over time (.svg)")->type_name("FILE");
+  AddPath(*verb, "--plot", options->plot, "Draw K's memory over time (.svg)")->type_name("FILE");
   verb->add_option("--seed", options->seed, "Repeat the calls of an earlier run")->type_name("N");
   return [options] { return RunSoak(*options); };
 }
 
 void AddSheetOutput(CLI::App& verb, std::filesystem::path& output) {
-  verb.add_option("-o,--output", output, "The sheet, a PNG file")->required()->type_name("FILE");
+  AddPath(verb, "-o,--output", output, "The sheet, a PNG file")->required()->type_name("FILE");
 }
 
 Action AddModes(CLI::App& app) {
   auto options = std::make_shared<ModesOptions>();
   CLI::App* verb = app.add_subcommand("modes", "Show all transfer modes of two pictures");
   verb->footer(std::string(kModesFooter) + "\n\n" + kCommonHelp);
-  verb->add_option("A", options->source, "PNG or OpenEXR picture, the source")
+  AddPath(*verb, "A", options->source, "PNG or OpenEXR picture, the source")
       ->required()
       ->type_name("");
-  verb->add_option("B", options->destination, "PNG or OpenEXR picture, the destination")
+  AddPath(*verb, "B", options->destination, "PNG or OpenEXR picture, the destination")
       ->required()
       ->type_name("");
   AddSheetOutput(*verb, options->output);
@@ -200,7 +218,7 @@ Action AddSheet(CLI::App& app) {
   auto options = std::make_shared<SheetOptions>();
   CLI::App* verb = app.add_subcommand("sheet", "Show what each depth changes in a picture");
   verb->footer(std::string(kSheetFooter) + "\n\n" + kCommonHelp);
-  verb->add_option("IN", options->picture, "PNG or OpenEXR picture")->required()->type_name("");
+  AddPath(*verb, "IN", options->picture, "PNG or OpenEXR picture")->required()->type_name("");
   AddSheetOutput(*verb, options->output);
   return [options] { return Sheet(*options); };
 }

@@ -1,5 +1,3 @@
-#include <sys/mman.h>
-
 #include <cstring>
 #include <numeric>
 #include <type_traits>
@@ -7,6 +5,7 @@
 #include "tests/contract/born_module.h"
 #include "tests/contract/record_fields.h"
 #include "tests/contract/state/scripted_provider.h"
+#include "tests/system/page_before_nothing.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -51,23 +50,6 @@ class Clearing : public BornModule {
 
 constexpr auto PATTERN = std::int32_t{0x12345678};
 const Bytes PATTERN_BYTES = {0x78, 0x56, 0x34, 0x12};
-
-// A page of memory before a stretch in which every access is a fault.
-class PageBeforeNothing {
- public:
-  explicit PageBeforeNothing(std::size_t size) : size_(size) {
-    base_ = mmap(nullptr, size_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-    EXPECT_EQ(mprotect(base_, 4096, PROT_READ | PROT_WRITE), 0);
-  }
-  ~PageBeforeNothing() { munmap(base_, size_); }
-  PageBeforeNothing(const PageBeforeNothing&) = delete;
-  PageBeforeNothing& operator=(const PageBeforeNothing&) = delete;
-  void* Base() { return base_; }
-
- private:
-  std::size_t size_;
-  void* base_;
-};
 
 }  // namespace
 

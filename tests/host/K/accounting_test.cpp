@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "K_host.h"
@@ -13,6 +14,7 @@ K_MemoryTotals Totals() {
 }
 
 TEST(Accounting, AddsUpTwoTotalsWithTheirPeaks) {
+  const K_MemoryTotals before = Totals();
   K_AccountAllocation(100);
   K_AccountSystemAllocation(2000);
   K_AccountAllocation(50);
@@ -20,8 +22,9 @@ TEST(Accounting, AddsUpTwoTotalsWithTheirPeaks) {
   K_AccountSystemAllocation(-2000);
   EXPECT_EQ(Totals().application, 0);
   EXPECT_EQ(Totals().system, 0);
-  EXPECT_EQ(Totals().applicationPeak, 150);
-  EXPECT_EQ(Totals().systemPeak, 2000);
+  // Other tests may have booked more.
+  EXPECT_EQ(Totals().applicationPeak, std::max(before.applicationPeak, std::int64_t{150}));
+  EXPECT_EQ(Totals().systemPeak, std::max(before.systemPeak, std::int64_t{2000}));
 }
 
 TEST(Accounting, GoesBeyond32BitsAndBelowZero) {

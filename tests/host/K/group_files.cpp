@@ -48,5 +48,5 @@ void GroupFiles::Write(const std::string& group, const std::string& file,
 }
 
 void GroupFiles::Read() const {
-  EXPECT_EQ(K_ReadMemoryGroup(root_.c_str()), 1);
+  EXPECT_EQ(K_ReadMemoryGroup(root_.string().c_str()), 1);
 }

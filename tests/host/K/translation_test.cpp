@@ -15,6 +15,7 @@
 
 #include "K_host.h"
 #include "TRC_host.h"
+#include "host/utf8_path.h"
 #include "kept_reports.h"
 
 namespace {
@@ -366,7 +367,7 @@ class TranslationFile : public Translation {
     return problem;
   }
   bool SetLanguage(const char* language) const {
-    return K_SetLanguage(folder_.c_str(), language, nullptr, 0) != 0;
+    return K_SetLanguage(folder_.string().c_str(), language, nullptr, 0) != 0;
   }
 
   std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
@@ -382,9 +383,10 @@ TEST_F(TranslationFile, IsReadWhole) {
 }
 
 TEST_F(TranslationFile, SaysWhyItCannotBeRead) {
-  EXPECT_EQ(FileProblem(folder_ / "none"), "No such file or directory");
-  EXPECT_EQ(FileProblem(folder_), "Is a directory");
-  EXPECT_EQ(FileProblem("/dev/zero"), "is too large for a translation");
+  EXPECT_EQ(FileProblem((folder_ / "none").string()), "No such file or directory");
+  EXPECT_NE(FileProblem(folder_.string()), "");
+  EXPECT_EQ(FileProblem(Write("large", std::string((4 << 20) + 1, ' '))),
+            "is too large for a translation");
   EXPECT_EQ(FileProblem(Write("bad", "# c\nrubbish")), "line 2: there is no '='");
   EXPECT_EQ(FileProblem(Write("zero", std::string("$$$/t/1 = a\0b", 13))),
             "line 1: the text holds a control character");
@@ -410,6 +412,14 @@ TEST_F(TranslationFile, OfALanguageThatIsNotThereIsTheDefault) {
     EXPECT_TRUE(SetLanguage(language));
     EXPECT_EQ(Text(1), "checking world");
   }
+}
+
+TEST_F(TranslationFile, HasANameInUtf8) {
+  const std::string folder = (folder_ / "").string() + "\xE6\x97\xA5\xE6\x9C\xAC \xC3\xA9";
+  std::filesystem::create_directory(PathOfUtf8(folder));
+  std::ofstream(PathOfUtf8(folder) / "de.txt") << "$$$/t/1 = eins";
+  EXPECT_EQ(K_SetLanguage(folder.c_str(), "de", nullptr, 0), 1);
+  EXPECT_EQ(Text(1), "eins");
 }
 
 TEST_F(TranslationFile, OfALanguageMayBeMalformed) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "TRC_host.h"
+#include "tests/system/variables.h"
 
 namespace {
 
@@ -96,7 +97,7 @@ class LogLevelDeathTest : public testing::Test {
   LogLevelDeathTest() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
 
   [[noreturn]] static void ExitWithLevel(const char* variable) {
-    setenv("TRC_LEVEL", variable, 1);
+    SetVariable("TRC_LEVEL", variable);
     std::_Exit(static_cast<int>(TRC_GetLevel()));
   }
 };

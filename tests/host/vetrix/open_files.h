@@ -2,14 +2,14 @@
 #ifndef TESTS_HOST_VETRIX_OPEN_FILES_H
 #define TESTS_HOST_VETRIX_OPEN_FILES_H
 
+#include <cstddef>
 #include <set>
 #include <string>
 
-// The open descriptors.
+// The open descriptors, or handles.
 std::set<int> OpenDescriptors();
-// The one descriptor that is open now and was not in `before`; -1 when there is
-// none, or more than one.
-int NewDescriptor(const std::set<int>& before);
+// How many of them a mapped file has.
+extern const std::size_t kDescriptorsOfAFile;
 
 // A folder of the test's own, gone with it.
 class TemporaryFolder {
@@ -23,18 +23,6 @@ class TemporaryFolder {
 
  private:
   std::string path_;
-};
-
-// Sets a variable of the environment as long as it lives.
-class ScopedVariable {
- public:
-  ScopedVariable(const std::string& name, const std::string& value);
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-  ~ScopedVariable();
-
- private:
-  std::string name_;
 };
 
 #endif

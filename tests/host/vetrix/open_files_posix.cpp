@@ -1,12 +1,11 @@
 #include <fcntl.h>
-#include <sys/stat.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
-#include <vector>
 
 #include "open_files.h"
+
+const std::size_t kDescriptorsOfAFile = 1;
 
 std::set<int> OpenDescriptors() {
   std::set<int> result;
@@ -16,30 +15,6 @@ std::set<int> OpenDescriptors() {
   return result;
 }
 
-int NewDescriptor(const std::set<int>& before) {
-  std::vector<int> added;
-  for (const int descriptor : OpenDescriptors()) {
-    if (!before.contains(descriptor)) added.push_back(descriptor);
-  }
-  return added.size() == 1 ? added.front() : -1;
-}
-
 TemporaryFolder::TemporaryFolder() : path_("/var/tmp/vetrix_test.XXXXXX") {
   if (mkdtemp(path_.data()) == nullptr) throw std::runtime_error("no temporary folder");
-}
-
-TemporaryFolder::~TemporaryFolder() {
-  std::filesystem::remove_all(path_);
-}
-
-bool TemporaryFolder::IsEmpty() const {
-  return std::filesystem::is_empty(path_);
-}
-
-ScopedVariable::ScopedVariable(const std::string& name, const std::string& value) : name_(name) {
-  setenv(name.c_str(), value.c_str(), 1);
-}
-
-ScopedVariable::~ScopedVariable() {
-  unsetenv(name_.c_str());
 }

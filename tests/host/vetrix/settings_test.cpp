@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
+#include "tests/system/variables.h"
 #include "vetrix_host.h"
 
 namespace {
@@ -20,7 +21,8 @@ std::string Entry(const std::string& key) {
 class TemporaryFile {
  public:
   explicit TemporaryFile(const std::string& content)
-      : path_(testing::TempDir() + "vetrix_settings_" + std::to_string(getpid()) + ".toml") {
+      : path_(testing::TempDir() + "vetrix_settings_" + std::to_string(std::random_device{}()) +
+              ".toml") {
     std::ofstream(path_) << content;
   }
   TemporaryFile(const TemporaryFile&) = delete;
@@ -116,7 +118,7 @@ class SettingsVariableDeathTest : public testing::Test {
   SettingsVariableDeathTest() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
 
   [[noreturn]] static void ExitWhenEntryIs(const char* variable, const std::string& expected) {
-    if (variable != nullptr) setenv("VETRIX_SETTINGS", variable, 1);
+    if (variable != nullptr) SetVariable("VETRIX_SETTINGS", variable);
     const bool same = Entry("key") == expected;
     // Leaving this way, the process does not take its own file with it.
     if (variable != nullptr) std::filesystem::remove(variable);
@@ -125,7 +127,7 @@ class SettingsVariableDeathTest : public testing::Test {
 };
 
 TEST_F(SettingsVariableDeathTest, NamesNoFileByDefault) {
-  unsetenv("VETRIX_SETTINGS");
+  UnsetVariable("VETRIX_SETTINGS");
   EXPECT_EXIT(ExitWhenEntryIs(nullptr, "default"), testing::ExitedWithCode(0), "^$");
 }
 

@@ -1,5 +1,3 @@
-#include "tools/pxl/exr_file.h"
-
 #include <ImfChannelList.h>
 #include <ImfChromaticitiesAttribute.h>
 #include <ImfFrameBuffer.h>
@@ -18,6 +16,7 @@
 #include <ostream>
 
 #include "tools/pxl/colour_tags.h"
+#include "tools/pxl/exr_file.h"
 #include "tools/pxl/failure.h"
 
 namespace pxl {
@@ -314,14 +313,6 @@ void WriteExr(std::ostream& stream, const PictureHeader& header, const RowSource
       file.writePixels(1);
     }
   });
-}
-
-std::string ColourTagsLostInExr(const ColourTags& colour) {
-  std::vector<std::string> names;
-  for (const PngChunk& chunk : colour.chunks) {
-    if (chunk.name != "cHRM") names.push_back(chunk.name);
-  }
-  return JoinNames(names);
 }
 
 }  // namespace pxl

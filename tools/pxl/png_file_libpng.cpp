@@ -1,8 +1,6 @@
 // libpng reports errors by longjmp. Every call that can fail is therefore made
 // inside Guarded, in a lambda that owns nothing; objects with destructors live
 // outside it.
-#include "tools/pxl/png_file.h"
-
 #include <png.h>
 
 #include <algorithm>
@@ -16,6 +14,8 @@
 
 #include "tools/pxl/colour_tags.h"
 #include "tools/pxl/failure.h"
+#include "tools/pxl/png_colour_chunks.h"
+#include "tools/pxl/png_file.h"
 
 namespace pxl {
 namespace {
@@ -77,29 +77,6 @@ void Guarded(png_structp png, const char* what, const Messages& messages, const 
   work();
 }
 
-std::string NameOfColourType(int type) {
-  switch (type) {
-    case PNG_COLOR_TYPE_GRAY:
-      return "grey";
-    case PNG_COLOR_TYPE_GRAY_ALPHA:
-      return "grey and alpha";
-    case PNG_COLOR_TYPE_PALETTE:
-      return "palette";
-    case PNG_COLOR_TYPE_RGB:
-      return "RGB";
-    default:
-      return "RGBA";
-  }
-}
-
-// Whether the chunk has the length that its kind must have.
-bool IsSound(const PngChunk& chunk) {
-  if (chunk.name == "gAMA") return chunk.data.size() == 4;
-  if (chunk.name == "cHRM") return chunk.data.size() == 32;
-  if (chunk.name == "sRGB") return chunk.data.size() == 1;
-  return !chunk.data.empty();
-}
-
 class PngReader : public PictureReader {
  public:
   explicit PngReader(std::istream& stream) {
@@ -150,7 +127,8 @@ class PngReader : public PictureReader {
     const int bits = png_get_bit_depth(png_, info_);
     const int type = png_get_color_type(png_, info_);
     header_.samples = bits == 16 ? SampleType::Integer16 : SampleType::Integer8;
-    header_.format = "PNG, " + std::to_string(bits) + " bits a channel, " + NameOfColourType(type);
+    header_.format =
+        "PNG, " + std::to_string(bits) + " bits a channel, " + NameOfPngColourType(type);
     TakeColourChunks((type & PNG_COLOR_MASK_COLOR) == 0);
   }
 
@@ -160,8 +138,7 @@ class PngReader : public PictureReader {
     for (int i = 0; i < count; ++i) {
       PngChunk chunk{reinterpret_cast<const char*>(chunks[i].name), {}};
       if (chunks[i].size > 0) chunk.data.assign(chunks[i].data, chunks[i].data + chunks[i].size);
-      const bool first = FindChunk(header_.colour, chunk.name) == nullptr;
-      if (first && IsSound(chunk)) header_.colour.chunks.push_back(std::move(chunk));
+      KeepColourChunk(header_.colour, std::move(chunk));
     }
     header_.colour.greyProfile = grey && FindChunk(header_.colour, "iCCP") != nullptr;
   }
@@ -243,19 +220,6 @@ class PngWriter {
   png_infop info_ = nullptr;
 };
 
-// The colour tags as chunks that may stand in a file of colours.
-std::vector<PngChunk> ChunksToWrite(const ColourTags& colour) {
-  std::vector<PngChunk> chunks;
-  for (const PngChunk& chunk : colour.chunks) {
-    if (!(chunk.name == "iCCP" && colour.greyProfile)) chunks.push_back(chunk);
-  }
-  if (colour.chromaticities && FindChunk(colour, "cHRM") == nullptr) {
-    const auto chunk = ChunkOfChromaticities(*colour.chromaticities);
-    if (chunk) chunks.push_back(*chunk);
-  }
-  return chunks;
-}
-
 }  // namespace
 
 bool IsPng(std::istream& stream) {
@@ -270,19 +234,15 @@ std::unique_ptr<PictureReader> OpenPng(std::istream& stream) {
   return std::make_unique<PngReader>(stream);
 }
 
+bool CanWrite16BitPng() {
+  return true;
+}
+
 void WritePng(std::ostream& stream, const PictureHeader& header, const RowSource& rows) {
-  const std::vector<PngChunk> chunks = ChunksToWrite(header.colour);
+  const std::vector<PngChunk> chunks = ColourChunksToWrite(header.colour);
   PngWriter writer(stream);
   writer.WriteHeader(header, chunks);
   writer.WriteRows(header.height, rows);
-}
-
-std::string ColourTagsLostInPng(const ColourTags& colour) {
-  if (colour.greyProfile) return "the grey iCCP profile";
-  if (colour.chromaticities && !ChunkOfChromaticities(*colour.chromaticities)) {
-    return "the chromaticities";
-  }
-  return "";
 }
 
 }  // namespace pxl

@@ -1,3 +1,5 @@
+#include "host/vetrix/backing_file_posix.h"
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -7,8 +9,8 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "host/vetrix/backing_file_posix.h"
 #include "open_files.h"
+#include "tests/system/variables.h"
 
 namespace {
 

@@ -1,16 +1,11 @@
-// Memory-mapped files on POSIX systems. The file has no name, so the descriptor
-// is the only way to reach it: it stays open for the life of the file.
-#include <sys/mman.h>
-#include <unistd.h>
-
+// Memory-mapped files.
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 #include <system_error>
 #include <utility>
 
-#include "backing_file_posix.h"
 #include "platform/vetrix.h"
+#include "section.h"
 
 namespace vetrix {
 namespace {
@@ -29,43 +24,29 @@ std::string Printable(const std::string& name) {
   return "'" + text + (name.size() > kLongest ? "...'" : "'");
 }
 
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { close(number_); }
-  int Get() const { return number_; }
-
- private:
-  int number_;
-};
-
 }  // namespace
 
 struct MemoryMappedFile::Impl {
   Impl(std::string label, std::uint64_t bytes)
-      : name(std::move(label)), size(bytes), file(OpenBackingFile(BackingDirectory())) {
-    ReserveSpace(file.Get(), size);
-  }
+      : name(std::move(label)), size(bytes), section(bytes) {}
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
   ~Impl() { Unmap(); }
 
   void Map() {
-    void* address = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, file.Get(), 0);
-    if (address == MAP_FAILED) Throw(errno, "cannot map " + Printable(name));
-    view = address;
+    std::error_code error;
+    view = section.Map(error);
+    if (view == nullptr) throw std::system_error(error, "cannot map " + Printable(name));
   }
 
   void Unmap() {
-    if (view != nullptr) munmap(view, size);
+    if (view != nullptr) section.Unmap(view);
     view = nullptr;
   }
 
   std::string name;
   std::uint64_t size;
-  Descriptor file;
+  Section section;
   void* view = nullptr;
 };
 
@@ -97,8 +78,8 @@ void MemoryMappedFile::UnmapMemory() {
   if (impl_ != nullptr) impl_->Unmap();
 }
 
-// A file without a name could not be opened again, so its descriptor, one a
-// live file, is never closed here.
+// A file that only this process can reach could not be opened again, so it
+// stays open as long as it lives.
 void MemoryMappedFile::CloseFileHandleIfPossible() {
 }
 

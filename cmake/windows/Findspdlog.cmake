@@ -1,0 +1,3 @@
+include(windows/HeaderLibrary)
+pxl_header_library(spdlog::spdlog_header_only spdlog fmt)
+set(spdlog_FOUND TRUE)

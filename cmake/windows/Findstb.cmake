@@ -1,0 +1,3 @@
+include(windows/HeaderLibrary)
+pxl_header_library(stb::stb stb)
+set(stb_FOUND TRUE)

@@ -1,0 +1,3 @@
+include(windows/HeaderLibrary)
+pxl_header_library(tinyexr::tinyexr tinyexr.h)
+set(tinyexr_FOUND TRUE)

@@ -1,0 +1,3 @@
+include(windows/HeaderLibrary)
+pxl_header_library(tomlplusplus::tomlplusplus toml++)
+set(tomlplusplus_FOUND TRUE)

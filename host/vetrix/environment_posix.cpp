@@ -1,0 +1,12 @@
+#include <cstdlib>
+
+#include "environment.h"
+
+namespace vetrix {
+
+std::string Variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+}  // namespace vetrix

@@ -1,0 +1,36 @@
+# What Windows' libraries export and need.
+add_test(NAME exports COMMAND ${CMAKE_COMMAND}
+  -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:PXL> -D EXPORTS=${PXL_EXPORTS_FILE}
+  -P ${CMAKE_CURRENT_SOURCE_DIR}/check_exports_windows.cmake)
+
+# What each library needs beside the system and the language's runtime.
+function(pxl_add_dependency_test library)
+  list(TRANSFORM ARGN APPEND .dll)
+  list(JOIN ARGN "$<SEMICOLON>" imports)
+  add_test(NAME dependencies_of_${library} COMMAND ${CMAKE_COMMAND}
+    -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}> "-DIMPORTS=${imports}"
+    -P ${CMAKE_CURRENT_SOURCE_DIR}/check_dependencies_windows.cmake)
+endfunction()
+pxl_add_dependency_test(PXL QDE K vetrix TRC Q TXT)
+pxl_add_dependency_test(vetrix)
+pxl_add_dependency_test(TRC)
+pxl_add_dependency_test(K TRC vetrix)
+pxl_add_dependency_test(QDE K TRC)
+pxl_add_dependency_test(Q)
+pxl_add_dependency_test(TXT)
+
+# An import exports what its headers declare.
+foreach(library IN ITEMS QDE K vetrix TRC Q TXT)
+  add_test(NAME exports_of_${library} COMMAND ${CMAKE_COMMAND}
+    -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}>
+    -D HEADER=${PROJECT_SOURCE_DIR}/platform/${library}.h
+    -D HOST_HEADER=${PROJECT_SOURCE_DIR}/host/${library}/include/${library}_host.h
+    -P ${CMAKE_CURRENT_SOURCE_DIR}/check_interface_windows.cmake)
+endforeach()
+
+# The stack holds wide vectors wherever they fall.
+foreach(library IN ITEMS PXL QDE)
+  add_test(NAME vector_moves_of_${library} COMMAND ${CMAKE_COMMAND}
+    -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}>
+    -P ${CMAKE_CURRENT_SOURCE_DIR}/check_vector_moves_windows.cmake)
+endforeach()

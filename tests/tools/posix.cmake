@@ -1,0 +1,43 @@
+# Most tests make their pictures with the file libraries, and check messages that
+# hold what the system says.
+find_package(PNG REQUIRED)
+find_package(OpenEXR 3.1 REQUIRED)
+
+add_library(test_pictures STATIC exr_maker.cpp png_maker.cpp)
+target_link_libraries(test_pictures PUBLIC pxl_flags pxl_pictures PNG::PNG OpenEXR::OpenEXR)
+
+target_sources(pxl_pictures_test PRIVATE
+  exr_file_test.cpp
+  output_file_posix_test.cpp
+  png_file_test.cpp)
+target_link_libraries(pxl_pictures_test PRIVATE test_pictures)
+
+target_sources(pxl_program_test PRIVATE
+  backing_test.cpp
+  convert_files_test.cpp
+  convert_test.cpp
+  demo_test.cpp
+  hostile_pictures_test.cpp
+  indexed_test.cpp
+  language_test.cpp
+  modes_test.cpp
+  sheet_pictures.cpp
+  sheet_test.cpp
+  streams_posix_test.cpp
+  usage_test.cpp)
+target_link_libraries(pxl_program_test PRIVATE test_pictures)
+
+# The file libraries of the Windows build are tested here, where there is what
+# makes files of every kind. Not under a sanitizer: tinyexr loses what a damaged
+# file made it allocate.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  find_package(ZLIB REQUIRED)
+  include(${PROJECT_SOURCE_DIR}/tools/pxl/portable_libraries.cmake)
+  pxl_add_test(portable_pictures_test
+    ${PROJECT_SOURCE_DIR}/tools/pxl/exr_file_tinyexr.cpp
+    ${PROJECT_SOURCE_DIR}/tools/pxl/png_chunks.cpp
+    ${PROJECT_SOURCE_DIR}/tools/pxl/png_file_stb.cpp
+    exr_file_test.cpp
+    png_file_test.cpp)
+  target_link_libraries(portable_pictures_test PRIVATE picture_libraries test_pictures)
+endif()

@@ -1,0 +1,14 @@
+#ifndef TOOLS_PXL_NEW_FILE_H
+#define TOOLS_PXL_NEW_FILE_H
+
+#include <filesystem>
+
+namespace pxl {
+
+// Creates an empty file if nothing has the name yet; else, or when it cannot
+// be, gives false with errno.
+bool CreateNewFile(const std::filesystem::path& path);
+
+}  // namespace pxl
+
+#endif

@@ -1,0 +1,15 @@
+# The libraries behind files of pictures and the letters in them: headers alone,
+# but for zlib, which is linked into the program.
+set(ZLIB_USE_STATIC_LIBS ON)
+find_package(ZLIB REQUIRED)
+find_package(stb REQUIRED)
+find_package(tinyexr REQUIRED)
+include(portable_libraries.cmake)
+target_link_libraries(picture_libraries PUBLIC stb::stb tinyexr::tinyexr)
+
+target_sources(pxl_pictures PRIVATE
+  exr_file_tinyexr.cpp
+  label_stb.cpp
+  png_chunks.cpp
+  png_file_stb.cpp)
+target_link_libraries(pxl_pictures PRIVATE picture_libraries)
