@@ -8,6 +8,7 @@
 #include "bench/harness/peers.h"
 #include "bench/harness/world.h"
 #include "bench/limits/limits.h"
+#include "bench/rows/photograph.h"
 #include "bench/rows/rows.h"
 
 namespace bench {
@@ -68,8 +69,7 @@ std::vector<Contender> SetUpMode(int mode) {
   return contenders;
 }
 
-std::vector<Contender> SetUpDepths(int from, int to, Shape shape) {
-  const SharedWorld source = Surface(from, kModesSize);
+std::vector<Contender> SetUpDepths(const SharedWorld& source, int to, Shape shape) {
   const SharedWorld destination = Surface(to, kModesSize);
   const SharedWorld source32 = Surface(PXL_Depth_32, kModesSize);
   const SharedWorld destination32 = Surface(PXL_Depth_32, kModesSize);
@@ -113,8 +113,15 @@ void AddDrawing() {
     AddRow(NameFor(fmt::format("draw mode {}", kModes[mode]), kModesSize),
            [mode] { return SetUpMode(mode); });
   }
-  AddRow(NameFor("draw 32 to 8", kModesSize), [] { return SetUpDepths(32, 8, Shape::Narrow4); });
-  AddRow(NameFor("draw 8 to 32", kModesSize), [] { return SetUpDepths(8, 32, Shape::Widen4); });
+  AddRow(NameFor("draw 32 to 8", kModesSize), [] {
+    const SharedWorld source = Surface(32, kModesSize);
+    FillWithPhotograph(source->View());
+    return SetUpDepths(source, 8, Shape::Narrow4);
+  });
+  AddRow(NameFor("draw noise 32 to 8", kModesSize),
+         [] { return SetUpDepths(Surface(32, kModesSize), 8, Shape::Narrow4); });
+  AddRow(NameFor("draw 8 to 32", kModesSize),
+         [] { return SetUpDepths(Surface(8, kModesSize), 32, Shape::Widen4); });
 }
 
 }  // namespace bench

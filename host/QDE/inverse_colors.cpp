@@ -20,6 +20,13 @@ int SquaredDistance(Color a, Color b) {
   return red * red + green * green + blue * blue;
 }
 
+// Greys, and colours on the surface of the cube of all colours.
+bool IsCommon(Color color) {
+  const auto isEnd = [](std::uint8_t component) { return component == 0 || component == 0xFF; };
+  return isEnd(color.red) || isEnd(color.green) || isEnd(color.blue) ||
+         (color.red == color.green && color.green == color.blue);
+}
+
 // The first of those that are nearest; 0 of none. Indices stand below distances,
 // so that the least of both together is wanted, and nothing has to be foreseen.
 std::uint8_t Search(const Palette& palette, const std::uint8_t* first, const std::uint8_t* last,
@@ -120,11 +127,16 @@ void InverseColors::Fill(const Candidates& candidates, const Box& box) {
 }
 
 // A kept byte of 0 costs time, and is that of one index: the one that the fewest
-// cells have.
+// cells have. Black, white, greys and pure colours have few cells, and yet most
+// of the pixels of some pictures; they are taken if there is nothing else.
 std::uint8_t InverseColors::RarestIndex() const {
-  std::array<std::size_t, 256> uses{};
-  for (const std::uint8_t index : candidates_) ++uses[index];
-  return static_cast<std::uint8_t>(std::min_element(uses.begin(), uses.end()) - uses.begin());
+  std::array<std::size_t, 256> costs{};
+  for (const std::uint8_t index : candidates_) ++costs[index];
+  for (std::size_t i = 0; i < costs.size(); ++i) {
+    const Color color = palette_[static_cast<std::uint8_t>(i)];
+    if (costs[i] != 0 && IsCommon(color)) costs[i] += candidates_.size();
+  }
+  return static_cast<std::uint8_t>(std::min_element(costs.begin(), costs.end()) - costs.begin());
 }
 
 std::uint8_t InverseColors::Find(Color color) const {
