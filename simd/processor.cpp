@@ -57,27 +57,27 @@ Cache ReadCache(unsigned leaf, unsigned index) {
 
 // The leaf that lists the caches; 0 when there is none.
 unsigned CacheLeaf() {
-  constexpr unsigned INTEL = 4;
-  constexpr unsigned AMD = 0x8000001D;
+  constexpr unsigned intel = 4;
+  constexpr unsigned amd = 0x8000001D;
   const auto has = [](unsigned leaf, unsigned range) {
     return Ask(range, 0).a >= leaf && ReadCache(leaf, 0).type != 0;
   };
-  if (has(INTEL, 0)) return INTEL;
-  return has(AMD, 0x80000000) ? AMD : 0;
+  if (has(intel, 0)) return intel;
+  return has(amd, 0x80000000) ? amd : 0;
 }
 
 // The second level is taken as a core's own though two threads of it share it;
 // the levels beyond are divided among those who share them.
 Caches FindCaches() {
-  constexpr unsigned INSTRUCTIONS = 2;
-  Caches caches{256 * 1024, 1024 * 1024};
+  constexpr unsigned instructions = 2;
+  Caches caches{std::size_t{256} * 1024, std::size_t{1024} * 1024};
   const unsigned leaf = CacheLeaf();
   if (leaf == 0) return caches;
   caches = {};
   for (unsigned index = 0;; ++index) {
     const Cache cache = ReadCache(leaf, index);
     if (cache.type == 0) break;
-    if (cache.type == INSTRUCTIONS) continue;
+    if (cache.type == instructions) continue;
     if (cache.level <= 2) caches.own = std::max(caches.own, cache.bytes);
     caches.shared = std::max(caches.shared, cache.bytes / cache.threads);
   }

@@ -94,9 +94,9 @@ void FillVectors(void* destination, std::uint32_t value, std::size_t count) {
 template <class Vector>
 void ReverseVectors(void* words, std::size_t count) {
   auto* to = static_cast<unsigned char*>(words);
-  constexpr std::size_t WORDS = Vector::BYTES / sizeof(std::uint32_t);
+  constexpr std::size_t perVector = Vector::BYTES / sizeof(std::uint32_t);
   std::size_t i = 0;
-  for (; i + WORDS <= count; i += WORDS, to += Vector::BYTES) {
+  for (; i + perVector <= count; i += perVector, to += Vector::BYTES) {
     Vector::Store(to, Vector::Reversed(Vector::Load(to)));
   }
   PlainReverseBytes32(to, count - i);

@@ -11,8 +11,13 @@ set -eu
 root=$(dirname -- "$(readlink -f -- "$0")")/../..
 folder=$(cd "$root" && pwd)/build/wine
 WINEPREFIX=$folder/prefix
-WINESERVER=/usr/lib/wine/wineserver64
-WINELOADER=/usr/lib/wine/wine64
+# Debian keeps the programs out of the path.
+PATH=$PATH:/usr/lib/wine
+WINELOADER=$(command -v wine64) || {
+  echo 'wine.sh: there is no wine64; install the package of that name' >&2
+  exit 127
+}
+WINESERVER=$(command -v wineserver64 || command -v wineserver)
 WINEARCH=win64
 WINEDEBUG=${WINEDEBUG:--all}
 # No .NET, no browser, no menus, no debugger.

@@ -8,6 +8,7 @@
 #include <istream>
 #include <iterator>
 #include <ostream>
+#include <string_view>
 
 #include "tools/pxl/colour_tags.h"
 #include "tools/pxl/exr_file.h"
@@ -18,7 +19,7 @@ namespace {
 
 constexpr std::size_t kPixelBytes = PixelBytes(SampleType::Float);
 constexpr std::array<char, 4> kMagic = {'\x76', '\x2F', '\x31', '\x01'};
-constexpr const char* kChromaticities = "chromaticities";
+constexpr std::string_view kChromaticities = "chromaticities";
 
 // Far above any picture, and low enough that no table the library makes for a
 // data window or a tile can hurt.
@@ -208,8 +209,8 @@ class ExrReader : public PictureReader {
 
   void TakeChromaticities(const EXRAttribute& attribute) {
     std::array<float, 8> values{};  // red, green, blue, white
-    if (std::strcmp(attribute.name, kChromaticities) != 0 ||
-        std::strcmp(attribute.type, kChromaticities) != 0 || attribute.size != sizeof values) {
+    if (attribute.name != kChromaticities || attribute.type != kChromaticities ||
+        attribute.size != sizeof values) {
       return;
     }
     std::memcpy(values.data(), attribute.value, sizeof values);
@@ -268,7 +269,7 @@ struct Planes {
   void AppendRow(const std::byte* row, std::int64_t width) {
     constexpr std::array<std::size_t, 4> kAlphaBlueGreenRed = {0, 3, 2, 1};
     for (std::int64_t x = 0; x < width; ++x, row += kPixelBytes) {
-      std::array<float, 4> pixel;
+      std::array<float, 4> pixel{};
       std::memcpy(pixel.data(), row, sizeof pixel);
       for (std::size_t i = 0; i < pixel.size(); ++i) {
         values[i].push_back(pixel[kAlphaBlueGreenRed[i]]);
@@ -311,8 +312,8 @@ std::string Encoded(const PictureHeader& picture, Planes& planes) {
   EXRAttribute attribute{};
   auto values = ChromaticitiesToWrite(picture.colour);
   if (values) {
-    std::strcpy(attribute.name, kChromaticities);
-    std::strcpy(attribute.type, kChromaticities);
+    kChromaticities.copy(attribute.name, sizeof attribute.name);
+    kChromaticities.copy(attribute.type, sizeof attribute.type);
     attribute.value = reinterpret_cast<unsigned char*>(values->data());
     attribute.size = sizeof *values;
     header.num_custom_attributes = 1;

@@ -11,7 +11,7 @@ using Vector = simd::VectorAvx512;
 struct From8to16 : Vector {
   using Source = std::uint8_t;
   using Destination = std::uint16_t;
-  static constexpr PXLp_RowKernel Plain = PXLp_Row8to16;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8to16;
 
   static Type Convert(const Source* from) {
     const Type c = _mm512_cvtepu8_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from)));
@@ -23,7 +23,7 @@ struct From8to16 : Vector {
 struct From8toF : Vector {
   using Source = std::uint8_t;
   using Destination = float;
-  static constexpr PXLp_RowKernel Plain = PXLp_Row8toF;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8toF;
 
   static Type Convert(const Source* from) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
@@ -36,7 +36,7 @@ struct From8toF : Vector {
 struct From16to8 : Vector {
   using Source = std::uint16_t;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel Plain = PXLp_Row16to8;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_Row16to8;
 
   // Packing works within the quarters of a vector.
   static Type Convert(const Source* from) {
@@ -55,7 +55,7 @@ struct From16to8 : Vector {
 struct FromFto8 : Vector {
   using Source = float;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel Plain = PXLp_RowFto8;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_RowFto8;
 
   // Packing works within the quarters of a vector.
   static Type Convert(const Source* from) {

@@ -12,7 +12,7 @@ using Vector = simd::VectorSse41;
 struct From8to16 : Vector {
   using Source = std::uint8_t;
   using Destination = std::uint16_t;
-  static constexpr PXLp_RowKernel Plain = PXLp_Row8to16;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8to16;
 
   static Type Convert(const Source* from) {
     const Type c = _mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from)));
@@ -24,7 +24,7 @@ struct From8to16 : Vector {
 struct From8toF : Vector {
   using Source = std::uint8_t;
   using Destination = float;
-  static constexpr PXLp_RowKernel Plain = PXLp_Row8toF;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8toF;
 
   static Type Convert(const Source* from) {
     const Type c = _mm_cvtepu8_epi32(_mm_loadu_si32(from));
@@ -44,7 +44,7 @@ struct From8toF : Vector {
 struct From16to8 : Vector {
   using Source = std::uint16_t;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel Plain = PXLp_Row16to8;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_Row16to8;
 
   static Type Convert(const Source* from) {
     return _mm_packus_epi16(Rounded(Load(from)), Rounded(Load(from + 8)));
@@ -61,7 +61,7 @@ struct From16to8 : Vector {
 struct FromFto8 : Vector {
   using Source = float;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel Plain = PXLp_RowFto8;
+  static constexpr PXLp_RowKernel PLAIN = PXLp_RowFto8;
 
   static Type Convert(const Source* from) {
     const Type low = _mm_packs_epi32(Truncated(from), Truncated(from + 4));

@@ -4,7 +4,7 @@
 //
 // A step makes one vector of the destination: it is one of the vector types of
 // simd/, with the channels' types Source and Destination, a function Convert
-// from the address of the source channels to the vector, and Plain, the loop
+// from the address of the source channels to the vector, and PLAIN, the loop
 // that it equals.
 #ifndef TRANSFER_KERNELS_VECTOR_ROWS_H
 #define TRANSFER_KERNELS_VECTOR_ROWS_H
@@ -29,10 +29,10 @@ inline constexpr std::size_t PXLp_DISTANCE_IN_MEMORY = 4096;
 // writes that the processor's own foresight falls behind.
 template <class Step>
 void PXLp_FetchAhead(const typename Step::Source* from, std::size_t distance) {
-  constexpr std::size_t LINE = 64;
-  constexpr std::size_t READ = PXLp_STEP_CHANNELS<Step> * sizeof(typename Step::Source);
-  if constexpr (READ > 2 * Step::BYTES) {
-    for (std::size_t i = 0; i < READ; i += LINE) {
+  constexpr std::size_t line = 64;
+  constexpr std::size_t bytesRead = PXLp_STEP_CHANNELS<Step> * sizeof(typename Step::Source);
+  if constexpr (bytesRead > 2 * Step::BYTES) {
+    for (std::size_t i = 0; i < bytesRead; i += line) {
       _mm_prefetch(reinterpret_cast<const char*>(from) + distance + i, _MM_HINT_T0);
     }
   }
@@ -42,15 +42,15 @@ void PXLp_FetchAhead(const typename Step::Source* from, std::size_t distance) {
 // is the same twice.
 template <class Step>
 void PXLp_CachingRow(const void* source, void* destination, std::size_t channels) {
-  constexpr std::size_t STEP = PXLp_STEP_CHANNELS<Step>;
-  if (channels < STEP) {
-    Step::Plain(source, destination, channels);
+  constexpr std::size_t step = PXLp_STEP_CHANNELS<Step>;
+  if (channels < step) {
+    Step::PLAIN(source, destination, channels);
     return;
   }
   const auto* from = static_cast<const typename Step::Source*>(source);
   auto* to = static_cast<typename Step::Destination*>(destination);
-  const std::size_t last = channels - STEP;
-  for (std::size_t i = 0; i < last; i += STEP) {
+  const std::size_t last = channels - step;
+  for (std::size_t i = 0; i < last; i += step) {
     PXLp_FetchAhead<Step>(from + i, PXLp_DISTANCE_IN_CACHE);
     Step::Store(to + i, Step::Convert(from + i));
   }
@@ -71,24 +71,24 @@ void PXLp_StorePart(typename Step::Destination* to, typename Step::Type vector, 
 // line that is written in both ways costs more than all of a row.
 template <class Step>
 void PXLp_StreamingRow(const void* source, void* destination, std::size_t channels) {
-  constexpr std::size_t STEP = PXLp_STEP_CHANNELS<Step>;
-  constexpr std::size_t CHANNEL = sizeof(typename Step::Destination);
+  constexpr std::size_t step = PXLp_STEP_CHANNELS<Step>;
+  constexpr std::size_t channelBytes = sizeof(typename Step::Destination);
   const std::size_t head = (0 - reinterpret_cast<std::uintptr_t>(destination)) % Step::BYTES;
-  if (channels < STEP || head % CHANNEL != 0) {
+  if (channels < step || head % channelBytes != 0) {
     PXLp_CachingRow<Step>(source, destination, channels);
     return;
   }
   const auto* from = static_cast<const typename Step::Source*>(source);
   auto* to = static_cast<typename Step::Destination*>(destination);
-  std::size_t i = head / CHANNEL;
+  std::size_t i = head / channelBytes;
   if (i != 0) PXLp_StorePart<Step>(to, Step::Convert(from), 0, i);
-  for (; i + STEP <= channels; i += STEP) {
+  for (; i + step <= channels; i += step) {
     PXLp_FetchAhead<Step>(from + i, PXLp_DISTANCE_IN_MEMORY);
     Step::Stream(to + i, Step::Convert(from + i));
   }
   const std::size_t rest = channels - i;
   if (rest != 0) {
-    PXLp_StorePart<Step>(to + i, Step::Convert(from + channels - STEP), STEP - rest, rest);
+    PXLp_StorePart<Step>(to + i, Step::Convert(from + channels - step), step - rest, rest);
   }
 }
 
