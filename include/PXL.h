@@ -172,8 +172,9 @@ extern PXL_API K_LStrCatalogue* PXL_G_zref;
 /* ---- Life of the module ------------------------------------------------- */
 
 /* Brings the module to life: marks the state, keeps birthArg, zeroes the count
- * of Worlds and builds the conversion tables. Call it once, before any World
- * is made. Always gives 0; a second birth is reported and changes nothing. */
+ * of Worlds, builds the conversion tables and chooses the conversions that suit
+ * the processor. Call it once, before any World is made. Always gives 0; a
+ * second birth is reported and changes nothing. */
 PXL_API int32_t PXL_Birth(uint32_t birthArg);
 
 /* Lays the module to rest. Worlds still alive are neither freed nor reported.
