@@ -29,6 +29,7 @@ foreach(target pxl_kernels QDE_rows simd)
 endforeach()
 
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  include(swapped.cmake)
   foreach(target PXL QDE K vetrix TRC Q TXT pxl)
     # Not all have arrays on their stacks, or buffers that the runtime fills.
     set(guarded FALSE)
