@@ -62,3 +62,15 @@ install(FILES ${PROJECT_BINARY_DIR}/pxl.pc
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/K/translations
   DESTINATION ${CMAKE_INSTALL_DATADIR}/pxl COMPONENT tools)
+
+# The page of the manual, where there is what makes it.
+find_program(PXL_SCDOC scdoc)
+if(PXL_SCDOC AND NOT WIN32)
+  set(page ${PROJECT_BINARY_DIR}/pxl.1)
+  add_custom_command(OUTPUT ${page}
+    COMMAND ${PXL_SCDOC} < ${PROJECT_SOURCE_DIR}/docs/pxl.1.scd > ${page}
+    DEPENDS ${PROJECT_SOURCE_DIR}/docs/pxl.1.scd VERBATIM)
+  add_custom_target(man_page ALL DEPENDS ${page})
+  add_dependencies(pxl man_page)
+  install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+endif()

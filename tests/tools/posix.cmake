@@ -41,3 +41,7 @@ if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
     png_file_test.cpp)
   target_link_libraries(portable_pictures_test PRIVATE picture_libraries test_pictures)
 endif()
+
+add_test(NAME man_page COMMAND ${CMAKE_COMMAND}
+  -D PROGRAM=$<TARGET_FILE:pxl> -D PAGE=${PROJECT_SOURCE_DIR}/docs/pxl.1.scd
+  -P ${CMAKE_CURRENT_SOURCE_DIR}/check_man_page.cmake)
