@@ -7,12 +7,10 @@ namespace simd {
 
 void Fill32(void* destination, std::uint32_t value, std::size_t count) {
   const Routines& routines = BestRoutines();
-  if (StoresForFill(count * sizeof value) == Stores::Caching) {
-    routines.fill32(destination, value, count);
-  } else {
-    routines.streamingFill32(destination, value, count);
-    FinishStreaming();
-  }
+  const bool caching = StoresForFill(count * sizeof value) == Stores::Caching;
+  const auto fill = caching ? routines.fill32 : routines.streamingFill32;
+  fill(destination, value, count);
+  FinishStreaming();  // costs nothing where there was none
 }
 
 void ReverseBytes32(void* words, std::size_t count) {

@@ -2,7 +2,7 @@
 
 #include <cpuid.h>
 
-#include <algorithm>
+#include "simd/processor_rules.h"
 
 namespace simd {
 namespace {
@@ -24,65 +24,52 @@ constexpr unsigned Bits(unsigned value, unsigned first, unsigned count) {
 
 // The compiler's runtime asks when it is loaded, and also whether the system
 // saves the wide registers.
-Level FindLevel() {
+Features ReadFeatures() {
   __builtin_cpu_init();
-  if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-      __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
-      __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
-    return Level::Avx512;
-  }
-  if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) return Level::Avx2;
-  if (__builtin_cpu_supports("ssse3") && __builtin_cpu_supports("sse4.1")) return Level::Sse41;
-  return Level::Baseline;
+  Features features;
+  features.ssse3 = __builtin_cpu_supports("ssse3") != 0;
+  features.sse41 = __builtin_cpu_supports("sse4.1") != 0;
+  features.avx2 = __builtin_cpu_supports("avx2") != 0;
+  features.fma = __builtin_cpu_supports("fma") != 0;
+  features.avx512 =
+      __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0 &&
+      __builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vl") != 0;
+  return features;
 }
 
-// One entry of the list of caches; leaves 4 (Intel) and 8000001D (AMD) have the
-// same layout.
-struct Cache {
-  unsigned type;  // 0 ends the list, 2 holds instructions
-  unsigned level;
-  std::size_t bytes;
-  std::size_t threads;  // that share it
-};
+// Leaves 4 (Intel) and 8000001D (AMD) list the caches in the same layout.
+constexpr unsigned END_OF_LIST = 0;
+constexpr unsigned INSTRUCTIONS = 2;
 
-Cache ReadCache(unsigned leaf, unsigned index) {
-  const Registers r = Ask(leaf, index);
+unsigned TypeOf(const Registers& r) {
+  return Bits(r.a, 0, 5);
+}
+
+Cache CacheOf(const Registers& r) {
   const std::size_t ways = Bits(r.b, 22, 10) + 1U;
   const std::size_t partitions = Bits(r.b, 12, 10) + 1U;
   const std::size_t line = Bits(r.b, 0, 12) + 1U;
   const std::size_t sets = std::size_t{r.c} + 1;
-  return {Bits(r.a, 0, 5), Bits(r.a, 5, 3), ways * partitions * line * sets,
-          Bits(r.a, 14, 12) + std::size_t{1}};
+  return {Bits(r.a, 5, 3), ways * partitions * line * sets, Bits(r.a, 14, 12) + std::size_t{1}};
 }
 
-// The leaf that lists the caches; 0 when there is none.
-unsigned CacheLeaf() {
-  constexpr unsigned intel = 4;
-  constexpr unsigned amd = 0x8000001D;
-  const auto has = [](unsigned leaf, unsigned range) {
-    return Ask(range, 0).a >= leaf && ReadCache(leaf, 0).type != 0;
-  };
-  if (has(intel, 0)) return intel;
-  return has(amd, 0x80000000) ? amd : 0;
+// The end of the list at once where the processor has no such leaf.
+Registers AskForCache(unsigned leaf, unsigned range, unsigned index) {
+  return Ask(range, 0).a >= leaf ? Ask(leaf, index) : Registers{};
 }
 
-// The second level is taken as a core's own though two threads of it share it;
-// the levels beyond are divided among those who share them.
-Caches FindCaches() {
-  constexpr unsigned instructions = 2;
-  Caches caches{std::size_t{256} * 1024, std::size_t{1024} * 1024};
-  const unsigned leaf = CacheLeaf();
-  if (leaf == 0) return caches;
-  caches = {};
+std::vector<Cache> ReadCaches(unsigned leaf, unsigned range) {
+  std::vector<Cache> caches;
   for (unsigned index = 0;; ++index) {
-    const Cache cache = ReadCache(leaf, index);
-    if (cache.type == 0) break;
-    if (cache.type == instructions) continue;
-    if (cache.level <= 2) caches.own = std::max(caches.own, cache.bytes);
-    caches.shared = std::max(caches.shared, cache.bytes / cache.threads);
+    const Registers answer = AskForCache(leaf, range, index);
+    if (TypeOf(answer) == END_OF_LIST) return caches;
+    if (TypeOf(answer) != INSTRUCTIONS) caches.push_back(CacheOf(answer));
   }
-  caches.shared = std::max(caches.own, caches.shared);
-  return caches;
+}
+
+Caches FindCaches() {
+  const std::vector<Cache> caches = ReadCaches(4, 0);
+  return CachesOf(caches.empty() ? ReadCaches(0x8000001D, 0x80000000) : caches);
 }
 
 }  // namespace
@@ -101,7 +88,7 @@ const char* NameOf(Level level) {
 }
 
 Level ProcessorLevel() {
-  static const Level level = FindLevel();
+  static const Level level = LevelOf(ReadFeatures());
   return level;
 }
 

@@ -1,0 +1,37 @@
+// What follows from what a processor says of itself.
+#ifndef SIMD_PROCESSOR_RULES_H
+#define SIMD_PROCESSOR_RULES_H
+
+#include <vector>
+
+#include "simd/processor.h"
+
+namespace simd {
+
+// The sets of instructions that processor and system support.
+struct Features {
+  bool ssse3 = false;
+  bool sse41 = false;
+  bool avx2 = false;
+  bool fma = false;
+  bool avx512 = false;  // F, BW, DQ and VL
+};
+
+// Each level asks for those before it as well.
+Level LevelOf(const Features& features);
+
+// A cache that holds data.
+struct Cache {
+  unsigned level = 1;
+  std::size_t bytes = 0;
+  std::size_t threads = 1;  // that share it
+};
+
+// The second level counts as a core's own though two threads of it share it; the
+// levels beyond are divided among those who share them. Without any cache: what
+// small processors have.
+Caches CachesOf(const std::vector<Cache>& caches);
+
+}  // namespace simd
+
+#endif

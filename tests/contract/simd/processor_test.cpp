@@ -1,0 +1,74 @@
+#include <gtest/gtest.h>
+
+#include "simd/processor_rules.h"
+#include "simd/streaming.h"
+
+namespace {
+
+constexpr std::size_t KIB = 1024;
+
+}  // namespace
+
+TEST(ProcessorLevels, NeedAllTheirInstructions) {
+  using simd::Level;
+  EXPECT_EQ(simd::LevelOf({}), Level::Baseline);
+  EXPECT_EQ(simd::LevelOf({.ssse3 = true}), Level::Baseline);
+  EXPECT_EQ(simd::LevelOf({.sse41 = true}), Level::Baseline);
+  EXPECT_EQ(simd::LevelOf({.ssse3 = true, .sse41 = true}), Level::Sse41);
+  EXPECT_EQ(simd::LevelOf({.ssse3 = true, .sse41 = true, .avx2 = true}), Level::Sse41);
+  EXPECT_EQ(simd::LevelOf({.ssse3 = true, .sse41 = true, .fma = true}), Level::Sse41);
+  EXPECT_EQ(simd::LevelOf({.ssse3 = true, .sse41 = true, .avx2 = true, .fma = true}), Level::Avx2);
+  EXPECT_EQ(
+      simd::LevelOf({.ssse3 = true, .sse41 = true, .avx2 = true, .fma = true, .avx512 = true}),
+      Level::Avx512);
+}
+
+TEST(ProcessorLevels, NeedThoseBeforeThem) {
+  using simd::Level;
+  EXPECT_EQ(simd::LevelOf({.avx2 = true, .fma = true, .avx512 = true}), Level::Baseline);
+  EXPECT_EQ(simd::LevelOf({.ssse3 = true, .sse41 = true, .avx512 = true}), Level::Sse41);
+}
+
+TEST(ProcessorLevels, HaveNames) {
+  EXPECT_STREQ(simd::NameOf(simd::Level::Baseline), "baseline");
+  EXPECT_STREQ(simd::NameOf(simd::Level::Sse41), "SSE4.1");
+  EXPECT_STREQ(simd::NameOf(simd::Level::Avx2), "AVX2");
+  EXPECT_STREQ(simd::NameOf(simd::Level::Avx512), "AVX-512");
+}
+
+TEST(ProcessorCaches, AreOwnUpToTheSecondLevelAndSharedBeyond) {
+  const simd::Caches caches =
+      simd::CachesOf({{1, 48 * KIB, 2}, {2, 2048 * KIB, 2}, {3, 32768 * KIB, 16}});
+  EXPECT_EQ(caches.own, 2048 * KIB);
+  EXPECT_EQ(caches.shared, 2048 * KIB);
+  EXPECT_EQ(simd::CachesOf({{2, 512 * KIB, 2}, {3, 32768 * KIB, 8}}).shared, 4096 * KIB);
+}
+
+TEST(ProcessorCaches, ShareNoLessThanACoreHas) {
+  const simd::Caches caches = simd::CachesOf({{1, 32 * KIB, 1}, {2, 1024 * KIB, 4}});
+  EXPECT_EQ(caches.own, 1024 * KIB);
+  EXPECT_EQ(caches.shared, 1024 * KIB);
+}
+
+TEST(ProcessorCaches, AreSmallWhereTheProcessorTellsNothing) {
+  EXPECT_EQ(simd::CachesOf({}).own, 256 * KIB);
+  EXPECT_EQ(simd::CachesOf({}).shared, 1024 * KIB);
+}
+
+TEST(ProcessorCaches, OfThisProcessorAreOfSomeSize) {
+  EXPECT_GE(simd::ProcessorCaches().own, 16 * KIB);
+  EXPECT_GE(simd::ProcessorCaches().shared, simd::ProcessorCaches().own);
+}
+
+TEST(Streaming, BeginsWhereATransferExceedsACoresOwnCache) {
+  const std::size_t own = simd::ProcessorCaches().own;
+  EXPECT_EQ(simd::StoresFor(own / 2, own - own / 2), simd::Stores::Caching);
+  EXPECT_EQ(simd::StoresFor(own / 2, own - own / 2 + 1), simd::Stores::Streaming);
+  EXPECT_EQ(simd::StoresFor(own + 1, 0), simd::Stores::Streaming);
+}
+
+TEST(Streaming, BeginsWhereAFillExceedsTheShareOfTheLastLevel) {
+  const std::size_t shared = simd::ProcessorCaches().shared;
+  EXPECT_EQ(simd::StoresForFill(shared), simd::Stores::Caching);
+  EXPECT_EQ(simd::StoresForFill(shared + 1), simd::Stores::Streaming);
+}
