@@ -47,13 +47,12 @@ target_compile_options(pxl_flags INTERFACE
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
 
 # What ships stops at an overrun stack or a buffer that is too small, and leaves
-# no memory both writable and executable. The sanitizers have checks of their own.
-if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+# no memory both writable and executable. The sanitizers have checks of their own;
+# on Windows the guards would need one more library, and the linker does the rest.
+if(NOT WIN32 AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   target_compile_options(pxl_flags INTERFACE
     -fstack-protector-strong $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
-  if(NOT WIN32)
-    target_link_options(pxl_flags INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
-  endif()
+  target_link_options(pxl_flags INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
 endif()
 
 # A shared library names all that it needs. Not under a sanitizer, whose

@@ -1,6 +1,5 @@
 // Worlds are made one after the other; then each thread works on its own.
 // Prints the sums.
-#include <array>
 #include <cstdio>
 #include <thread>
 
@@ -8,8 +7,8 @@
 
 namespace {
 
-constexpr int kWidth = 640;
-constexpr int kHeight = 360;
+constexpr int WIDTH = 640;
+constexpr int HEIGHT = 360;
 
 struct Job {
   PXL_WorldHandle world = nullptr;
@@ -19,7 +18,7 @@ struct Job {
 // Touches pixels that are locked, and nothing that threads share.
 void Work(Job* job, float value) {
   auto* pixels = static_cast<PXL_PixelF*>((*job->world)->pixels.baseAddr);
-  for (int i = 0; i < kWidth * kHeight; ++i) {
+  for (int i = 0; i < WIDTH * HEIGHT; ++i) {
     for (float& channel : pixels[i].channel) channel = value;
     PXL_ClipPixelF(&pixels[i]);
     job->sum += static_cast<double>(pixels[i].channel[0]);
@@ -27,7 +26,7 @@ void Work(Job* job, float value) {
 }
 
 bool Make(Job* job) {
-  const Rect bounds = {0, 0, kHeight, kWidth};
+  const Rect bounds = {0, 0, HEIGHT, WIDTH};
   return PXL_NewWorld(nullptr, 0, &bounds, PXL_Depth_128, 0, nullptr, &job->world) == 0 &&
          PXL_LockPixels(0, job->world, nullptr) == 0;
 }
@@ -36,15 +35,16 @@ bool Make(Job* job) {
 
 int main() {
   PXL_Birth(0);
-  std::array<Job, 2> jobs;
-  if (!Make(&jobs[0]) || !Make(&jobs[1])) return 1;
-  std::thread other(Work, &jobs[1], 3.0F);
-  Work(&jobs[0], 0.5F);
+  Job first;
+  Job second;
+  if (!Make(&first) || !Make(&second)) return 1;
+  std::thread other(Work, &second, 3.0F);
+  Work(&first, 0.5F);
   other.join();
-  for (const Job& job : jobs) {
-    std::printf("%.0f\n", job.sum);
-    PXL_UnlockPixels(job.world);
-    PXL_DisposeWorld(job.world);
+  for (const Job* job : {&first, &second}) {
+    std::printf("%.0f\n", job->sum);
+    PXL_UnlockPixels(job->world);
+    PXL_DisposeWorld(job->world);
   }
   return PXL_Death();
 }

@@ -27,13 +27,12 @@ constexpr unsigned Bits(unsigned value, unsigned first, unsigned count) {
 Features ReadFeatures() {
   __builtin_cpu_init();
   Features features;
-  features.ssse3 = __builtin_cpu_supports("ssse3") != 0;
-  features.sse41 = __builtin_cpu_supports("sse4.1") != 0;
-  features.avx2 = __builtin_cpu_supports("avx2") != 0;
-  features.fma = __builtin_cpu_supports("fma") != 0;
-  features.avx512 =
-      __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0 &&
-      __builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vl") != 0;
+  features.ssse3 = __builtin_cpu_supports("ssse3");
+  features.sse41 = __builtin_cpu_supports("sse4.1");
+  features.avx2 = __builtin_cpu_supports("avx2");
+  features.fma = __builtin_cpu_supports("fma");
+  features.avx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                    __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl");
   return features;
 }
 

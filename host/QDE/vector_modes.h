@@ -308,7 +308,7 @@ constexpr RowRoutines Same() {
   return {CombinePixels<Combine>, CombinePixels<Combine>};
 }
 
-constexpr RowRoutines kCopyRoutines = {nullptr, CombinePixels<ColoredCopy>};
-constexpr RowRoutines kNotCopyRoutines = {CombinePixels<NotCopy>, CombinePixels<ColoredNotCopy>};
+inline constexpr RowRoutines kCopyRoutines = {nullptr, CombinePixels<ColoredCopy>};
+inline constexpr RowRoutines kNotCopyRoutines = {CombinePixels<NotCopy>, CombinePixels<ColoredNotCopy>};
 
 #endif

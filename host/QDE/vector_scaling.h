@@ -4,7 +4,7 @@
 
 #include "vector_modes.h"
 
-constexpr std::size_t kVectorPixels = kVectorBytes / sizeof(Pixel32);
+inline constexpr std::size_t kVectorPixels = kVectorBytes / sizeof(Pixel32);
 
 inline Vector LoadPixels(const std::uint8_t* pixels, std::size_t position) {
   return Load(pixels + position * sizeof(Pixel32));
