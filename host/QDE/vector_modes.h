@@ -309,6 +309,7 @@ constexpr RowRoutines Same() {
 }
 
 inline constexpr RowRoutines kCopyRoutines = {nullptr, CombinePixels<ColoredCopy>};
-inline constexpr RowRoutines kNotCopyRoutines = {CombinePixels<NotCopy>, CombinePixels<ColoredNotCopy>};
+inline constexpr RowRoutines kNotCopyRoutines = {CombinePixels<NotCopy>,
+                                                 CombinePixels<ColoredNotCopy>};
 
 #endif
