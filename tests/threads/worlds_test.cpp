@@ -1,5 +1,6 @@
 // Each thread works on Worlds of its own, made before, with their records locked
 // so that they stay where they are while others make and dispose.
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -155,4 +156,28 @@ TEST_F(ThreadedWorlds, MayBeBlittedFromByAllAtOnce) {
   }
   K_UnlockHandle(RecordBlock(source));
   Dispose(source);
+}
+
+TEST_F(ThreadedWorlds, ReportWhatGoesWrongWhereverItDoes) {
+  PXL_WorldHandle larger = MakeStill(64, 0);
+  const Rect bounds = {0, 0, HEIGHT + 1, WIDTH};
+  ASSERT_EQ(PXL_UpdateWorld(0, &bounds, 0, nullptr, larger), 0);
+  constexpr int ROUNDS = 50;
+  int administered = 0;
+  {
+    const Locked locked(larger);
+    const Disturbance administration([&] { Administer(administered++); });
+    RunCrew([&](int member) {
+      const Locked back(OwnOf(member).back);
+      for (int round = 0; round < ROUNDS; ++round) {
+        EXPECT_EQ(PXL_Blit(larger, OwnOf(member).back, nullptr, nullptr, 0), PXL_Err_REFUSED);
+      }
+    });
+  }
+  const auto refusals = std::count_if(reports_.begin(), reports_.end(), [](const Reported& report) {
+    return report.text.find("must be same sized") != std::string::npos;
+  });
+  EXPECT_EQ(refusals, CREW * ROUNDS);
+  K_UnlockHandle(RecordBlock(larger));
+  Dispose(larger);
 }
