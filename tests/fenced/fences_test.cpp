@@ -39,7 +39,7 @@ volatile char* Beside(void* first, std::int64_t size) {
   return AreBehind() ? bytes + size : bytes - 1;
 }
 
-char Read(volatile char* place) {
+char Read(const volatile char* place) {
   return *place;
 }
 
@@ -99,7 +99,7 @@ TEST_F(FencesDeathTest, KillWhoeverWroteOnTheOtherSide) {
   void* frame = nullptr;
   ASSERT_EQ(PXL_AllocateFrameQuiet(104, 0, &frame), 0);
   auto* bytes = static_cast<volatile char*>(frame);
-  char& beside = const_cast<char&>(AreBehind() ? bytes[-1] : bytes[104]);
+  volatile char& beside = AreBehind() ? bytes[-1] : bytes[104];
   EXPECT_DEATH(
       {
         beside = 0;

@@ -162,14 +162,14 @@ TEST_F(ThreadedWorlds, ReportWhatGoesWrongWhereverItDoes) {
   PXL_WorldHandle larger = MakeStill(64, 0);
   const Rect bounds = {0, 0, HEIGHT + 1, WIDTH};
   ASSERT_EQ(PXL_UpdateWorld(0, &bounds, 0, nullptr, larger), 0);
-  constexpr int ROUNDS = 50;
+  constexpr int rounds = 50;
   int administered = 0;
   {
     const Locked locked(larger);
     const Disturbance administration([&] { Administer(administered++); });
     RunCrew([&](int member) {
       const Locked back(OwnOf(member).back);
-      for (int round = 0; round < ROUNDS; ++round) {
+      for (int round = 0; round < rounds; ++round) {
         EXPECT_EQ(PXL_Blit(larger, OwnOf(member).back, nullptr, nullptr, 0), PXL_Err_REFUSED);
       }
     });
@@ -177,7 +177,7 @@ TEST_F(ThreadedWorlds, ReportWhatGoesWrongWhereverItDoes) {
   const auto refusals = std::count_if(reports_.begin(), reports_.end(), [](const Reported& report) {
     return report.text.find("must be same sized") != std::string::npos;
   });
-  EXPECT_EQ(refusals, CREW * ROUNDS);
+  EXPECT_EQ(refusals, CREW * rounds);
   K_UnlockHandle(RecordBlock(larger));
   Dispose(larger);
 }
