@@ -4,6 +4,19 @@
 
 namespace simd {
 
+const char* NameOf(Level level) {
+  switch (level) {
+    case Level::Sse41:
+      return "SSE4.1";
+    case Level::Avx2:
+      return "AVX2";
+    case Level::Avx512:
+      return "AVX-512";
+    default:
+      return "baseline";
+  }
+}
+
 Level LevelOf(const Features& features) {
   Level level = Level::Baseline;
   if (features.ssse3 && features.sse41) level = Level::Sse41;

@@ -60,6 +60,11 @@ TEST_F(SoakProgram, LivesWithTooLittleMemory) {
   EXPECT_GT(NumberOf(outcome.output, "refusals"), 0);
 }
 
+TEST_F(SoakProgram, ShortRunsHaveNoRounds) {
+  const Outcome outcome = RunPxl({"soak", "--minutes", "0.01", "--seed", "7"});
+  EXPECT_THAT(outcome.output, testing::Not(HasSubstr("rounds")));
+}
+
 TEST_F(SoakProgram, DrawsItsMemory) {
   const Outcome outcome =
       RunPxl({"soak", "--minutes", "0.01", "--budget", "64MiB", "--plot", Path("memory.svg")});

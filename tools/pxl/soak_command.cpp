@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <iomanip>
@@ -9,6 +10,7 @@
 #include "QDE_host.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/console.h"
+#include "tools/pxl/growth.h"
 #include "tools/pxl/memory_plot.h"
 #include "tools/pxl/output_file.h"
 #include "tools/pxl/progress.h"
@@ -100,13 +102,58 @@ void SavePlot(const std::filesystem::path& path, std::vector<K_TimeLineSample> s
   file.Commit();
 }
 
-// Works until the time is over; gives what was done.
-SoakCounts Work(Module& module, const SoakOptions& options, std::uint64_t seed) {
-  const auto seconds = static_cast<std::size_t>(std::ceil(options.minutes * 60.0));
+// Disposes of everything from time to time, and then looks at what the process
+// still holds. Short runs have no rounds: too little is settled in them.
+class Rounds {
+ public:
+  Rounds(Clock::time_point start, double seconds)
+      : length_(seconds < kShortest ? kNever : std::max(1.0, seconds / kMost)),
+        next_(start + length_) {}
+
+  void EndIfOver(Clock::time_point now, Soak& soak) {
+    if (now < next_) return;
+    next_ += length_;
+    soak.DisposeOfAll();
+    EmptyPool();
+    samples_.push_back(ReadProcessUse());
+  }
+
+  // One a round.
+  const std::vector<ProcessUse>& samples() const { return samples_; }
+
+ private:
+  using Length = std::chrono::duration<double>;
+
+  static constexpr double kShortest = 10.0;
+  static constexpr double kMost = 100.0;
+  static constexpr double kNever = 1e9;
+
+  static void EmptyPool() {
+    const std::uint64_t limit = K_GetPoolLimit();
+    K_SetPoolLimit(0);
+    K_SetPoolLimit(limit);
+  }
+
+  Length length_;
+  std::chrono::time_point<Clock, Length> next_;
+  std::vector<ProcessUse> samples_;
+};
+
+// What was done, and what the process held after each round of it.
+struct Work {
+  SoakCounts counts;
+  std::vector<ProcessUse> uses;
+};
+
+// Works until the time is over.
+Work DoWork(Module& module, const SoakOptions& options, std::uint64_t seed) {
+  const double length = options.minutes * 60.0;
   const auto start = Clock::now();
-  const auto end = start + std::chrono::duration<double>(options.minutes * 60.0);
-  Progress progress(std::cerr, seconds, StandardErrorIsTerminal());
+  const auto end = start + std::chrono::duration<double>(length);
+  Progress progress(std::cerr, static_cast<std::size_t>(std::ceil(length)),
+                    StandardErrorIsTerminal());
   Soak soak(module, seed);
+  Rounds rounds(start, length);
   auto next = start;
   for (auto now = start; now < end; now = Clock::now()) {
     if (now >= next) {
@@ -115,9 +162,18 @@ SoakCounts Work(Module& module, const SoakOptions& options, std::uint64_t seed) 
       next += std::chrono::seconds(1);
     }
     soak.Step();
+    rounds.EndIfOver(now, soak);
   }
   soak.DisposeOfAll();
-  return soak.counts();
+  return {soak.counts(), rounds.samples()};
+}
+
+// Throws Failure if it holds more and more.
+void TellUses(const std::vector<ProcessUse>& uses) {
+  if (uses.empty()) return;
+  std::cout << "The process, after the first and the last of " << uses.size() << " rounds\n";
+  TellProcessUse(std::cout, uses);
+  if (const auto growth = FindGrowth(uses)) throw Failure("this process", *growth);
 }
 
 // Written so that what is no number fails too.
@@ -140,11 +196,11 @@ int RunSoak(const SoakOptions& options) {
   const std::uint64_t seed = options.seed.value_or(std::random_device{}());
   const Totals before = TotalsNow();
   K_SetTimeLine(1);
-  SoakCounts counts;
+  Work work;
   {
     Module module;
     try {
-      counts = Work(module, options, seed);
+      work = DoWork(module, options, seed);
     } catch (const Failure& failure) {
       throw Failure("--seed " + std::to_string(seed), failure.what());
     }
@@ -152,9 +208,10 @@ int RunSoak(const SoakOptions& options) {
   const std::vector<K_TimeLineSample> samples = TimeLine();
   if (options.plot) SavePlot(*options.plot, samples);
   std::cout << "Worlds, with --seed " << seed << "\n";
-  TellCounts(counts);
+  TellCounts(work.counts);
   TellMemory(samples);
   TellTotals(before, TotalsNow());
+  TellUses(work.uses);
   return kExitSuccess;
 }
 

@@ -1,7 +1,6 @@
-#include "simd/processor.h"
-
 #include <cpuid.h>
 
+#include "simd/processor.h"
 #include "simd/processor_rules.h"
 
 namespace simd {
@@ -20,20 +19,6 @@ Registers Ask(unsigned leaf, unsigned subleaf) {
 // `count` bits of a register, from bit `first` on.
 constexpr unsigned Bits(unsigned value, unsigned first, unsigned count) {
   return (value >> first) & ((1U << count) - 1);
-}
-
-// The compiler's runtime asks when it is loaded, and also whether the system
-// saves the wide registers.
-Features ReadFeatures() {
-  __builtin_cpu_init();
-  Features features;
-  features.ssse3 = __builtin_cpu_supports("ssse3");
-  features.sse41 = __builtin_cpu_supports("sse4.1");
-  features.avx2 = __builtin_cpu_supports("avx2");
-  features.fma = __builtin_cpu_supports("fma");
-  features.avx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-                    __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl");
-  return features;
 }
 
 // Leaves 4 (Intel) and 8000001D (AMD) list the caches in the same layout.
@@ -72,24 +57,6 @@ Caches FindCaches() {
 }
 
 }  // namespace
-
-const char* NameOf(Level level) {
-  switch (level) {
-    case Level::Sse41:
-      return "SSE4.1";
-    case Level::Avx2:
-      return "AVX2";
-    case Level::Avx512:
-      return "AVX-512";
-    default:
-      return "baseline";
-  }
-}
-
-Level ProcessorLevel() {
-  static const Level level = LevelOf(ReadFeatures());
-  return level;
-}
 
 const Caches& ProcessorCaches() {
   static const Caches caches = FindCaches();

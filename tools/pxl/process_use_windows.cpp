@@ -1,0 +1,23 @@
+#include <windows.h>
+//
+#include <psapi.h>
+
+#include "tools/pxl/failure.h"
+#include "tools/pxl/process_use.h"
+
+namespace pxl {
+
+ProcessUse ReadProcessUse() {
+  HeapCompact(GetProcessHeap(), 0);
+  PROCESS_MEMORY_COUNTERS_EX memory{};
+  memory.cb = sizeof memory;
+  DWORD handles = 0;
+  if (GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
+                           sizeof memory) == 0 ||
+      GetProcessHandleCount(GetCurrentProcess(), &handles) == 0) {
+    throw Failure("this process", "the system does not tell what it uses");
+  }
+  return {0, memory.PrivateUsage, memory.WorkingSetSize, handles};
+}
+
+}  // namespace pxl
