@@ -8,7 +8,8 @@
 #                         loaded its own libraries of those names before
 #   lib/cmake/PXL/, lib/pkgconfig/, bin/pxl, share/
 #
-# On Windows all libraries stand beside the programs in bin/.
+# On Windows all libraries stand beside the programs in bin/, with those of the
+# compiler's runtime; lib/ has what links to them.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -62,6 +63,10 @@ install(FILES ${PROJECT_BINARY_DIR}/pxl.pc
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/K/translations
   DESTINATION ${CMAKE_INSTALL_DATADIR}/pxl COMPONENT tools)
+
+if(WIN32)
+  include(windows/Install)
+endif()
 
 # The page of the manual, where there is what makes it.
 find_program(PXL_SCDOC scdoc)

@@ -1,5 +1,6 @@
 #!/bin/sh
 # Builds and runs the consumers: run.sh PREFIX, where the package was installed.
+# A package for Windows is cross-built against and run under Wine.
 set -eu
 
 here=$(dirname -- "$(readlink -f -- "$0")")
@@ -26,22 +27,41 @@ must_say_good() {
   fi
 }
 
+if [ -e "$prefix/bin/PXL.dll" ]; then
+  target=-DCMAKE_SYSTEM_NAME=Windows
+  compiler=x86_64-w64-mingw32
+  CC=$compiler-gcc-posix
+  CXX=$compiler-g++-posix
+  folder=$prefix/lib
+  end=.exe
+  # As users do who do not lay the libraries beside their program.
+  run() { WINEPATH=$prefix/bin "$here/../../cmake/windows/wine.sh" "$@" | tr -d '\r'; }
+else
+  target=
+  CC=cc
+  CXX=c++
+  library=$(find "$prefix" -name 'libPXL.so.??' -print -quit)
+  folder=$(dirname "$library")
+  end=
+  run() { "$@"; }
+fi
+export CC CXX
+
 # Only the package's own files may be found, wherever the prefix lies.
 for consumer in c11 cpp17; do
   cp -r "$here/$consumer" "$work/"
   quietly cmake -S "$work/$consumer" -B "$work/$consumer/build" -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_PREFIX_PATH="$prefix"
+    -DCMAKE_PREFIX_PATH="$prefix" ${target:+"$target"}
   quietly cmake --build "$work/$consumer/build"
-  must_say_good "$consumer" "$work/$consumer/build/consumer"
+  must_say_good "$consumer" run "$work/$consumer/build/consumer$end"
 done
 
-library=$(find "$prefix" -name 'libPXL.so.??' -print -quit)
-folder=$(dirname "$library")
 PKG_CONFIG_PATH=$folder/pkgconfig
 export PKG_CONFIG_PATH
 # Its flags are quoted for a shell.
-eval "cc -std=c11 '$work/c11/main.c' $(pkg-config --cflags --libs pxl)" \
-  '"-Wl,-rpath,$folder"' -o "'$work/by_pkg_config'"
-must_say_good 'c11 by pkg-config' "$work/by_pkg_config"
+eval "$CC -std=c11 '$work/c11/main.c' $(pkg-config --cflags --libs pxl)" \
+  '"-Wl,-rpath,$folder"' -o "'$work/by_pkg_config$end'"
+must_say_good 'c11 by pkg-config' run "$work/by_pkg_config$end"
 
-must_say_good python python3 "$here/python/consumer.py" "$library"
+[ -n "$target" ] ||
+  must_say_good python python3 "$here/python/consumer.py" "$library"

@@ -2,43 +2,39 @@
 // in the place of all that it imports.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <link.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "PXL.h"
 #include "tests/recorder/recorder.h"
+#include "tests/system/loaded_files.h"
 
 using ::testing::Contains;
-using ::testing::Each;
 using ::testing::ElementsAre;
-using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-using ::testing::StartsWith;
 
 namespace {
 
-// The files of all loaded libraries.
-std::vector<std::string> LoadedFiles() {
-  std::vector<std::string> files;
-  const auto note = [](dl_phdr_info* info, std::size_t, void* context) {
-    static_cast<std::vector<std::string>*>(context)->emplace_back(info->dlpi_name);
-    return 0;
-  };
-  dl_iterate_phdr(note, &files);
+using Path = std::filesystem::path;
+
+// Of this library, in the file names of this system.
+std::vector<Path> LoadedFilesOf(const std::string& library) {
+  std::vector<Path> files = LoadedFiles();
+  std::erase_if(files, [start = LIBRARY_PREFIX + library + LIBRARY_SUFFIX](const Path& file) {
+    return !file.filename().string().starts_with(start);
+  });
   return files;
 }
 
-std::vector<std::string> LoadedImports() {
-  std::vector<std::string> imports;
-  for (const std::string& file : LoadedFiles()) {
-    for (const char* name : {"QDE", "K", "vetrix", "TRC", "Q", "TXT"}) {
-      if (file.ends_with(std::string("/lib") + name + ".so")) imports.push_back(file);
-    }
-  }
-  return imports;
+std::string ContentOf(const Path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 class SwappedImports : public ::testing::Test {
@@ -58,9 +54,18 @@ class SwappedImports : public ::testing::Test {
 }  // namespace
 
 TEST_F(SwappedImports, AreTheOnesThatAreLoaded) {
-  EXPECT_THAT(LoadedImports(), SizeIs(6));
-  EXPECT_THAT(LoadedImports(), Each(StartsWith(SWAPPED_FOLDER "/")));
-  EXPECT_THAT(LoadedFiles(), Contains(EndsWith("libPXL.so.31")));
+  for (const char* name : {"QDE", "K", "vetrix", "TRC", "Q", "TXT"}) {
+    ASSERT_THAT(LoadedFilesOf(name), SizeIs(1)) << name;
+    EXPECT_TRUE(std::filesystem::equivalent(LoadedFilesOf(name)[0].parent_path(), SWAPPED_FOLDER))
+        << LoadedFilesOf(name)[0];
+  }
+}
+
+TEST_F(SwappedImports, AreBeneathTheLibraryThatShips) {
+  ASSERT_THAT(LoadedFilesOf("PXL"), SizeIs(1));
+  const std::string loaded = ContentOf(LoadedFilesOf("PXL")[0]);
+  EXPECT_FALSE(loaded.empty());
+  EXPECT_TRUE(loaded == ContentOf(SHIPPED_FILE));
 }
 
 TEST_F(SwappedImports, AreAllThatBirthAndDeathTouch) {
@@ -93,4 +98,29 @@ TEST_F(SwappedImports, DecideWhatFails) {
   EXPECT_EQ(world, nullptr);
   EXPECT_EQ(NewWorld(PXL_Depth_64, &world), PXL_Err_NONE);
   EXPECT_EQ(PXL_DisposeWorld(world), PXL_Err_NONE);
+}
+
+// Its text is written into K's own buffer.
+TEST_F(SwappedImports, HaveTheDataThatReportsAreWrittenTo) {
+  PXL_Birth(0);
+  const Rect tooWide = {0, 0, 1, 32766};
+  PXL_WorldHandle world = nullptr;
+  EXPECT_NE(PXL_NewWorld(nullptr, PXL_Flag_DEFERRED, &tooWide, 32, 0, nullptr, &world), 0);
+  EXPECT_THAT(recorder::Current().log,
+              Contains(R"(Kp_ReportError(0x70035, 8 error 0 "row size too large (131072)."))"));
+}
+
+// Objects, strings and exceptions of C++ go both ways.
+TEST_F(SwappedImports, ThrowWhatTheModuleCatches) {
+  PXL_Birth(0);
+  const Rect bounds = {0, 0, 10, 10};
+  const std::int32_t mapped = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
+  PXL_WorldHandle world = nullptr;
+  ASSERT_EQ(PXL_NewWorld(nullptr, mapped, &bounds, 32, 0, nullptr, &world), 0);
+  EXPECT_EQ(recorder::Current().Count("Init"), 1);
+  EXPECT_EQ(PXL_DisposeWorld(world), PXL_Err_NONE);
+  recorder::Current().Throw("Init", [] { throw std::runtime_error("no file at all"); });
+  EXPECT_NE(PXL_NewWorld(nullptr, mapped, &bounds, 32, 0, nullptr, &world), 0);
+  EXPECT_THAT(recorder::Current().log,
+              Contains(R"(K_TranslateAndReportException("no file at all"))"));
 }

@@ -3,6 +3,7 @@ add_test(NAME exports COMMAND ${CMAKE_COMMAND}
   -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:PXL> -D EXPORTS=${PXL_EXPORTS_FILE}
   -P ${CMAKE_CURRENT_SOURCE_DIR}/check_exports_windows.cmake)
 
+set(PXL_IMPORTS QDE K vetrix TRC Q TXT)
 # What each library needs beside the system and the language's runtime.
 function(pxl_add_dependency_test library)
   list(TRANSFORM ARGN APPEND .dll)
@@ -11,7 +12,7 @@ function(pxl_add_dependency_test library)
     -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}> "-DIMPORTS=${imports}"
     -P ${CMAKE_CURRENT_SOURCE_DIR}/check_dependencies_windows.cmake)
 endfunction()
-pxl_add_dependency_test(PXL QDE K vetrix TRC Q TXT)
+pxl_add_dependency_test(PXL ${PXL_IMPORTS})
 pxl_add_dependency_test(vetrix)
 pxl_add_dependency_test(TRC)
 pxl_add_dependency_test(K TRC vetrix)
@@ -20,7 +21,7 @@ pxl_add_dependency_test(Q)
 pxl_add_dependency_test(TXT)
 
 # An import exports what its headers declare.
-foreach(library IN ITEMS QDE K vetrix TRC Q TXT)
+foreach(library IN LISTS PXL_IMPORTS)
   add_test(NAME exports_of_${library} COMMAND ${CMAKE_COMMAND}
     -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}>
     -D HEADER=${PROJECT_SOURCE_DIR}/platform/${library}.h
@@ -34,3 +35,5 @@ foreach(library IN ITEMS PXL QDE)
     -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}>
     -P ${CMAKE_CURRENT_SOURCE_DIR}/check_vector_moves_windows.cmake)
 endforeach()
+
+include(swapped.cmake)
