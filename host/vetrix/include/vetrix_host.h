@@ -5,8 +5,9 @@
 /// named by the environment variable VETRIX_SETTINGS and read once, at the first
 /// look at any setting. Booleans read as "true" or "false", integers in decimal,
 /// strings as they are; other values are left out with a line on standard error.
-/// No variable: no settings. A file that is missing or cannot be parsed is told
-/// in one line on standard error and counts as empty.
+/// No variable: no settings. A file that is missing, no regular file, larger than
+/// 1 MiB or cannot be parsed is told in one line on standard error and counts as
+/// empty.
 ///
 /// Mapped files lie, without a name, in the folder that the environment variable
 /// VETRIX_MAPPED_DIR names, else in TMPDIR, else in /var/tmp; the variables are
@@ -50,6 +51,10 @@ VETRIX_API std::string SettingsPath();
 /// \return sorted by key.
 VETRIX_API std::vector<Setting> Settings();
 
+/// Tells what was wrong with the settings in force when they were read.
+/// \return the lines that were on standard error; none when all was well.
+VETRIX_API std::vector<std::string> SettingsComplaints();
+
 /// Replaces all settings by those of another file. For a host that has its own
 /// way of finding the file, and for tests: PXL reads its settings once.
 /// \param path the file, in UTF-8.
@@ -59,6 +64,17 @@ VETRIX_API bool LoadSettingsFile(const std::string& path);
 /// \param text lines in TOML.
 /// \return false, with no settings, when it cannot be read.
 VETRIX_API bool LoadSettingsText(const std::string& text);
+
+/// Where mapped files are made.
+struct MappedFolder {
+  std::string path;      ///< the folder, in UTF-8
+  std::string variable;  ///< the environment variable that names it; or empty
+};
+
+/// Tells where the next mapped file will be made.
+/// \return the folder, whether it will do or not. Throws std::system_error where
+///     no variable names one and the system knows none.
+VETRIX_API MappedFolder FindMappedFolder();
 
 }  // namespace vetrix::host
 
