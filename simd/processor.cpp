@@ -86,8 +86,13 @@ const char* NameOf(Level level) {
   }
 }
 
+const Features& ProcessorFeatures() {
+  static const Features features = ReadFeatures();
+  return features;
+}
+
 Level ProcessorLevel() {
-  static const Level level = LevelOf(ReadFeatures());
+  static const Level level = LevelOf(ProcessorFeatures());
   return level;
 }
 
