@@ -1,27 +1,32 @@
-/* PXL, the bitmap module: image buffers ("Worlds") for a compositing host.
+/** \file
+ * PXL, the bitmap module: image buffers ("Worlds") for a compositing host.
  *
  * A World is a rectangle of pixels at 8, 32, 64 or 128 bits per pixel, reached
  * through a relocatable handle. The host creates, locks, re-sizes, clears,
  * converts and blits Worlds with the functions below and disposes of them.
  * Valid C11 and C++17; 64-bit systems only.
  *
- * Status. Functions that can fail give an int32_t: 0 for success, one of
- * PXL_Err_..., or a negative code of the drawing layer, or a pixel provider's
- * own code. Each failure is also reported once, where it is found, through the
- * utility library K; "reports" below means that.
+ * \par Status
+ * Functions that can fail give an int32_t: 0 for success, one of PXL_Err_...,
+ * or a negative code of the drawing layer, or a pixel provider's own code. Each
+ * failure is also reported once, where it is found, through the utility library
+ * K; "reports" below means that.
  *
- * Pointers. No function tests a handle or a required pointer for null, and
- * only those that say so test whether a handle holds a live World.
+ * \par Pointers
+ * No function tests a handle or a required pointer for null, and only those
+ * that say so test whether a handle holds a live World.
  *
- * Threads. The module starts none and takes no locks. The pixel functions may
- * run anywhere at any time. A World is for one thread at a time. Birth and
- * death, creation and disposal of Worlds, reports, and any call on a World
- * with a drawing surface must be serialised by the host.
+ * \par Threads
+ * The module starts none and takes no locks. The pixel functions may run
+ * anywhere at any time. A World is for one thread at a time. Birth and death,
+ * creation and disposal of Worlds, reports, and any call on a World with a
+ * drawing surface must be serialised by the host.
  *
- * Exceptions. None leaves the module, with one exception: what the core
- * library throws while the debug settings are read for the first time passes
- * out of PXL_AllocateFrameQuiet, PXL_NewWorld and the calls that re-allocate
- * pixels. A C++ host compiles its calls accordingly (/EHs, not /EHsc). */
+ * \par Exceptions
+ * None leaves the module, with one exception: what the core library throws
+ * while the debug settings are read for the first time passes out of
+ * PXL_AllocateFrameQuiet, PXL_NewWorld and the calls that re-allocate pixels. A
+ * C++ host compiles its calls accordingly (/EHs, not /EHsc). */
 #ifndef PXL_H
 #define PXL_H
 
@@ -31,8 +36,10 @@
 
 #include "PXL_Types.h"
 
-/* PXL_EXPORTS: while the library is built. PXL_STATIC: when the module is
- * linked into one program. Neither: the library is imported. */
+/** \def PXL_API
+ * Marks what the library exports. PXL_EXPORTS: while the library is built.
+ * PXL_STATIC: when the module is linked into one program. Neither: the library
+ * is imported. */
 #if defined(PXL_STATIC)
 #define PXL_API
 #elif defined(_WIN32) && defined(PXL_EXPORTS)
@@ -49,163 +56,161 @@ extern "C" {
 
 /* ---- Constants ---------------------------------------------------------- */
 
-/* Status codes. */
+/** Status codes. */
 enum {
-  PXL_Err_NONE = 0,
-  PXL_Err_FAILED = 1,    /* a drawing surface moved while it was reloaded */
-  PXL_Err_INVALID = 2,   /* module not born, or not a live World */
-  PXL_Err_REFUSED = 3,   /* contradictory arguments, or a check that failed */
-  PXL_Err_NO_MEMORY = 4, /* memory not to be had, or a frame over 2 GiB */
-  PXL_Err_VERSION = 7,   /* the library is not what the caller was built for */
-  PXL_Err_PURGED = 0x701 /* the pixels were purged and nobody was told */
+  PXL_Err_NONE = 0,      /**< success */
+  PXL_Err_FAILED = 1,    /**< a drawing surface moved while it was reloaded */
+  PXL_Err_INVALID = 2,   /**< module not born, or not a live World */
+  PXL_Err_REFUSED = 3,   /**< contradictory arguments, or a check that failed */
+  PXL_Err_NO_MEMORY = 4, /**< memory not to be had, or a frame over 2 GiB */
+  PXL_Err_VERSION = 7,   /**< the library is not what the caller was built for */
+  PXL_Err_PURGED = 0x701 /**< the pixels were purged and nobody was told */
 };
 
-/* The module's number: the high half of its report codes. */
-enum { PXL_ModuleNumber = 7 };
-
-/* The interface version of this header, for PXL_CheckVersions. */
-enum { PXL_InterfaceVersion = 31 };
-
-/* Creation flags. Other bits are carried in the record without meaning. */
+/** Numbers of the module and of its interface. */
 enum {
-  PXL_Flag_KEEP_LOCAL = 0x0008,  /* surface: pixels in main memory */
-  PXL_Flag_PURGEABLE = 0x0020,   /* surface: pixels may be purged. The module
-                                    sets it when a re-size lost the pixels */
-  PXL_Flag_CLEAR = 0x0100,       /* clear to zero; not with DEFERRED */
-  PXL_Flag_NO_PLATFORM = 0x0200, /* module memory instead of a surface */
-  PXL_Flag_ALT_ORDER = 0x0400,   /* no surface: channels in order 1 */
-  PXL_Flag_DEFERRED = 0x0800,    /* geometry only, no pixel memory */
-  PXL_Flag_MAPPED = 0x1000       /* with DEFERRED: pixels in a mapped file */
+  PXL_ModuleNumber = 7,     /**< the module's: the high half of its report codes */
+  PXL_InterfaceVersion = 31 /**< that of this header, for PXL_CheckVersions */
 };
 
-/* Depth codes: bits per pixel, or SHARE for the parent's depth. */
+/** Creation flags. Other bits are carried in the record without meaning. */
 enum {
-  PXL_Depth_SHARE = 0,
-  PXL_Depth_8 = 8,    /* one byte, an index into a colour table */
-  PXL_Depth_32 = 32,  /* four 8-bit channels */
-  PXL_Depth_64 = 64,  /* four 16-bit channels, full scale 32768 */
-  PXL_Depth_128 = 128 /* four floats, nominal range 0.0 to 1.0 */
+  PXL_Flag_KEEP_LOCAL = 0x0008,  /**< surface: pixels in main memory */
+  PXL_Flag_PURGEABLE = 0x0020,   /**< surface: pixels may be purged. The module
+                                      sets it when a re-size lost the pixels */
+  PXL_Flag_CLEAR = 0x0100,       /**< clear to zero; not with DEFERRED */
+  PXL_Flag_NO_PLATFORM = 0x0200, /**< module memory instead of a surface */
+  PXL_Flag_ALT_ORDER = 0x0400,   /**< no surface: channels in order 1 */
+  PXL_Flag_DEFERRED = 0x0800,    /**< geometry only, no pixel memory */
+  PXL_Flag_MAPPED = 0x1000       /**< with DEFERRED: pixels in a mapped file */
 };
 
-/* Orders of the four channels of a 32-bit pixel, in memory. */
+/** Depth codes: bits per pixel, or SHARE for the parent's depth. */
 enum {
-  PXL_ChannelOrder_STANDARD = 0, /* the drawing layer's default format */
-  PXL_ChannelOrder_ALTERNATE = 1 /* its other format: the bytes reversed */
+  PXL_Depth_SHARE = 0, /**< that of the parent */
+  PXL_Depth_8 = 8,     /**< one byte, an index into a colour table */
+  PXL_Depth_32 = 32,   /**< four 8-bit channels */
+  PXL_Depth_64 = 64,   /**< four 16-bit channels, full scale 32768 */
+  PXL_Depth_128 = 128  /**< four floats, nominal range 0.0 to 1.0 */
+};
+
+/** Orders of the four channels of a 32-bit pixel, in memory. */
+enum {
+  PXL_ChannelOrder_STANDARD = 0, /**< the drawing layer's default format */
+  PXL_ChannelOrder_ALTERNATE = 1 /**< its other format: the bytes reversed */
 };
 
 /* ---- Records ------------------------------------------------------------ */
 
-/* What backs a World's pixels with memory on demand. Each operation gives 0 or
- * an error code. `context` is handed to the first three. */
+/** What backs a World's pixels with memory on demand: see the record. */
 typedef struct PXL_PixelProvider PXL_PixelProvider;
+/** What backs a World's pixels with memory on demand. Each operation gives 0 or
+ * an error code. `context` is handed to the first three. */
 struct PXL_PixelProvider {
-  int32_t (*mapPixels)(void* context, void** frame);   /* first lock */
-  int32_t (*unmapPixels)(void* context, void** frame); /* last unlock */
-  int32_t (*freePixels)(void* context, void** frame);  /* disposal */
-  int32_t (*release)(PXL_PixelProvider** provider);    /* after freePixels */
-  void* context;
+  int32_t (*mapPixels)(void* context, void** frame);   /**< first lock */
+  int32_t (*unmapPixels)(void* context, void** frame); /**< last unlock */
+  int32_t (*freePixels)(void* context, void** frame);  /**< disposal */
+  int32_t (*release)(PXL_PixelProvider** provider);    /**< after freePixels */
+  void* context;                                       /**< the provider's own */
 };
 
-/* The pixel memory of a World and the state of its lock. */
+/** The pixel memory of a World and the state of its lock. */
 typedef struct PXL_PixelBuffer {
-  int32_t lockCount;           /* nested locks; negative once unbalanced */
-  void* frame;                 /* the allocation, or null */
-  uint64_t frameSize;          /* its size in bytes */
-  uint64_t alignOffset;        /* bytes from frame to the first pixel, 0..15 */
-  void* baseAddr;              /* the first pixel; null while unlocked, and
-                                  always null with a provider */
-  int32_t rowBytes;            /* bytes from one row to the next */
-  PXL_PixelProvider* provider; /* null for frames and surfaces */
+  int32_t lockCount;           /**< nested locks; negative once unbalanced */
+  void* frame;                 /**< the allocation, or null */
+  uint64_t frameSize;          /**< its size in bytes */
+  uint64_t alignOffset;        /**< bytes from frame to the first pixel, 0..15 */
+  void* baseAddr;              /**< the first pixel; null while unlocked, and
+                                    always null with a provider */
+  int32_t rowBytes;            /**< bytes from one row to the next */
+  PXL_PixelProvider* provider; /**< null for frames and surfaces */
 } PXL_PixelBuffer;
 
-/* A World. The host may read the record through its handle between calls; the
+/** A World. The host may read the record through its handle between calls; the
  * module alone writes it. The record moves whenever the module is called. */
 typedef struct PXL_World {
-  uint32_t headMark;      /* PXL_LiveMark while the World is live, else 0 */
-  uint32_t flags;         /* as passed to PXL_NewWorld */
-  int16_t width;          /* bounds.right - bounds.left */
-  int16_t height;         /* bounds.bottom - bounds.top */
-  Rect bounds;            /* as created; at the origin after an update */
-  int16_t depth;          /* 8, 32, 64 or 128 bits per pixel */
-  uint8_t ownsHandle;     /* 1: the module allocated the handle */
-  uint8_t hasFrame;       /* 1: frame memory, a provider, or deferred */
-  GWorldPtr gworld;       /* the drawing surface, or null */
-  GDHandle gdevice;       /* its device */
-  uint8_t hasGWorld;      /* 1: all pixel access goes through the surface */
-  PXL_PixelBuffer pixels; /* memory and lock state */
-  uint32_t tailMark;      /* the same as headMark */
+  uint32_t headMark;      /**< PXL_LiveMark while the World is live, else 0 */
+  uint32_t flags;         /**< as passed to PXL_NewWorld */
+  int16_t width;          /**< in pixels, bounds.right - bounds.left */
+  int16_t height;         /**< in pixels, bounds.bottom - bounds.top */
+  Rect bounds;            /**< as created; at the origin after an update */
+  int16_t depth;          /**< 8, 32, 64 or 128 bits per pixel */
+  uint8_t ownsHandle;     /**< 1: the module allocated the handle */
+  uint8_t hasFrame;       /**< 1: frame memory, a provider, or deferred */
+  GWorldPtr gworld;       /**< the drawing surface, or null */
+  GDHandle gdevice;       /**< its device */
+  uint8_t hasGWorld;      /**< 1: all pixel access goes through the surface */
+  PXL_PixelBuffer pixels; /**< memory and lock state */
+  uint32_t tailMark;      /**< the same as headMark */
 } PXL_World;
 
-/* The mark of a live World, and of the module between birth and death. */
-enum { PXL_LiveMark = 0xBECCA };
+/** Marks in memory. */
+enum {
+  PXL_LiveMark = 0xBECCA /**< of a live World, and of the module between birth and death */
+};
 
-/* A World is given and taken by handle: the address of a master pointer. */
+/** A World is given and taken by handle: the address of a master pointer. */
 typedef PXL_World** PXL_WorldHandle;
 
-/* Pixels of the three channel widths; channel k of one is channel k of the
- * others. Which channel is alpha is the World's channel order. */
+/** A pixel of 8-bit channels. Channel k of one width is channel k of the others;
+ * which channel is alpha is the World's channel order. */
 typedef struct PXL_Pixel8 {
-  uint8_t channel[4];
+  uint8_t channel[4]; /**< full scale 255 */
 } PXL_Pixel8;
+/** A pixel of 16-bit channels. */
 typedef struct PXL_Pixel16 {
-  uint16_t channel[4];
+  uint16_t channel[4]; /**< full scale 32768 */
 } PXL_Pixel16;
+/** A pixel of single-precision channels. */
 typedef struct PXL_PixelF {
-  float channel[4];
+  float channel[4]; /**< nominal range 0.0 to 1.0 */
 } PXL_PixelF;
 
-/* The state of the module. */
+/** The state of the module. */
 typedef struct PXL_ModuleState {
-  uint32_t bornMark;  /* PXL_LiveMark between birth and death, else 0 */
-  uint32_t birthArg;  /* the argument of PXL_Birth */
-  int32_t worldCount; /* live Worlds */
+  uint32_t bornMark;  /**< PXL_LiveMark between birth and death, else 0 */
+  uint32_t birthArg;  /**< the argument of PXL_Birth */
+  int32_t worldCount; /**< live Worlds */
 } PXL_ModuleState;
 
 /* ---- Exported data ------------------------------------------------------ */
 
-/* The module's state, for the host to read. */
+/** The module's state, for the host to read. */
 extern PXL_API PXL_ModuleState PXLp_G;
 
-/* The module's message catalogue, for K_ZLookupLStrCache. */
+/** The module's message catalogue, for K_ZLookupLStrCache. */
 extern PXL_API K_LStrCatalogue* PXL_G_zref;
 
 /* ---- Life of the module ------------------------------------------------- */
 
-/* Brings the module to life: marks the state, keeps birthArg, zeroes the count
- * of Worlds, builds the conversion tables and chooses the conversions that suit
- * the processor. Call it once, before any World is made. Always gives 0; a
- * second birth is reported and changes nothing. */
+/** Brings the module to life: marks the state, zeroes the count of Worlds,
+ * builds the conversion tables and chooses the conversions that suit the
+ * processor. Call it once, before any World is made; a second birth is reported
+ * and changes nothing.
+ * \param birthArg any number; kept in the state.
+ * \return always 0. */
 PXL_API int32_t PXL_Birth(uint32_t birthArg);
 
-/* Lays the module to rest. Worlds still alive are neither freed nor reported.
- * Gives 0, or, when the module is not alive, reports and gives
+/** Lays the module to rest. Worlds still alive are neither freed nor reported.
+ * \return 0, or, when the module is not alive, reports and gives
  * PXL_Err_INVALID. */
 PXL_API int32_t PXL_Death(void);
 
-/* The package version: interface in the high 16 bits, revision in the low. */
+/** Tells the version of the package.
+ * \return the interface in the high 16 bits, the revision in the low. */
 PXL_API uint32_t PXL_PkgObjectVersion(void);
 
-/* Compares headerVersion (PXL_InterfaceVersion of the caller's header) with
- * the library, and, on the first call of the process only, the libraries that
- * PXL imports with what it was built for. Gives 0, or reports a mismatch under
- * reportCode and gives PXL_Err_VERSION. May be called before birth. */
+/** Compares the caller's header with the library, and, on the first call of the
+ * process only, the libraries that PXL imports with what it was built for. May
+ * be called before birth.
+ * \param reportCode what a mismatch is reported under.
+ * \param headerVersion PXL_InterfaceVersion of the caller's header.
+ * \return 0, or PXL_Err_VERSION after a report. */
 PXL_API int32_t PXL_CheckVersions(uint32_t reportCode, int32_t headerVersion);
 
 /* ---- Worlds ------------------------------------------------------------- */
 
-/* Makes a World.
- *
- * parentH   gives the depth when `depth` is PXL_Depth_SHARE and the size when
- *           `rect` is null; may be null when neither is needed.
- * flags     PXL_Flag_... At the depths 64 and 128 the only bits accepted are
- *           those of 0x1B28.
- * rect      the bounds, kept as they are, origin included.
- * depth     a depth code; a negative code stands for its absolute value.
- * reserved  ignored.
- * worldH    a handle of the caller's, of at least sizeof(PXL_World) bytes, in
- *           which to build the World; or null.
- * outWorldH where to put a handle that the module allocates; or null. Exactly
- *           one of the two is given.
+/** Makes a World. The caller disposes of it.
  *
  * Worlds of 8 and 32 bits get a drawing surface unless NO_PLATFORM is set;
  * deeper ones, and 32-bit ones with NO_PLATFORM, get module memory, whose
@@ -213,108 +218,135 @@ PXL_API int32_t PXL_CheckVersions(uint32_t reportCode, int32_t headerVersion);
  * A row holds at most 32766 pixels (32765 at 8 and 32 bits), a frame at most
  * 0x7FFFFFFF bytes.
  *
- * The caller disposes of the World. Gives 0, or PXL_Err_INVALID (module not
- * born), PXL_Err_REFUSED, PXL_Err_NO_MEMORY, or an error of the drawing layer;
- * then nothing is kept, and *outWorldH is null once the arguments have passed
- * the first checks. */
+ * \param parentH gives the depth when `depth` is PXL_Depth_SHARE and the size
+ *     when `rect` is null; may be null when neither is needed.
+ * \param flags PXL_Flag_... At the depths 64 and 128 the only bits accepted are
+ *     those of 0x1B28.
+ * \param rect the bounds, kept as they are, origin included; or null.
+ * \param depth a depth code; a negative code stands for its absolute value.
+ * \param reserved ignored.
+ * \param worldH a handle of the caller's, of at least sizeof(PXL_World) bytes,
+ *     in which to build the World; or null.
+ * \param[out] outWorldH where to put a handle that the module allocates; or
+ *     null. Exactly one of the two is given.
+ * \return 0, or PXL_Err_INVALID (module not born), PXL_Err_REFUSED,
+ *     PXL_Err_NO_MEMORY, or an error of the drawing layer; then nothing is
+ *     kept, and `*outWorldH` is null once the arguments have passed the first
+ *     checks. */
 PXL_API int32_t PXL_NewWorld(PXL_WorldHandle parentH, uint32_t flags, const Rect* rect,
                              int32_t depth, uint32_t reserved, PXL_WorldHandle worldH,
                              PXL_WorldHandle* outWorldH);
 
-/* Disposes of a World: its pixels, its marks, and its handle if the module
- * allocated it. Locks are not looked at. Gives 0; PXL_Err_INVALID for
- * something that is not a live World; or the provider's error, in which case
- * the World is gone but still counted. */
+/** Disposes of a World: its pixels, its marks, and its handle if the module
+ * allocated it. Locks are not looked at.
+ * \param worldH the World; the handle is gone if it was the module's.
+ * \return 0; PXL_Err_INVALID for something that is not a live World; or the
+ *     provider's error, in which case the World is gone but still counted. */
 PXL_API int32_t PXL_DisposeWorld(PXL_WorldHandle worldH);
 
-/* Changes bounds and, for a World with a drawing surface, depth in place.
+/** Changes bounds and, for a World with a drawing surface, depth in place. The
+ * pixels' content is lost. A World without pixel memory stays as it is.
  *
- * newDepth   0 keeps the depth.
- * newBounds  null keeps the size; otherwise the size is taken over and the
- *            bounds start at the origin. Without a surface, a rectangle of
- *            the same size changes nothing.
- * surfaceArg handed on to the drawing layer.
- * ignoredArg ignored.
- * worldH     an unlocked World. (Mind the order: it comes last.)
- *
- * The pixels' content is lost. A World without pixel memory stays as it is.
- * Gives 0; PXL_Err_INVALID; PXL_Err_REFUSED (locked, another depth without a
- * surface, a row too long); PXL_Err_NO_MEMORY, after which the World keeps its
- * old geometry, with pixels of that size if they could still be had, else
- * with none; or an error of the drawing layer. Do not re-size a World again
- * whose re-size failed, dispose of it: its old pixels are kept with the size
- * of the new ones. */
+ * \param newDepth a depth in bits per pixel; 0 keeps the depth.
+ * \param newBounds null keeps the size; otherwise the size is taken over and the
+ *     bounds start at the origin. Without a surface, a rectangle of the same
+ *     size changes nothing.
+ * \param surfaceArg handed on to the drawing layer.
+ * \param ignoredArg ignored.
+ * \param worldH an unlocked World. (Mind the order: it comes last.)
+ * \return 0; PXL_Err_INVALID; PXL_Err_REFUSED (locked, another depth without a
+ *     surface, a row too long); PXL_Err_NO_MEMORY, after which the World keeps
+ *     its old geometry, with pixels of that size if they could still be had,
+ *     else with none; or an error of the drawing layer. Do not re-size a World
+ *     again whose re-size failed, dispose of it: its old pixels are kept with
+ *     the size of the new ones. */
 PXL_API int32_t PXL_UpdateWorld(int32_t newDepth, const Rect* newBounds, int32_t surfaceArg,
                                 void* ignoredArg, PXL_WorldHandle worldH);
 
 /* ---- Locks -------------------------------------------------------------- */
 
-/* Pins the pixels and gives them a stable address, pixels.baseAddr (with a
- * provider: PXLp_GetPixBaseAddr). Locks nest; each is matched by an unlock.
+/** Pins the pixels and gives them a stable address, pixels.baseAddr (with a
+ * provider: PXLp_GetPixBaseAddr). Locks nest; each is matched by an unlock. A
+ * World without pixels is left alone.
  *
- * reserved   ignored.
- * purgedOut  receives 1 if the surface's pixels were purged (the World is then
- *            not locked, and the result is 0), else 0; may be null.
- *
- * Gives 0; PXL_Err_INVALID (purgedOut is then not written); PXL_Err_PURGED if
- * purgedOut is null and the pixels were purged; or the provider's error, after
- * which the World counts as locked. A World without pixels is left alone. */
+ * \param reserved ignored.
+ * \param worldH the World.
+ * \param[out] purgedOut receives 1 if the surface's pixels were purged (the
+ *     World is then not locked, and the result is 0), else 0; may be null.
+ * \return 0; PXL_Err_INVALID (`purgedOut` is then not written); PXL_Err_PURGED
+ *     if `purgedOut` is null and the pixels were purged; or the provider's
+ *     error, after which the World counts as locked. */
 PXL_API int32_t PXL_LockPixels(uint32_t reserved, PXL_WorldHandle worldH, uint8_t* purgedOut);
 
-/* Locks, after re-creating the pixels if they were purged.
+/** Locks, after re-creating the pixels if they were purged.
  *
- * loadedOut   receives 0 if purged pixels could not be re-created for lack of
- *             memory (the result is then 0 and the World not locked), 1 if
- *             there was nothing to re-create or it succeeded; other failures
- *             of the re-creation leave it as it was. May be null.
- * reloadedOut receives 1 if the pixels were re-created and are locked: their
- *             content is undefined, draw them anew; else 0. May be null.
- *
- * Gives what PXL_LockPixels gives, or the error of the re-creation. */
+ * \param reserved ignored.
+ * \param worldH the World.
+ * \param[out] loadedOut receives 0 if purged pixels could not be re-created for
+ *     lack of memory (the result is then 0 and the World not locked), 1 if
+ *     there was nothing to re-create or it succeeded; other failures of the
+ *     re-creation leave it as it was. May be null.
+ * \param[out] reloadedOut receives 1 if the pixels were re-created and are
+ *     locked: their content is undefined, draw them anew; else 0. May be null.
+ * \return what PXL_LockPixels gives, or the error of the re-creation. */
 PXL_API int32_t PXL_LoadLockPixels(uint32_t reserved, PXL_WorldHandle worldH, uint8_t* loadedOut,
                                    uint8_t* reloadedOut);
 
-/* Takes one lock back. An unlock too many is reported, and the next lock only
- * makes up for it. */
+/** Takes one lock back. An unlock too many is reported, and the next lock only
+ * makes up for it.
+ * \param worldH the World. */
 PXL_API void PXL_UnlockPixels(PXL_WorldHandle worldH);
 
-/* The address of the first pixel, locked or not, or null when there is none.
- * The World is not checked. */
+/** Tells where the pixels are, locked or not.
+ * \param worldH the World, which is not checked.
+ * \return the address of the first pixel, or null when there is none. */
 PXL_API void* PXLp_GetPixBaseAddr(PXL_WorldHandle worldH);
 
 /* ---- Filling and copying ------------------------------------------------ */
 
-/* Fills all rows, padding included, with zero bytes: transparent black. The
- * World must have pixels (locked, with a provider); it is not checked.
- * Always gives 0. */
+/** Fills all rows, padding included, with zero bytes: transparent black.
+ * \param worldH a World that has pixels (locked, with a provider); it is not
+ *     checked.
+ * \return always 0. */
 PXL_API int32_t PXL_ClearWorldToZeros(PXL_WorldHandle worldH);
 
-/* The same with a 32-bit pattern, lowest byte first: one pixel at 32 bits, a
- * channel pair at 64, one channel at 128. A World without pixels is left
- * alone unless value is 0; one without rows is not supported. Always gives
- * 0. */
+/** Fills all rows, padding included, with a 32-bit pattern, lowest byte first:
+ * one pixel at 32 bits, a channel pair at 64, one channel at 128.
+ * \param worldH the World, which is not checked. Without pixels it is left
+ *     alone unless `value` is 0; one without rows is not supported.
+ * \param value the pattern.
+ * \return always 0. */
 PXL_API int32_t PXL_ClearWorldToLong(PXL_WorldHandle worldH, int32_t value);
 
-/* Copies the pixels of a World into another, converting channel widths.
+/** Copies the pixels of a World into another, converting channel widths.
  *
- * If neither is deeper than 32 bits, the drawing layer copies sourceRect to
- * destinationRect (null: the World's bounds) with a transfer mode:
- *   0 srcCopy   4 notSrcCopy   8 blend    12 addMax       16 ditherCopy
- *   1 srcOr     5 notSrcOr     9 addPin   13 subOver      17 transparent
- *   2 srcXor    6 notSrcXor   10 addOver  14 adMin        18 hilite
- *   3 srcBic    7 notSrcBic   11 subPin   15 ditherCopy
- * (any other index counts as 0). Both need a drawing surface. Gives 0.
+ * If neither is deeper than 32 bits, the drawing layer copies `sourceRect` to
+ * `destinationRect` with a transfer mode. Both need a drawing surface. Gives 0.
  *
  * Otherwise rectangles and mode are ignored, the Worlds must be of equal width
  * and height, both are held locked by the caller, and pixels go channel by
  * channel: 32 bits to 64 or 128 as PXL_Pixel8to16 and PXL_Pixel8toF do; 64 to
  * 32 as PXL_Pixel16to8 does; 128 to 32 clamped and truncated (0.5 gives 127,
- * where PXL_PixelFto8 rounds to 128; NaN gives 0). Gives 0, or reports and
- * gives PXL_Err_REFUSED when the sizes differ. A pair that is not handled
+ * where PXL_PixelFto8 rounds to 128; NaN gives 0). A pair that is not handled
  * (64 with 128, 8 with a deep one) is reported, and yet 0: nothing is copied.
  *
  * The addresses are taken from pixels.baseAddr, which a World with a provider
- * never has: convert such a World pixel by pixel. */
+ * never has: convert such a World pixel by pixel.
+ *
+ * \param sourceH the World that is read.
+ * \param destinationH the World that is written.
+ * \param sourceRect what is read, in the source's pixels; null: all its bounds.
+ * \param destinationRect where it goes, in the destination's pixels; null: all
+ *     its bounds.
+ * \param mode the transfer mode, any other index counts as 0:
+ * \verbatim
+   0 srcCopy   4 notSrcCopy   8 blend    12 addMax       16 ditherCopy
+   1 srcOr     5 notSrcOr     9 addPin   13 subOver      17 transparent
+   2 srcXor    6 notSrcXor   10 addOver  14 adMin        18 hilite
+   3 srcBic    7 notSrcBic   11 subPin   15 ditherCopy
+   \endverbatim
+ * \return 0, or PXL_Err_REFUSED, reported, when one is deep and the sizes
+ *     differ. */
 PXL_API int32_t PXL_Blit(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH,
                          const Rect* sourceRect, const Rect* destinationRect, uint16_t mode);
 
@@ -322,62 +354,109 @@ PXL_API int32_t PXL_Blit(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH,
 
 /* None of these checks or locks the World. */
 
-/* *canSet = 1 for a World of 32 bits per pixel, else 0. Always gives 0. */
+/** Tells whether the World's channels have an order that can be set.
+ * \param worldH the World, which is not checked.
+ * \param[out] canSet receives 1 for 32 bits per pixel, else 0.
+ * \return always 0. */
 PXL_API int32_t PXL_CanSetChannelOrder(PXL_WorldHandle worldH, uint8_t* canSet);
 
-/* *order = PXL_ChannelOrder_...; left as it is if the drawing layer knows
- * neither. Gives 0 or an error of the drawing layer. */
+/** Tells the order of the World's channels.
+ * \param worldH the World, which is not checked.
+ * \param[out] order receives PXL_ChannelOrder_...; left as it is if the drawing
+ *     layer knows neither.
+ * \return 0 or an error of the drawing layer. */
 PXL_API int32_t PXL_GetChannelOrder(PXL_WorldHandle worldH, uint32_t* order);
 
-/* Converts the pixels in place. Without a surface the World must have pixels.
- * Gives 0, PXL_Err_REFUSED for another depth than 32, or an error of the
- * drawing layer. Pass 0 or 1: any other order converts the pixels of a World
- * without surface every time, unrecorded. */
+/** Converts the pixels in place.
+ * \param worldH the World, which is not checked; without a surface it must have
+ *     pixels.
+ * \param order 0 or 1: any other order converts the pixels of a World without
+ *     surface every time, unrecorded.
+ * \return 0, PXL_Err_REFUSED for another depth than 32, or an error of the
+ *     drawing layer. */
 PXL_API int32_t PXL_SetChannelOrder(PXL_WorldHandle worldH, int32_t order);
 
-/* Records an order without converting anything. Always gives 0. */
+/** Records an order without converting anything.
+ * \param worldH the World, which is not checked.
+ * \param order PXL_ChannelOrder_...
+ * \return always 0. */
 PXL_API int32_t PXL_AssumeChannelOrder(PXL_WorldHandle worldH, int32_t order);
 
 /* ---- Memory ------------------------------------------------------------- */
 
-/* Allocates a frame: `size` bytes of uninitialised memory, from the heap or,
- * above a threshold, from K's recycled pool, after freeing what the host can
- * spare. Reports nothing. *frame receives the address or null. Gives 0,
- * PXL_Err_NO_MEMORY, or the purge loop's own code; a frame that comes with a
- * code belongs to the caller as well. `reserved` is ignored. Any thread may
- * call it once the first call has returned. */
+/** Allocates a frame of uninitialised memory, from the heap or, above a
+ * threshold, from K's recycled pool, after freeing what the host can spare.
+ * Reports nothing. Any thread may call it once the first call has returned.
+ * \param size in bytes.
+ * \param reserved ignored.
+ * \param[out] frame receives the address or null. The frame is the caller's, for
+ *     PXL_FreeFrame.
+ * \return 0, PXL_Err_NO_MEMORY, or the purge loop's own code; a frame that comes
+ *     with a code belongs to the caller as well. */
 PXL_API int32_t PXL_AllocateFrameQuiet(uint64_t size, uint64_t reserved, void** frame);
 
-/* Frees a frame; `size` is what was asked for. Null is accepted. Always gives
- * 0. */
+/** Frees a frame.
+ * \param frame the frame, or null.
+ * \param size in bytes, what was asked for.
+ * \return always 0. */
 PXL_API int32_t PXL_FreeFrame(void* frame, uint64_t size);
 
-/* Reports that pixels could not be had: PXL_Err_NO_MEMORY and -108 in words
- * that name width, height (pixels) and depth (bits per pixel); any other error
- * but 0 with the system's wording of it. rowBytes may be 0. Always gives 0. */
+/** Reports that pixels could not be had.
+ * \param error PXL_Err_NO_MEMORY and -108 are told in words that name width,
+ *     height and depth; any other but 0 with the system's wording of it.
+ * \param rowBytes bytes a row; may be 0.
+ * \param width in pixels.
+ * \param height in pixels.
+ * \param depth in bits per pixel.
+ * \return always 0. */
 PXL_API int32_t PXL_ReportWorldAllocationFailure(int32_t error, int32_t rowBytes, int16_t width,
                                                  int16_t height, int16_t depth);
 
 /* ---- Single pixels ------------------------------------------------------ */
 
-/* These need no birth, run on any thread, and always give 0. Source and
- * destination may overlap. */
+/** \name Single pixels
+ * These need no birth, run on any thread, and always give 0. Source and
+ * destination may overlap.
+ * \{ */
 
-/* Clamps each channel to 0.0 .. 1.0. NaN and -0.0 stay as they are. */
+/** Clamps each channel to 0.0 .. 1.0. NaN and -0.0 stay as they are.
+ * \param[in,out] pixel what is clamped.
+ * \return always 0. */
 PXL_API int32_t PXL_ClipPixelF(PXL_PixelF* pixel);
-/* Clamps, times 32768 (255), rounds halves upward; NaN gives 0. The product is
- * a float, the rounding is done in double. */
+/** Clamps, times 32768, rounds halves upward; NaN gives 0. The product is a
+ * float, the rounding is done in double.
+ * \param source any floats.
+ * \param[out] destination 0 to 32768.
+ * \return always 0. */
 PXL_API int32_t PXL_PixelFto16(const PXL_PixelF* source, PXL_Pixel16* destination);
+/** The same, times 255.
+ * \param source any floats.
+ * \param[out] destination 0 to 255.
+ * \return always 0. */
 PXL_API int32_t PXL_PixelFto8(const PXL_PixelF* source, PXL_Pixel8* destination);
-/* v / 32768. Nothing is clamped. */
+/** v / 32768. Nothing is clamped.
+ * \param source 0 to 65535.
+ * \param[out] destination 0.0 to just below 2.0.
+ * \return always 0. */
 PXL_API int32_t PXL_Pixel16toF(const PXL_Pixel16* source, PXL_PixelF* destination);
-/* v / 255: a double product with the double nearest to 1/255, rounded to
- * float. */
+/** v / 255: a double product with the double nearest to 1/255, rounded to
+ * float.
+ * \param source 0 to 255.
+ * \param[out] destination 0.0 to 1.0.
+ * \return always 0. */
 PXL_API int32_t PXL_Pixel8toF(const PXL_Pixel8* source, PXL_PixelF* destination);
-/* (v * 255 + 16384) >> 15, the low 8 bits: values from 32833 on wrap. */
+/** (v * 255 + 16384) >> 15, the low 8 bits: values from 32833 on wrap.
+ * \param source 0 to 65535.
+ * \param[out] destination 0 to 255.
+ * \return always 0. */
 PXL_API int32_t PXL_Pixel16to8(const PXL_Pixel16* source, PXL_Pixel8* destination);
-/* (v * 32768 + 128) / 255, truncated. */
+/** (v * 32768 + 128) / 255, truncated.
+ * \param source 0 to 255.
+ * \param[out] destination 0 to 32768.
+ * \return always 0. */
 PXL_API int32_t PXL_Pixel8to16(const PXL_Pixel8* source, PXL_Pixel16* destination);
+
+/** \} */
 
 #ifdef __cplusplus
 }

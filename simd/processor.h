@@ -21,6 +21,18 @@ inline constexpr std::array ALL_LEVELS = {Level::Baseline, Level::Sse41, Level::
 // "baseline", "SSE4.1", "AVX2" or "AVX-512".
 const char* NameOf(Level level);
 
+// The sets of instructions that processor and system support.
+struct Features {
+  bool ssse3 = false;
+  bool sse41 = false;
+  bool avx2 = false;
+  bool fma = false;
+  bool avx512 = false;  // F, BW, DQ and VL
+};
+
+// The processor is asked once; any thread may call.
+const Features& ProcessorFeatures();
+
 // The highest level that both the processor and the system support. The
 // processor is asked once; any thread may call.
 Level ProcessorLevel();

@@ -8,15 +8,6 @@
 
 namespace simd {
 
-// The sets of instructions that processor and system support.
-struct Features {
-  bool ssse3 = false;
-  bool sse41 = false;
-  bool avx2 = false;
-  bool fma = false;
-  bool avx512 = false;  // F, BW, DQ and VL
-};
-
 // Each level asks for those before it as well.
 Level LevelOf(const Features& features);
 

@@ -10,6 +10,8 @@
 #include <utility>
 
 #include "K_host.h"
+#include "host/endless_file.h"
+#include "host/utf8_path.h"
 #include "mac_roman.h"
 #include "open_file.h"
 #include "platform/vetrix.h"
@@ -107,6 +109,7 @@ TranslatedTexts ParseTranslation(std::string_view text) {
 }
 
 std::string ReadTranslationFile(const std::string& path) {
+  if (IsEndlessFile(PathOfUtf8(path))) throw std::runtime_error("is not a regular file");
   const File file(OpenFile(path), &std::fclose);
   if (file == nullptr) ThrowSystemError();
   std::string text;

@@ -8,8 +8,6 @@
 #include <limits>
 #include <system_error>
 
-#include "environment.h"
-
 namespace vetrix {
 namespace {
 
@@ -26,15 +24,6 @@ std::uint64_t LargestFile() {
 }
 
 }  // namespace
-
-std::string BackingDirectory() {
-  for (const char* variable : {"VETRIX_MAPPED_DIR", "TMPDIR"}) {
-    std::string directory = Variable(variable);
-    if (!directory.empty()) return directory;
-  }
-  // Not /tmp: that is often memory, which mapped files are meant to spare.
-  return "/var/tmp";
-}
 
 int OpenUnnamedFile(const std::string& directory) {
   // With O_EXCL the file can never be given a name.

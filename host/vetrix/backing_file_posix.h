@@ -7,9 +7,6 @@
 
 namespace vetrix {
 
-// Where backing files are made.
-std::string BackingDirectory();
-
 // All give a descriptor that the caller closes, for an empty file that only
 // this user can reach and that has no name, so that it is gone at the latest
 // with the process. They throw std::system_error.

@@ -7,6 +7,7 @@
 
 #include "backing_file_posix.h"
 #include "section.h"
+#include "vetrix_host.h"
 
 namespace vetrix {
 
@@ -20,7 +21,8 @@ struct Section::Handles {
 };
 
 Section::Section(std::uint64_t size)
-    : size_(size), handles_(std::make_unique<Handles>(OpenBackingFile(BackingDirectory()))) {
+    : size_(size),
+      handles_(std::make_unique<Handles>(OpenBackingFile(host::FindMappedFolder().path))) {
   ReserveSpace(handles_->descriptor, size);
 }
 

@@ -8,9 +8,9 @@
 #include <random>
 #include <system_error>
 
-#include "environment.h"
 #include "host/utf8_path.h"
 #include "section.h"
+#include "vetrix_host.h"
 
 namespace vetrix {
 namespace {
@@ -26,15 +26,6 @@ constexpr int kAttempts = 16;
 
 [[noreturn]] void ThrowLastError(const std::string& what) {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
-}
-
-// Where backing files are made.
-fs::path BackingDirectory() {
-  for (const char* variable : {"VETRIX_MAPPED_DIR", "TMPDIR"}) {
-    const std::string directory = Variable(variable);
-    if (!directory.empty()) return PathOfUtf8(directory);
-  }
-  return fs::temp_directory_path();
 }
 
 HANDLE CreateBackingFile(const fs::path& path) {
@@ -83,7 +74,9 @@ struct Section::Handles {
 };
 
 Section::Section(std::uint64_t size)
-    : size_(size), handles_(std::make_unique<Handles>(OpenBackingFile(BackingDirectory()))) {
+    : size_(size),
+      handles_(
+          std::make_unique<Handles>(OpenBackingFile(PathOfUtf8(host::FindMappedFolder().path)))) {
   ReserveSpace(handles_->file, size);
   // Without a name, so that nobody else can open it.
   handles_->section = CreateFileMappingW(handles_->file, nullptr, PAGE_READWRITE, 0, 0, nullptr);

@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <fstream>
 #include <utility>
-#include <vector>
 
 #include "environment.h"
+#include "host/endless_file.h"
 #include "host/utf8_path.h"
 #include "settings_toml.h"
 #include "vetrix_host.h"
@@ -13,12 +13,22 @@
 namespace vetrix {
 namespace {
 
-std::optional<std::string> ReadWholeFile(const std::string& path) {
-  std::ifstream file(PathOfUtf8(path), std::ios::binary);
+// Far above any list of settings.
+constexpr std::size_t kLargestFile = std::size_t{1} << 20;
+
+// The whole text, or nothing and the reason why.
+std::optional<std::string> ReadWholeFile(const std::string& name, std::string& reason) {
+  const std::filesystem::path path = PathOfUtf8(name);
+  reason = "is not a regular file";
+  if (IsEndlessFile(path)) return std::nullopt;
+  std::ifstream file(path, std::ios::binary);
   std::string text;
   // Character by character: that way the stream keeps the error of what opens
   // but cannot be read, such as a directory.
-  for (char c = 0; file.get(c);) text += c;
+  for (char c = 0; text.size() <= kLargestFile && file.get(c);) text += c;
+  reason = "is too large for settings";
+  if (text.size() > kLargestFile) return std::nullopt;
+  reason = "cannot be read";
   if (!file.is_open() || file.bad()) return std::nullopt;
   return text;
 }
@@ -53,22 +63,31 @@ std::string Settings::Path() const {
   return path_;
 }
 
+std::vector<std::string> Settings::Complaints() const {
+  const std::lock_guard lock(mutex_);
+  return complaints_;
+}
+
 bool Settings::LoadFile(const std::string& path) {
-  const std::optional<std::string> text = ReadWholeFile(path);
+  std::string reason;
+  const std::optional<std::string> text = ReadWholeFile(path, reason);
   if (text) return Replace(path, ParseSettings(*text, path));
-  std::fprintf(stderr, "vetrix: the settings file %s cannot be read\n", path.c_str());
-  return Replace(path, std::nullopt);
+  return Replace(path, {std::nullopt, {"the settings file " + path + " " + reason}});
 }
 
 bool Settings::LoadText(const std::string& text) {
   return Replace("", ParseSettings(text, "(text)"));
 }
 
-bool Settings::Replace(const std::string& path, std::optional<SettingTexts> texts) {
-  const bool good = texts.has_value();
+bool Settings::Replace(const std::string& path, ParsedSettings parsed) {
+  for (const std::string& complaint : parsed.complaints) {
+    std::fprintf(stderr, "vetrix: %s\n", complaint.c_str());
+  }
+  const bool good = parsed.texts.has_value();
   const std::lock_guard lock(mutex_);
   path_ = path;
-  texts_ = std::move(texts).value_or(SettingTexts{});
+  texts_ = std::move(parsed.texts).value_or(SettingTexts{});
+  complaints_ = std::move(parsed.complaints);
   return good;
 }
 
@@ -82,6 +101,10 @@ std::vector<Setting> Settings() {
   std::vector<Setting> result;
   for (auto& [key, text] : vetrix::Settings::Instance().All()) result.push_back({key, text});
   return result;
+}
+
+std::vector<std::string> SettingsComplaints() {
+  return vetrix::Settings::Instance().Complaints();
 }
 
 bool LoadSettingsFile(const std::string& path) {

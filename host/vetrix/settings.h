@@ -6,10 +6,18 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vetrix {
 
 using SettingTexts = std::map<std::string, std::string>;
+
+// What was read: no texts when the source is bad, and a line of complaint for
+// that, or for each entry that was left out.
+struct ParsedSettings {
+  std::optional<SettingTexts> texts;
+  std::vector<std::string> complaints;
+};
 
 // Safe on any thread.
 class Settings {
@@ -20,19 +28,21 @@ class Settings {
   std::optional<std::string> Find(const std::string& key) const;
   SettingTexts All() const;
   std::string Path() const;
+  std::vector<std::string> Complaints() const;
 
   // Both replace what was there, by nothing when the source is bad: then they
-  // give false after a line on standard error.
+  // give false. Complaints are lines on standard error too.
   bool LoadFile(const std::string& path);
   bool LoadText(const std::string& text);
 
  private:
   Settings();
-  bool Replace(const std::string& path, std::optional<SettingTexts> texts);
+  bool Replace(const std::string& path, ParsedSettings parsed);
 
   mutable std::mutex mutex_;
   std::string path_;
   SettingTexts texts_;
+  std::vector<std::string> complaints_;
 };
 
 }  // namespace vetrix

@@ -3,8 +3,6 @@
 #define TOML_EXCEPTIONS 0
 #include <toml++/toml.h>
 
-#include <cstdio>
-
 namespace vetrix {
 namespace {
 
@@ -15,29 +13,30 @@ std::optional<std::string> TextOf(const toml::node& value) {
   return std::nullopt;
 }
 
-void Complain(const std::string& name, toml::source_position where, const std::string& what) {
-  std::fprintf(stderr, "vetrix: settings %s, line %u: %s\n", name.c_str(),
-               static_cast<unsigned>(where.line), what.c_str());
+std::string Complaint(const std::string& name, toml::source_position where,
+                      const std::string& what) {
+  return "settings " + name + ", line " + std::to_string(where.line) + ": " + what;
 }
 
 }  // namespace
 
-std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::string& name) {
+ParsedSettings ParseSettings(const std::string& toml, const std::string& name) {
   const toml::parse_result parsed = toml::parse(toml, name);
   if (!parsed) {
-    Complain(name, parsed.error().source().begin, std::string(parsed.error().description()));
-    return std::nullopt;
+    const std::string what(parsed.error().description());
+    return {std::nullopt, {Complaint(name, parsed.error().source().begin, what)}};
   }
   SettingTexts texts;
+  std::vector<std::string> complaints;
   for (const auto& [key, value] : parsed.table()) {
     if (auto text = TextOf(value)) {
       texts.emplace(key.str(), *std::move(text));
     } else {
-      Complain(name, value.source().begin,
-               std::string(key.str()) + " is no boolean, integer or string");
+      const std::string what = std::string(key.str()) + " is no boolean, integer or string";
+      complaints.push_back(Complaint(name, value.source().begin, what));
     }
   }
-  return texts;
+  return {std::move(texts), std::move(complaints)};
 }
 
 }  // namespace vetrix

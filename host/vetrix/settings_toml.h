@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "settings.h"
 
@@ -11,8 +12,8 @@ namespace vetrix {
 
 // The entries of a TOML text, each as its text. Nothing when the text cannot be
 // parsed; entries without a text form are left out. Either is told in one line
-// on standard error, with `name` for the text's origin.
-std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::string& name);
+// of complaint, with `name` for the text's origin.
+ParsedSettings ParseSettings(const std::string& toml, const std::string& name);
 
 }  // namespace vetrix
 

@@ -1,5 +1,6 @@
 // --language, for every verb.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <nlohmann/json.hpp>
 
@@ -92,6 +93,12 @@ TEST_F(Language, NamesAFileThatWillNotDo) {
   ExpectComplaint(1, missing, missing + ": No such file or directory");
   const std::string folder = folder_.path().string();
   ExpectComplaint(1, folder, folder + ": Is a directory");
+  ExpectComplaint(1, "/dev/zero", "/dev/zero: is not a regular file");
+  const std::string pipe = (folder_ / "pipe").string();
+  ASSERT_EQ(mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
+  ExpectComplaint(1, pipe, pipe + ": is not a regular file");
+  const std::string large = Write("large.txt", std::string((std::size_t{4} << 20) + 1, '\n'));
+  ExpectComplaint(1, large, large + ": is too large for a translation");
   const std::string bad = Write("bad.txt", "# Deutsch\n$$$/OV/PXL/LStr/0001\n");
   ExpectComplaint(1, bad, bad + ": line 2: there is no '='");
   const std::string latin = Write("latin.txt",

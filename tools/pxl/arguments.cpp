@@ -4,12 +4,10 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 
-#include "PXL.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/failure.h"
-#include "tools/pxl/language.h"
+#include "tools/pxl/package_version.h"
 #include "tools/pxl/verbs.h"
 
 namespace pxl {
@@ -26,18 +24,11 @@ int PrintHelp(const CLI::App& app) {
 }
 
 // The translation to use, whatever the verb.
-std::shared_ptr<std::optional<std::string>> AddLanguage(CLI::App& app) {
+LanguageFile AddLanguage(CLI::App& app) {
   auto file = std::make_shared<std::optional<std::string>>();
   app.add_option("--language", *file, "Translation of the module's texts, before any verb")
       ->type_name("FILE");
   return file;
-}
-
-Action InLanguage(std::shared_ptr<std::optional<std::string>> file, Action action) {
-  return [file = std::move(file), action = std::move(action)] {
-    if (*file) UseLanguage(**file);
-    return action();
-  };
 }
 
 constexpr const char* kNoVerb = "a verb is needed; see pxl --help";
@@ -74,8 +65,7 @@ UsageError Translated(const CLI::ParseError& error) {
 }
 
 std::string VersionText() {
-  const std::uint32_t version = PXL_PkgObjectVersion();
-  return "pxl " + std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFFU);
+  return "pxl " + PackageVersion();
 }
 
 }  // namespace
@@ -87,8 +77,8 @@ std::function<int()> ParseArguments(const std::vector<std::string>& arguments) {
   app->allow_windows_style_options(false);
   app->set_version_flag("--version", VersionText);
   app->require_subcommand(1);
-  const auto language = AddLanguage(*app);
-  const std::vector<Action> actions = AddVerbs(*app);
+  const LanguageFile language = AddLanguage(*app);
+  const std::vector<Action> actions = AddVerbs(*app, language);
   RefuseUnknownVerb(*app, arguments);
   try {
     // The library takes the last one first, and not the program's name.
@@ -108,7 +98,7 @@ std::function<int()> ParseArguments(const std::vector<std::string>& arguments) {
   }
   const std::vector<CLI::App*> verbs = app->get_subcommands({});
   for (std::size_t i = 0; i < actions.size(); ++i) {
-    if (verbs[i]->parsed()) return InLanguage(language, actions[i]);
+    if (verbs[i]->parsed()) return actions[i];
   }
   throw UsageError(kNoVerb);
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "tools/pxl/world.h"
@@ -75,6 +76,13 @@ struct SelftestOptions {
 };
 // A line for each level of processor and one for the library's blit.
 int Selftest(const SelftestOptions& options);
+
+struct DoctorOptions {
+  bool json = false;
+  std::optional<std::string> language;  // the translation's file
+};
+// What PXL needs and finds on this machine; a failure if something is lacking.
+int Doctor(const DoctorOptions& options);
 
 }  // namespace pxl
 

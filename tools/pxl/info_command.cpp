@@ -5,9 +5,10 @@
 #include "PXL.h"
 #include "Q_host.h"
 #include "TXT_host.h"
-#include "platform/vetrix.h"
 #include "tools/pxl/commands.h"
 #include "tools/pxl/console.h"
+#include "tools/pxl/module_settings.h"
+#include "tools/pxl/package_version.h"
 #include "tools/pxl/picture_file.h"
 #include "tools/pxl/world.h"
 #include "vetrix_host.h"
@@ -17,37 +18,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kPoolKey = "VirtualAllocFrames";
-constexpr const char* kThresholdKey = "VirtualAllocMinSizeInK3";
-
-std::string PackageText() {
-  const std::uint32_t version = PXL_PkgObjectVersion();
-  return std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFFU);
-}
-
-std::u16string SettingText(const char* key, const char* defaultText) {
-  return vetrix::utility::UTF8to16(
-      vetrix::debug::DebugDatabase::Instance().GetEntry(key, defaultText));
-}
-
-// Settings read as the module reads them: what is no value counts as zero.
-bool PoolEnabled() {
-  vetrix::iUTF16StringStream stream(SettingText(kPoolKey, "true"));
-  stream.boolalpha();
-  bool value = false;
-  stream >> value;
-  return value && !stream.fail();
-}
-
-std::int32_t PoolThreshold() {
-  vetrix::iUTF16StringStream stream(SettingText(kThresholdKey, "300"));
-  std::int32_t value = 0;
-  stream >> value;
-  return stream.fail() ? 0 : value;
-}
-
 Json ModuleInfo() {
-  return {{"package", PackageText()},
+  return {{"package", PackageVersion()},
           {"interface", PXL_PkgObjectVersion() >> 16},
           {"libraries",
            {{"K", K_HeaderVersion()}, {"Q", Q_HeaderVersion()}, {"TXT", TXT_HeaderVersion()}}},

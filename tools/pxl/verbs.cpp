@@ -6,6 +6,7 @@
 
 #include "host/utf8_path.h"
 #include "tools/pxl/commands.h"
+#include "tools/pxl/language.h"
 
 namespace pxl {
 
@@ -84,6 +85,16 @@ constexpr const char* kSelftestFooter =
     "Prints a line for each level: its name, a digest of what its routines make of a\n"
     "fixed input, and ok or what differs. Digests are the same on every machine. The\n"
     "exit code is 1 if anything differs. Takes some seconds.";
+
+constexpr const char* kDoctorFooter =
+    "Tells versions, the level of processor and what decides it, memory and its limits,\n"
+    "where mapped files go, which settings are in force and where each comes from, and\n"
+    "the state of the translation. Tries what PXL will need: it brings the module to\n"
+    "life, allocates a frame, and reserves space for a small mapped file, which is gone\n"
+    "at once.\n\n"
+    "The exit code is 1 if something was found that keeps PXL from working; each such\n"
+    "thing is a line that starts with 'problem:'. A line that starts with 'note:' is\n"
+    "about what PXL can do without.";
 
 // Accepts the depths listed.
 CLI::Validator OneOf(const std::vector<std::string>& depths) {
@@ -231,11 +242,34 @@ Action AddSelftest(CLI::App& app) {
   return [options] { return Selftest(*options); };
 }
 
+// It tells what is wrong with the translation, and so puts it to use itself.
+Action AddDoctor(CLI::App& app, const LanguageFile& language) {
+  auto options = std::make_shared<DoctorOptions>();
+  CLI::App* verb = app.add_subcommand("doctor", "Examine what PXL needs on this machine");
+  verb->footer(std::string(kDoctorFooter) + "\n\n" + kCommonHelp);
+  verb->add_flag("--json", options->json, "Print JSON");
+  return [options, language] {
+    options->language = *language;
+    return Doctor(*options);
+  };
+}
+
+Action InLanguage(const LanguageFile& file, const Action& action) {
+  return [file, action] {
+    if (*file) UseLanguage(**file);
+    return action();
+  };
+}
+
 }  // namespace
 
-std::vector<Action> AddVerbs(CLI::App& app) {
-  return {AddConvert(app), AddInfo(app),  AddMessages(app), AddDemo(app),
-          AddModes(app),   AddSheet(app), AddSoak(app),     AddSelftest(app)};
+std::vector<Action> AddVerbs(CLI::App& app, const LanguageFile& language) {
+  std::vector<Action> actions = {AddConvert(app), AddInfo(app),    AddMessages(app),
+                                 AddDemo(app),    AddModes(app),   AddSheet(app),
+                                 AddSoak(app),    AddSelftest(app)};
+  for (Action& action : actions) action = InLanguage(language, action);
+  actions.push_back(AddDoctor(app, language));
+  return actions;
 }
 
 }  // namespace pxl

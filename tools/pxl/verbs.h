@@ -4,6 +4,9 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace pxl {
@@ -11,12 +14,15 @@ namespace pxl {
 // Runs a verb and gives the exit code.
 using Action = std::function<int()>;
 
+// The translation that the command line names, once it is parsed.
+using LanguageFile = std::shared_ptr<const std::optional<std::string>>;
+
 // What the help of the program and of every verb ends with.
 extern const char* const kCommonHelp;
 
 // Adds all verbs. Gives what each does once the command line is parsed, in the
 // order in which CLI11 keeps them.
-std::vector<Action> AddVerbs(CLI::App& app);
+std::vector<Action> AddVerbs(CLI::App& app, const LanguageFile& language);
 
 }  // namespace pxl
 

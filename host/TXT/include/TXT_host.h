@@ -1,4 +1,5 @@
-/* What a host may ask of the stand-in TXT besides its import. C11 and C++17. */
+/** \file
+ * What a host may ask of the stand-in TXT besides its import. C11 and C++17. */
 #ifndef TXT_HOST_H
 #define TXT_HOST_H
 
@@ -8,7 +9,8 @@
 extern "C" {
 #endif
 
-/* The version of the header that this library matches. */
+/** Tells the version of the header that this library matches.
+ * \return the interface version. */
 TXT_API int32_t TXT_HeaderVersion(void);
 
 #ifdef __cplusplus

@@ -11,6 +11,7 @@
 
 #include "open_files.h"
 #include "tests/system/variables.h"
+#include "vetrix_host.h"
 
 namespace {
 
@@ -88,15 +89,18 @@ INSTANTIATE_TEST_SUITE_P(Ways, BackingFile,
                                          Way{"Unlinked", vetrix::OpenAndUnlinkFile}),
                          [](const auto& tested) { return tested.param.name; });
 
-TEST(BackingDirectory, IsTheFirstThatIsNamed) {
+TEST(MappedFolder, IsTheFirstThatIsNamed) {
   const ScopedVariable temporary("TMPDIR", "/second");
   {
     const ScopedVariable mapped("VETRIX_MAPPED_DIR", "/first");
-    EXPECT_EQ(vetrix::BackingDirectory(), "/first");
+    EXPECT_EQ(vetrix::host::FindMappedFolder().path, "/first");
+    EXPECT_EQ(vetrix::host::FindMappedFolder().variable, "VETRIX_MAPPED_DIR");
   }
-  EXPECT_EQ(vetrix::BackingDirectory(), "/second");
+  EXPECT_EQ(vetrix::host::FindMappedFolder().path, "/second");
+  EXPECT_EQ(vetrix::host::FindMappedFolder().variable, "TMPDIR");
   const ScopedVariable empty("TMPDIR", "");
-  EXPECT_EQ(vetrix::BackingDirectory(), "/var/tmp");
+  EXPECT_EQ(vetrix::host::FindMappedFolder().path, "/var/tmp");
+  EXPECT_EQ(vetrix::host::FindMappedFolder().variable, "");
 }
 
 }  // namespace

@@ -112,6 +112,40 @@ TEST_F(DebugSettings, LeaveOutValuesOfOtherKinds) {
   EXPECT_EQ(Entry("list"), "default");
 }
 
+TEST_F(DebugSettings, AreEmptyAfterAFileThatIsTooLarge) {
+  const std::string most = "a = 1\n" + std::string((std::size_t{1} << 20) - 6, '\n');
+  EXPECT_TRUE(vetrix::host::LoadSettingsFile(TemporaryFile(most).Path()));
+  EXPECT_EQ(Entry("a"), "1");
+  const TemporaryFile file(most + "\n");
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(vetrix::host::LoadSettingsFile(file.Path()));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vetrix: the settings file " + file.Path() + " is too large for settings\n");
+  EXPECT_EQ(Entry("a"), "default");
+}
+
+TEST_F(DebugSettings, AreEmptyAfterOneThatIsNestedWithoutEnd) {
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(vetrix::host::LoadSettingsText("a = 1\nb = " + std::string(500000, '[')));
+  const std::string told = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(told.starts_with("vetrix: settings (text), line 2: ")) << told;
+  EXPECT_EQ(Entry("a"), "default");
+}
+
+TEST_F(DebugSettings, KeepTheComplaintsUntilTheNext) {
+  testing::internal::CaptureStderr();
+  vetrix::host::LoadSettingsText("a = 1\nlist = [1, 2]\n");
+  EXPECT_EQ(
+      vetrix::host::SettingsComplaints(),
+      std::vector<std::string>{"settings (text), line 2: list is no boolean, integer or string"});
+  vetrix::host::LoadSettingsFile("/nowhere/settings.toml");
+  EXPECT_EQ(vetrix::host::SettingsComplaints(),
+            std::vector<std::string>{"the settings file /nowhere/settings.toml cannot be read"});
+  testing::internal::GetCapturedStderr();
+  vetrix::host::LoadSettingsText("a = 1\n");
+  EXPECT_TRUE(vetrix::host::SettingsComplaints().empty());
+}
+
 // The environment is looked at once, so that each case has its process.
 class SettingsVariableDeathTest : public testing::Test {
  protected:
