@@ -183,6 +183,16 @@ TEST(ExrFile, SaysWhatItIs) {
   EXPECT_EQ(HeaderOf(MakeExr(recipe)).format, "OpenEXR, half, YA, tiled");
 }
 
+TEST(ExrFile, SaysWhichChannelsItHolds) {
+  ExrRecipe recipe = Recipe();
+  recipe.channels = {"R", "G", "B"};
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).channels, (ChannelSet{false, false}));
+  recipe.channels = {"R", "G", "B", "A"};
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).channels, (ChannelSet{false, true}));
+  recipe.channels = {"Y"};
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).channels, (ChannelSet{true, false}));
+}
+
 TEST(ExrFile, OfAnotherKindIsRefusedWithTheReason) {
   EXPECT_EQ(ReasonAgainst(MakeMultiPartExr()), "OpenEXR files of several parts are not supported");
   EXPECT_EQ(ReasonAgainst(MakeDeepExr()), "deep OpenEXR files are not supported");

@@ -17,6 +17,7 @@ target_sources(pxl_program_test PRIVATE
   convert_files_test.cpp
   convert_test.cpp
   demo_test.cpp
+  diff_test.cpp
   hostile_pictures_test.cpp
   indexed_test.cpp
   language_test.cpp

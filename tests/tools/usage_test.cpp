@@ -42,7 +42,7 @@ class ConvertUsage : public testing::Test {
 TEST(Usage, IsShownForTheProgramAndForEveryVerb) {
   EXPECT_THAT(RunPxl({"--help"}).output, HasSubstr("convert"));
   for (const std::string verb :
-       {"convert", "info", "messages", "demo", "modes", "sheet", "soak", "selftest"}) {
+       {"convert", "info", "messages", "demo", "diff", "modes", "sheet", "soak", "selftest"}) {
     const Outcome outcome = RunPxl({verb, "--help"});
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.errors, "");

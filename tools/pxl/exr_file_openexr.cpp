@@ -195,6 +195,7 @@ class ExrReader : public PictureReader {
     header_.width = display_.Width();
     header_.height = display_.Height();
     header_.samples = SampleType::Float;
+    header_.channels = {grey_, header.channels().findChannel("A") != nullptr};
     header_.format = Describe(header, grey_, tiled_);
     if (Imf::hasChromaticities(header)) {
       const Imf::Chromaticities& c = Imf::chromaticities(header);

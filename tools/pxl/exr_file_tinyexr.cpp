@@ -200,6 +200,7 @@ class ExrReader : public PictureReader {
     header_.height = display_.Height();
     header_.samples = SampleType::Float;
     const bool half = exr_.channels[channels_[1]].pixel_type == TINYEXR_PIXELTYPE_HALF;
+    header_.channels = {grey_, channels_[0] >= 0};
     header_.format = std::string(half ? "OpenEXR, half, " : "OpenEXR, float, ") +
                      (grey_ ? "Y" : "RGB") + (channels_[0] >= 0 ? "A" : "") +
                      (version_.tiled != 0 ? ", tiled" : "");

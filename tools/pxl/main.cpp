@@ -11,11 +11,13 @@
 
 namespace {
 
-int Run(int count, const char* const* arguments) {
+// Sets the exit code of a failure once it is known.
+int Run(int count, const char* const* arguments, int& failureCode) {
   pxl::PrepareOutput();
-  const auto action = pxl::ParseArguments(pxl::CommandLine(count, arguments));
+  const pxl::Command command = pxl::ParseArguments(pxl::CommandLine(count, arguments));
+  failureCode = command.failureCode;
   pxl::ApplyEnvironment();
-  const int code = action();
+  const int code = command.run();
   pxl::FinishOutput();
   return code;
 }
@@ -23,8 +25,10 @@ int Run(int count, const char* const* arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
+  // A comparison that never began must not end as one that found a difference.
+  int failureCode = pxl::kExitUsage;
   try {
-    return Run(count, arguments);
+    return Run(count, arguments, failureCode);
   } catch (const pxl::UsageError& error) {
     pxl::TellFailure(error.name(), error.what());
     return pxl::kExitUsage;
@@ -35,5 +39,5 @@ int main(int count, char** arguments) {
   } catch (const std::exception& problem) {
     pxl::TellFailure("", problem.what());
   }
-  return pxl::kExitFailure;
+  return failureCode;
 }

@@ -129,10 +129,13 @@ class PngReader : public PictureReader {
     header_.samples = bits == 16 ? SampleType::Integer16 : SampleType::Integer8;
     header_.format =
         "PNG, " + std::to_string(bits) + " bits a channel, " + NameOfPngColourType(type);
-    TakeColourChunks((type & PNG_COLOR_MASK_COLOR) == 0);
+    header_.channels.grey = (type & PNG_COLOR_MASK_COLOR) == 0;
+    header_.channels.alpha =
+        (type & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
+    TakeColourChunks();
   }
 
-  void TakeColourChunks(bool grey) {
+  void TakeColourChunks() {
     png_unknown_chunkp chunks = nullptr;
     const int count = png_get_unknown_chunks(png_, info_, &chunks);
     for (int i = 0; i < count; ++i) {
@@ -140,7 +143,8 @@ class PngReader : public PictureReader {
       if (chunks[i].size > 0) chunk.data.assign(chunks[i].data, chunks[i].data + chunks[i].size);
       KeepColourChunk(header_.colour, std::move(chunk));
     }
-    header_.colour.greyProfile = grey && FindChunk(header_.colour, "iCCP") != nullptr;
+    header_.colour.greyProfile =
+        header_.channels.grey && FindChunk(header_.colour, "iCCP") != nullptr;
   }
 
   void AskForArgb() {

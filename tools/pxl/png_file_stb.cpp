@@ -48,10 +48,13 @@ class PngReader : public PictureReader {
     header_.samples = start.bits == 16 ? SampleType::Integer16 : SampleType::Integer8;
     header_.format = "PNG, " + std::to_string(start.bits) + " bits a channel, " +
                      NameOfPngColourType(start.colourType);
-    TakeColourChunks();
     constexpr int kHasColours = 2;
-    const bool grey = (start.colourType & kHasColours) == 0;
-    header_.colour.greyProfile = grey && FindChunk(header_.colour, "iCCP") != nullptr;
+    constexpr int kHasAlpha = 4;
+    header_.channels.grey = (start.colourType & kHasColours) == 0;
+    header_.channels.alpha = (start.colourType & kHasAlpha) != 0;
+    TakeColourChunks();
+    header_.colour.greyProfile =
+        header_.channels.grey && FindChunk(header_.colour, "iCCP") != nullptr;
   }
 
   const PictureHeader& header() const override { return header_; }
@@ -69,6 +72,7 @@ class PngReader : public PictureReader {
   void TakeColourChunks() {
     for (PngChunk chunk = ReadChunk(stream_); chunk.name != "IDAT"; chunk = ReadChunk(stream_)) {
       if (chunk.name == "IEND") throw Failure("damaged PNG: no image data");
+      if (chunk.name == "tRNS") header_.channels.alpha = true;
       KeepColourChunk(header_.colour, std::move(chunk));
     }
   }

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace pxl {
@@ -11,12 +12,17 @@ namespace pxl {
 // Runs a verb and gives the exit code.
 using Action = std::function<int()>;
 
-// What the help of the program and of every verb ends with.
-extern const char* const kCommonHelp;
+// What a verb does once the command line is parsed.
+struct Verb {
+  Action action;
+  int failureCode;  // the exit code when that throws Failure
+};
 
-// Adds all verbs. Gives what each does once the command line is parsed, in the
-// order in which CLI11 keeps them.
-std::vector<Action> AddVerbs(CLI::App& app);
+// What the help of the program and of most verbs ends with.
+std::string CommonHelp();
+
+// Adds all verbs, in the order in which CLI11 keeps them.
+std::vector<Verb> AddVerbs(CLI::App& app);
 
 }  // namespace pxl
 
