@@ -88,7 +88,7 @@ void ExpectDecoded(const ExrRecipe& recipe) {
 }
 
 std::string Encode(const Picture& picture) {
-  std::ostringstream stream;
+  std::stringstream stream;
   WriteExr(stream, picture.header, [&](std::int64_t y) { return picture.Row(y); });
   return stream.str();
 }
@@ -294,7 +294,7 @@ TEST(ExrWriting, TakesChromaticitiesFromPngAndSaysWhatIsLost) {
 
 TEST(ExrWriting, ToAStreamThatTakesNoMoreFails) {
   const Picture picture = NewPicture(4, 4, SampleType::Float);
-  std::ostringstream stream;
+  std::stringstream stream;
   stream.setstate(std::ios::badbit);
   EXPECT_THROW(WriteExr(stream, picture.header, [&](std::int64_t y) { return picture.Row(y); }),
                Failure);

@@ -13,6 +13,7 @@
 #include "tools/pxl/colour_tags.h"
 #include "tools/pxl/exr_file.h"
 #include "tools/pxl/failure.h"
+#include "tools/pxl/reading.h"
 
 namespace pxl {
 namespace {
@@ -339,8 +340,7 @@ std::string Encoded(const PictureHeader& picture, Planes& planes) {
 bool IsExr(std::istream& stream) {
   std::array<char, 4> start{};
   stream.read(start.data(), start.size());
-  stream.clear();
-  stream.seekg(0);
+  ReturnToStart(stream);
   return start == kMagic;
 }
 
@@ -348,7 +348,7 @@ std::unique_ptr<PictureReader> OpenExr(std::istream& stream) {
   return std::make_unique<ExrReader>(stream);
 }
 
-void WriteExr(std::ostream& stream, const PictureHeader& header, const RowSource& rows) {
+void WriteExr(std::iostream& stream, const PictureHeader& header, const RowSource& rows) {
   Planes planes(static_cast<std::size_t>(header.width * header.height));
   for (std::int64_t y = 0; y < header.height; ++y) planes.AppendRow(rows(y), header.width);
   const std::string file = Encoded(header, planes);

@@ -17,6 +17,7 @@
 #include "tools/pxl/png_chunks.h"
 #include "tools/pxl/png_colour_chunks.h"
 #include "tools/pxl/png_file.h"
+#include "tools/pxl/reading.h"
 
 namespace pxl {
 namespace {
@@ -153,8 +154,7 @@ std::string WithColourChunks(std::string file, const ColourTags& colour) {
 bool IsPng(std::istream& stream) {
   std::array<char, 8> start{};
   stream.read(start.data(), start.size());
-  stream.clear();
-  stream.seekg(0);
+  ReturnToStart(stream);
   return start == kPngSignature;
 }
 
