@@ -88,7 +88,7 @@ void ExpectDecoded(const ExrRecipe& recipe) {
 }
 
 std::string Encode(const Picture& picture) {
-  std::ostringstream stream;
+  std::stringstream stream;
   WriteExr(stream, picture.header, [&](std::int64_t y) { return picture.Row(y); });
   return stream.str();
 }
@@ -181,6 +181,16 @@ TEST(ExrFile, SaysWhatItIs) {
   recipe.channels = {"Y", "A"};
   recipe.tiled = true;
   EXPECT_EQ(HeaderOf(MakeExr(recipe)).format, "OpenEXR, half, YA, tiled");
+}
+
+TEST(ExrFile, SaysWhichChannelsItHolds) {
+  ExrRecipe recipe = Recipe();
+  recipe.channels = {"R", "G", "B"};
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).channels, (ChannelSet{false, false}));
+  recipe.channels = {"R", "G", "B", "A"};
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).channels, (ChannelSet{false, true}));
+  recipe.channels = {"Y"};
+  EXPECT_EQ(HeaderOf(MakeExr(recipe)).channels, (ChannelSet{true, false}));
 }
 
 TEST(ExrFile, OfAnotherKindIsRefusedWithTheReason) {
@@ -284,7 +294,7 @@ TEST(ExrWriting, TakesChromaticitiesFromPngAndSaysWhatIsLost) {
 
 TEST(ExrWriting, ToAStreamThatTakesNoMoreFails) {
   const Picture picture = NewPicture(4, 4, SampleType::Float);
-  std::ostringstream stream;
+  std::stringstream stream;
   stream.setstate(std::ios::badbit);
   EXPECT_THROW(WriteExr(stream, picture.header, [&](std::int64_t y) { return picture.Row(y); }),
                Failure);

@@ -34,7 +34,7 @@ std::string EncodedPng(const Picture& picture) {
 }
 
 std::string EncodedExr(const Picture& picture) {
-  std::ostringstream stream;
+  std::stringstream stream;
   WriteExr(stream, picture.header, [&](std::int64_t y) { return picture.Row(y); });
   return stream.str();
 }

@@ -211,6 +211,17 @@ TEST(PngFile, SaysWhatItIs) {
   EXPECT_EQ(HeaderOf(MakePng(Recipe(kRgba, 16))).format, "PNG, 16 bits a channel, RGBA");
 }
 
+TEST(PngFile, SaysWhichChannelsItHolds) {
+  EXPECT_EQ(HeaderOf(MakePng(Recipe(kGrey, 1))).channels, (ChannelSet{true, false}));
+  EXPECT_EQ(HeaderOf(MakePng(Recipe(kGreyAlpha, 8))).channels, (ChannelSet{true, true}));
+  EXPECT_EQ(HeaderOf(MakePng(Recipe(kRgb, 16))).channels, (ChannelSet{false, false}));
+  EXPECT_EQ(HeaderOf(MakePng(Recipe(kRgba, 8))).channels, (ChannelSet{false, true}));
+  PngRecipe palette = Recipe(kPalette, 4);
+  EXPECT_EQ(HeaderOf(MakePng(palette)).channels, (ChannelSet{false, false}));
+  palette.transparency = "\x7F";
+  EXPECT_EQ(HeaderOf(MakePng(palette)).channels, (ChannelSet{false, true}));
+}
+
 TEST(PngFile, CutOffAnywhereIsRefused) {
   PngRecipe recipe = Recipe(kRgb, 8);
   recipe.height = 4;

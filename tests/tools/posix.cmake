@@ -17,6 +17,7 @@ target_sources(pxl_program_test PRIVATE
   convert_files_test.cpp
   convert_test.cpp
   demo_test.cpp
+  diff_test.cpp
   doctor_posix_test.cpp
   hostile_pictures_test.cpp
   indexed_test.cpp
@@ -46,3 +47,18 @@ endif()
 add_test(NAME man_page COMMAND ${CMAKE_COMMAND}
   -D PROGRAM=$<TARGET_FILE:pxl> -D PAGE=${PROJECT_SOURCE_DIR}/docs/pxl.1.scd
   -P ${CMAKE_CURRENT_SOURCE_DIR}/check_man_page.cmake)
+
+# Calls of the C library that fail. Not under a sanitizer, which takes the same
+# calls' place.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  add_library(failing_calls MODULE failing_calls.cpp)
+  target_link_libraries(failing_calls PRIVATE pxl_flags)
+  # The names of the C library as they are, without the larger file's or checked ones.
+  target_compile_definitions(failing_calls PRIVATE _GNU_SOURCE)
+  target_compile_options(failing_calls PRIVATE -U_FORTIFY_SOURCE)
+  pxl_add_test(pxl_failing_calls_test failing_calls_test.cpp program.cpp program_posix.cpp)
+  target_link_libraries(pxl_failing_calls_test PRIVATE pxl_pictures)
+  target_compile_definitions(pxl_failing_calls_test PRIVATE
+    ${test_definitions} PXL_FAILING_CALLS="$<TARGET_FILE:failing_calls>")
+  add_dependencies(pxl_failing_calls_test failing_calls pxl)
+endif()

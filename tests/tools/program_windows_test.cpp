@@ -39,6 +39,15 @@ TEST_F(Program, KeepsEveryPixelAt32Bits) {
             ReadPictureFile(SamplePicture("astronaut.png")).pixels);
 }
 
+TEST_F(Program, ComparesPictures) {
+  const std::string astronaut = SamplePicture("astronaut.png");
+  const std::string out = Path("out.png");
+  RunPxl({"convert", astronaut, "--depth", "32", "-o", out});
+  EXPECT_EQ(RunPxl({"diff", astronaut, out, "--any-channels"}).code, 0);
+  EXPECT_EQ(RunPxl({"diff", astronaut, out}).code, 1);
+  EXPECT_EQ(RunPxl({"diff", astronaut, Path("none.png")}).code, 2);
+}
+
 TEST_F(Program, TakesNamesThatNeedUnicode) {
   const std::string in = Path("\xE6\x97\xA5\xE6\x9C\xAC \xC3\xA9.png");
   const std::string out = Path("\xCE\xA9.png");

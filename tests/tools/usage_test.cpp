@@ -41,8 +41,8 @@ class ConvertUsage : public testing::Test {
 
 TEST(Usage, IsShownForTheProgramAndForEveryVerb) {
   EXPECT_THAT(RunPxl({"--help"}).output, HasSubstr("convert"));
-  for (const std::string verb :
-       {"convert", "info", "messages", "demo", "modes", "sheet", "soak", "selftest", "doctor"}) {
+  for (const std::string verb : {"convert", "info", "messages", "demo", "diff", "modes", "sheet",
+                                 "soak", "selftest", "doctor"}) {
     const Outcome outcome = RunPxl({verb, "--help"});
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.errors, "");

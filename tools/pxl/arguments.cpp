@@ -70,35 +70,36 @@ std::string VersionText() {
 
 }  // namespace
 
-std::function<int()> ParseArguments(const std::vector<std::string>& arguments) {
+Command ParseArguments(const std::vector<std::string>& arguments) {
   auto app = std::make_shared<CLI::App>(kDescription, "pxl");
-  app->footer(kCommonHelp);
+  app->footer(CommonHelp());
   // A slash starts the name of a file, not an option, on Windows too.
   app->allow_windows_style_options(false);
   app->set_version_flag("--version", VersionText);
   app->require_subcommand(1);
   const LanguageFile language = AddLanguage(*app);
-  const std::vector<Action> actions = AddVerbs(*app, language);
+  const std::vector<Verb> verbs = AddVerbs(*app, language);
   RefuseUnknownVerb(*app, arguments);
   try {
     // The library takes the last one first, and not the program's name.
     app->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
   } catch (const CLI::CallForHelp&) {
-    return [app] { return PrintHelp(*app); };
+    return {[app] { return PrintHelp(*app); }, kExitFailure};
   } catch (const CLI::CallForVersion& version) {
-    return [text = std::string(version.what())] {
-      std::cout << text << "\n";
-      return kExitSuccess;
-    };
+    return {[text = std::string(version.what())] {
+              std::cout << text << "\n";
+              return kExitSuccess;
+            },
+            kExitFailure};
   } catch (const CLI::ParseError& error) {
     const std::vector<std::string> unknown = app->remaining(true);
     if (!unknown.empty()) throw UsageError(unknown.front(), "is not expected");
     if (HasNoVerb(*app, error)) throw UsageError(kNoVerb);
     throw Translated(error);
   }
-  const std::vector<CLI::App*> verbs = app->get_subcommands({});
-  for (std::size_t i = 0; i < actions.size(); ++i) {
-    if (verbs[i]->parsed()) return actions[i];
+  const std::vector<CLI::App*> places = app->get_subcommands({});
+  for (std::size_t i = 0; i < verbs.size(); ++i) {
+    if (places[i]->parsed()) return {verbs[i].action, verbs[i].failureCode};
   }
   throw UsageError(kNoVerb);
 }

@@ -9,8 +9,14 @@
 namespace pxl {
 
 // What the command line asks for: a verb with its options, or the printing of
-// help. The first argument is the program. Running it gives the exit code. Throws UsageError.
-std::function<int()> ParseArguments(const std::vector<std::string>& arguments);
+// help.
+struct Command {
+  std::function<int()> run;  // gives the exit code
+  int failureCode;           // the exit code when it throws Failure
+};
+
+// The first argument is the program. Throws UsageError.
+Command ParseArguments(const std::vector<std::string>& arguments);
 
 }  // namespace pxl
 

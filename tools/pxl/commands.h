@@ -16,6 +16,10 @@ namespace pxl {
 constexpr int kExitSuccess = 0;
 constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
+// Those of a comparison, as users know them from others.
+constexpr int kExitSame = 0;
+constexpr int kExitDifferent = 1;
+constexpr int kExitNotCompared = 2;
 
 struct ConvertOptions {
   std::vector<std::filesystem::path> inputs;
@@ -47,6 +51,17 @@ struct DemoOptions {
   std::filesystem::path folder;  // made if it is not there
 };
 int Demo(const DemoOptions& options);
+
+struct DiffOptions {
+  std::filesystem::path first;
+  std::filesystem::path second;
+  std::uint64_t tolerance = 0;  // steps of the files' samples; ULPs of floats
+  bool anyChannels = false;     // compare what a file lacks as it is made up
+  std::optional<std::filesystem::path> output;
+  bool json = false;
+};
+// Gives kExitSame or kExitDifferent.
+int Diff(const DiffOptions& options);
 
 struct ModesOptions {
   std::filesystem::path source;

@@ -10,7 +10,7 @@
 namespace pxl {
 
 // Whether the stream, at its start, begins as an OpenEXR file does. Leaves the
-// stream at its start.
+// stream at its start. Throws Failure if it cannot be read.
 bool IsExr(std::istream& stream);
 
 // Reads the header. Accepted are single-part scan-line and tiled files with the
@@ -22,8 +22,8 @@ bool IsExr(std::istream& stream);
 std::unique_ptr<PictureReader> OpenExr(std::istream& stream);
 
 // Writes R, G, B and A as floats, with the chromaticities that the colour tags
-// give. Throws Failure.
-void WriteExr(std::ostream& stream, const PictureHeader& header, const RowSource& rows);
+// give, and looks whether all rows are there. Throws Failure.
+void WriteExr(std::iostream& stream, const PictureHeader& header, const RowSource& rows);
 
 // In words, which of the colour tags WriteExr leaves out; empty if none.
 std::string ColourTagsLostInExr(const ColourTags& colour);

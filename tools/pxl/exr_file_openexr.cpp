@@ -18,6 +18,7 @@
 #include "tools/pxl/colour_tags.h"
 #include "tools/pxl/exr_file.h"
 #include "tools/pxl/failure.h"
+#include "tools/pxl/reading.h"
 
 namespace pxl {
 namespace {
@@ -34,19 +35,33 @@ class InputStream : public Imf::IStream {
   explicit InputStream(std::istream& stream) : Imf::IStream("picture"), stream_(stream) {}
 
   bool read(char* data, int count) override {
+    errno = 0;
     stream_.read(data, count);
+    if (stream_.bad()) KeepTrouble();
     if (!stream_) throw Failure("the file ends too early");
     return stream_.peek() != std::istream::traits_type::eof();
   }
   std::uint64_t tellg() override { return static_cast<std::uint64_t>(stream_.tellg()); }
   void seekg(std::uint64_t position) override {
     stream_.clear();
+    errno = 0;
     stream_.seekg(static_cast<std::streamoff>(position));
+    if (!stream_) KeepTrouble();
   }
   void clear() override { stream_.clear(); }
 
+  // Throws Failure if the system failed to read, whatever the library made of it.
+  void RefuseUnreadable() const {
+    if (!trouble_.empty()) throw Failure("cannot read: " + trouble_);
+  }
+
  private:
+  void KeepTrouble() {
+    if (trouble_.empty()) trouble_ = SystemReason();
+  }
+
   std::istream& stream_;
+  std::string trouble_;
 };
 
 class OutputStream : public Imf::OStream {
@@ -58,13 +73,22 @@ class OutputStream : public Imf::OStream {
     stream_.write(data, count);
     if (!stream_) throw Failure(errno != 0 ? std::strerror(errno) : "the stream takes no more");
   }
-  std::uint64_t tellp() override { return static_cast<std::uint64_t>(stream_.tellp()); }
+  // Throws nothing: the library asks in a destructor as well.
+  std::uint64_t tellp() override {
+    const std::ostream::pos_type place = stream_.tellp();
+    placesKnown_ = placesKnown_ && place != std::ostream::pos_type(-1);
+    return static_cast<std::uint64_t>(std::streamoff{place});
+  }
   void seekp(std::uint64_t position) override {
     stream_.seekp(static_cast<std::streamoff>(position));
   }
 
+  // Whether tellp could always tell.
+  bool PlacesKnown() const { return placesKnown_; }
+
  private:
   std::ostream& stream_;
+  bool placesKnown_ = true;
 };
 
 // The library's exceptions, in one form.
@@ -73,7 +97,7 @@ void Guarded(const std::string& what, const Work& work) {
   try {
     work();
   } catch (const std::bad_alloc&) {
-    throw Failure(what + ": not enough memory");
+    throw Failure("not enough memory");
   } catch (const std::exception& problem) {
     throw Failure(what + ": " + problem.what());
   }
@@ -150,12 +174,12 @@ void CheckSizes(const Imf::Header& header, const Window& data) {
 
 class ExrReader : public PictureReader {
  public:
-  explicit ExrReader(std::istream& stream) : stream_(stream) {
+  explicit ExrReader(std::istream& stream) : adapter_(stream) {
     Imf::Header header;
     int version = 0;
-    Guarded("damaged OpenEXR", [&] { ReadHeader(header, version); });
+    Decode([&] { ReadHeader(header, version); });
     RefuseKinds(version);
-    Guarded("damaged OpenEXR", [&] {
+    Decode([&] {
       // Missing attributes throw here.
       display_ = WindowOf(header.displayWindow());
       data_ = WindowOf(header.dataWindow());
@@ -175,8 +199,8 @@ class ExrReader : public PictureReader {
     for (std::int64_t y = 0; y < header_.height; ++y) {
       std::memset(rows.Row(y), 0, kPixelBytes * static_cast<std::size_t>(header_.width));
     }
-    stream_.seekg(0);
-    Guarded("damaged OpenEXR", [&] { ReadRows(rows); });
+    adapter_.seekg(0);
+    Decode([&] { ReadRows(rows); });
   }
 
  private:
@@ -184,17 +208,27 @@ class ExrReader : public PictureReader {
   // size the header asks for.
   void ReadHeader(Imf::Header& header, int& version) {
     int magic = 0;
-    stream_.read(reinterpret_cast<char*>(&magic), 4);
-    stream_.read(reinterpret_cast<char*>(&version), 4);
-    if (!stream_) throw Failure("the file ends too early");
+    adapter_.read(reinterpret_cast<char*>(&magic), 4);
+    adapter_.read(reinterpret_cast<char*>(&version), 4);
     if (Imf::isNonImage(version) || Imf::isMultiPart(version)) return;
     header.readFrom(adapter_, version);
+  }
+
+  template <typename Work>
+  void Decode(const Work& work) {
+    try {
+      Guarded("damaged OpenEXR", work);
+    } catch (const Failure&) {
+      adapter_.RefuseUnreadable();
+      throw;
+    }
   }
 
   void Fill(const Imf::Header& header) {
     header_.width = display_.Width();
     header_.height = display_.Height();
     header_.samples = SampleType::Float;
+    header_.channels = {grey_, header.channels().findChannel("A") != nullptr};
     header_.format = Describe(header, grey_, tiled_);
     if (Imf::hasChromaticities(header)) {
       const Imf::Chromaticities& c = Imf::chromaticities(header);
@@ -249,8 +283,7 @@ class ExrReader : public PictureReader {
                 kPixelBytes * static_cast<std::size_t>(right - left + 1));
   }
 
-  std::istream& stream_;
-  InputStream adapter_{stream_};
+  InputStream adapter_;
   Window display_{};
   Window data_{};
   bool grey_ = false;
@@ -290,13 +323,30 @@ Imf::FrameBuffer RowToWrite(const std::byte* row) {
   return buffer;
 }
 
+void WriteRows(OutputStream& output, const PictureHeader& header, const RowSource& rows) {
+  Imf::OutputFile file(output, HeaderToWrite(header));
+  for (std::int64_t y = 0; y < header.height; ++y) {
+    file.setFrameBuffer(RowToWrite(rows(y)));
+    file.writePixels(1);
+  }
+}
+
+// The library keeps to itself what goes wrong with the last rows, and when it
+// writes the places of all of them at the end.
+void RefuseIncomplete(const OutputStream& output, std::istream& stream) {
+  stream.seekg(0);
+  InputStream input(stream);
+  if (!output.PlacesKnown() || !Imf::InputFile(input).isComplete()) {
+    throw Failure("rows are missing in what was written");
+  }
+}
+
 }  // namespace
 
 bool IsExr(std::istream& stream) {
   std::array<char, 4> start{};
   stream.read(start.data(), start.size());
-  stream.clear();
-  stream.seekg(0);
+  ReturnToStart(stream);
   return Imf::isImfMagic(start.data());
 }
 
@@ -304,14 +354,11 @@ std::unique_ptr<PictureReader> OpenExr(std::istream& stream) {
   return std::make_unique<ExrReader>(stream);
 }
 
-void WriteExr(std::ostream& stream, const PictureHeader& header, const RowSource& rows) {
+void WriteExr(std::iostream& stream, const PictureHeader& header, const RowSource& rows) {
   Guarded("cannot write", [&] {
     OutputStream output(stream);
-    Imf::OutputFile file(output, HeaderToWrite(header));
-    for (std::int64_t y = 0; y < header.height; ++y) {
-      file.setFrameBuffer(RowToWrite(rows(y)));
-      file.writePixels(1);
-    }
+    WriteRows(output, header, rows);
+    RefuseIncomplete(output, stream);
   });
 }
 

@@ -13,6 +13,7 @@
 #include "tools/pxl/colour_tags.h"
 #include "tools/pxl/exr_file.h"
 #include "tools/pxl/failure.h"
+#include "tools/pxl/reading.h"
 
 namespace pxl {
 namespace {
@@ -200,6 +201,7 @@ class ExrReader : public PictureReader {
     header_.height = display_.Height();
     header_.samples = SampleType::Float;
     const bool half = exr_.channels[channels_[1]].pixel_type == TINYEXR_PIXELTYPE_HALF;
+    header_.channels = {grey_, channels_[0] >= 0};
     header_.format = std::string(half ? "OpenEXR, half, " : "OpenEXR, float, ") +
                      (grey_ ? "Y" : "RGB") + (channels_[0] >= 0 ? "A" : "") +
                      (version_.tiled != 0 ? ", tiled" : "");
@@ -338,8 +340,7 @@ std::string Encoded(const PictureHeader& picture, Planes& planes) {
 bool IsExr(std::istream& stream) {
   std::array<char, 4> start{};
   stream.read(start.data(), start.size());
-  stream.clear();
-  stream.seekg(0);
+  ReturnToStart(stream);
   return start == kMagic;
 }
 
@@ -347,7 +348,7 @@ std::unique_ptr<PictureReader> OpenExr(std::istream& stream) {
   return std::make_unique<ExrReader>(stream);
 }
 
-void WriteExr(std::ostream& stream, const PictureHeader& header, const RowSource& rows) {
+void WriteExr(std::iostream& stream, const PictureHeader& header, const RowSource& rows) {
   Planes planes(static_cast<std::size_t>(header.width * header.height));
   for (std::int64_t y = 0; y < header.height; ++y) planes.AppendRow(rows(y), header.width);
   const std::string file = Encoded(header, planes);

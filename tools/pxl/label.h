@@ -28,10 +28,10 @@ class Font {
 
   // Pixels from one line to the next.
   int LineHeight() const;
-  // Pixels that the text takes from left to right.
+  // Pixels that the text takes from left to right. Throws Failure.
   int Width(std::string_view text) const;
   // Draws the text into an opaque Integer8 picture; left and top are those of
-  // its line. What lies outside the picture is left out.
+  // its line. What lies outside the picture is left out. Throws Failure.
   void Draw(Picture& picture, int left, int top, std::string_view text, Colour colour) const;
 
  private:

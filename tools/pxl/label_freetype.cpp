@@ -30,6 +30,7 @@ Coverage CoverageOf(const FT_Bitmap& glyph) {
 }  // namespace
 
 struct Font::Face {
+  fs::path file;
   FT_Library library = nullptr;
   FT_Face face = nullptr;
 
@@ -40,14 +41,27 @@ struct Font::Face {
     if (face != nullptr) FT_Done_Face(face);
     if (library != nullptr) FT_Done_FreeType(library);
   }
+
+  // Throws Failure, named after the file, for an error that is not 0.
+  void Check(FT_Error error, const char* reason) const {
+    if (error == FT_Err_Out_Of_Memory) throw Failure(file.string(), "not enough memory");
+    if (error != 0) throw Failure(file.string(), reason);
+  }
+
+  // The next letter of the text. None may be missing unnoticed.
+  FT_GlyphSlot Load(std::string_view& text, FT_Int32 how) const {
+    Check(FT_Load_Char(face, TakeCodePoint(text), how), "a letter cannot be drawn");
+    return face->glyph;
+  }
 };
 
 Font::Font(const fs::path& file, int size) : face_(std::make_unique<Face>()) {
-  if (FT_Init_FreeType(&face_->library) != 0 ||
-      FT_New_Face(face_->library, file.string().c_str(), 0, &face_->face) != 0 ||
-      FT_Set_Pixel_Sizes(face_->face, 0, static_cast<FT_UInt>(size)) != 0) {
-    throw Failure(file.string(), "is not a usable font");
-  }
+  constexpr const char* kUnusable = "is not a usable font";
+  face_->file = file;
+  face_->Check(FT_Init_FreeType(&face_->library), kUnusable);
+  const FT_Error error = FT_New_Face(face_->library, file.string().c_str(), 0, &face_->face);
+  face_->Check(error, error == FT_Err_Cannot_Open_Resource ? "cannot be opened" : kUnusable);
+  face_->Check(FT_Set_Pixel_Sizes(face_->face, 0, static_cast<FT_UInt>(size)), kUnusable);
 }
 
 Font::~Font() = default;
@@ -59,11 +73,7 @@ int Font::LineHeight() const {
 
 int Font::Width(std::string_view text) const {
   FT_Pos width = 0;
-  while (!text.empty()) {
-    if (FT_Load_Char(face_->face, TakeCodePoint(text), FT_LOAD_DEFAULT) == 0) {
-      width += face_->face->glyph->advance.x;
-    }
-  }
+  while (!text.empty()) width += face_->Load(text, FT_LOAD_DEFAULT)->advance.x;
   return RoundedUp(width);
 }
 
@@ -71,8 +81,7 @@ void Font::Draw(Picture& picture, int left, int top, std::string_view text, Colo
   const int baseline = top + RoundedUp(face_->face->size->metrics.ascender);
   FT_Pos pen = FT_Pos{left} * 64;
   while (!text.empty()) {
-    if (FT_Load_Char(face_->face, TakeCodePoint(text), FT_LOAD_RENDER) != 0) continue;
-    const FT_GlyphSlot glyph = face_->face->glyph;
+    const FT_GlyphSlot glyph = face_->Load(text, FT_LOAD_RENDER);
     DrawCoverage(picture, CoverageOf(glyph->bitmap),
                  static_cast<int>(pen >> 6) + glyph->bitmap_left, baseline - glyph->bitmap_top,
                  colour);

@@ -62,11 +62,19 @@ OutputFile::OutputFile(const fs::path& path) : name_(path), target_(path) {
   if (temporary_.empty()) {
     throw Failure(name_.string(), std::string("cannot write there: ") + std::strerror(errno));
   }
-  stream_.open(temporary_, std::ios::binary | std::ios::trunc);
+  errno = 0;
+  stream_.open(temporary_, std::ios::binary | std::ios::trunc | std::ios::in | std::ios::out);
+  if (stream_) return;
+  const std::string reason = std::strerror(errno != 0 ? errno : EIO);
+  Remove();
+  throw Failure(name_.string(), "cannot write there: " + reason);
 }
 
 OutputFile::~OutputFile() {
-  if (temporary_.empty()) return;
+  if (!temporary_.empty()) Remove();
+}
+
+void OutputFile::Remove() {
   stream_.close();
   std::error_code ignored;
   fs::remove(temporary_, ignored);

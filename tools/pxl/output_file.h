@@ -15,7 +15,7 @@ void RefuseInput(const std::filesystem::path& output, const std::filesystem::pat
 
 class OutputFile {
  public:
-  // Opens a temporary file in the folder of `path`. Throws Failure, named
+  // Opens a temporary file, to write and to read, in the folder of `path`. Throws Failure, named
   // after `path`, when that cannot be.
   explicit OutputFile(const std::filesystem::path& path);
   OutputFile(const OutputFile&) = delete;
@@ -23,15 +23,17 @@ class OutputFile {
   // Removes the temporary file unless it was committed.
   ~OutputFile();
 
-  std::ostream& stream() { return stream_; }
+  std::iostream& stream() { return stream_; }
   // Gives the file its name, in place of any file that has it. Throws Failure.
   void Commit();
 
  private:
+  void Remove();
+
   std::filesystem::path name_;    // as the user gave it
   std::filesystem::path target_;  // behind symbolic links
   std::filesystem::path temporary_;
-  std::ofstream stream_;
+  std::fstream stream_;
 };
 
 }  // namespace pxl

@@ -49,10 +49,20 @@ struct ColourTags {
 // Up to 256 colours: red, green, blue.
 using Palette = std::vector<std::array<std::uint8_t, 3>>;
 
+// Which channels a file holds. What it lacks is made up: grey becomes red, green
+// and blue, and a picture without alpha is opaque.
+struct ChannelSet {
+  bool grey = false;  // instead of red, green and blue
+  bool alpha = true;
+
+  bool operator==(const ChannelSet&) const = default;
+};
+
 struct PictureHeader {
   std::int64_t width = 0;  // pixels; what the file claims, however large
   std::int64_t height = 0;
   SampleType samples = SampleType::Integer8;
+  ChannelSet channels;
   std::string format;  // for people: "PNG, 16 bits a channel, RGB"
   ColourTags colour;
   Palette palette;  // when a picture is written: rows hold an index a pixel

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <system_error>
 
 #include "tools/pxl/exr_file.h"
@@ -48,6 +49,8 @@ InputPicture::InputPicture(const fs::path& path) try
     : stream_(OpenInput(path)), reader_(OpenReader(stream_)) {
 } catch (const Failure& failure) {
   throw Failure(path.string(), failure.what());
+} catch (const std::bad_alloc&) {
+  throw Failure(path.string(), "not enough memory");
 }
 
 void WritePictureFile(const fs::path& path, FileFormat format, const PictureHeader& header,
@@ -61,6 +64,8 @@ void WritePictureFile(const fs::path& path, FileFormat format, const PictureHead
     }
   } catch (const Failure& failure) {
     throw Failure(path.string(), failure.what());
+  } catch (const std::bad_alloc&) {
+    throw Failure(path.string(), "not enough memory");
   }
   file.Commit();
 }

@@ -6,6 +6,7 @@
 #include <istream>
 
 #include "tools/pxl/failure.h"
+#include "tools/pxl/reading.h"
 
 namespace pxl {
 namespace {
@@ -17,6 +18,7 @@ constexpr std::uint32_t kLargestSide = 0x7FFFFFFF;
 
 void ReadExactly(std::istream& stream, char* data, std::size_t count) {
   stream.read(data, static_cast<std::streamsize>(count));
+  RefuseBroken(stream);
   if (!stream) throw Failure("damaged PNG: the file ends too early");
 }
 

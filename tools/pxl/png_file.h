@@ -10,7 +10,7 @@
 namespace pxl {
 
 // Whether the stream, at its start, begins as a PNG file does. Leaves the
-// stream at its start.
+// stream at its start. Throws Failure if it cannot be read.
 bool IsPng(std::istream& stream);
 
 // Reads the header. Every colour type, depth and interlacing is accepted: less

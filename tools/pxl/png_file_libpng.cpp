@@ -8,6 +8,7 @@
 #include <bit>
 #include <cerrno>
 #include <csetjmp>
+#include <cstdlib>
 #include <cstring>
 #include <istream>
 #include <ostream>
@@ -16,6 +17,7 @@
 #include "tools/pxl/failure.h"
 #include "tools/pxl/png_colour_chunks.h"
 #include "tools/pxl/png_file.h"
+#include "tools/pxl/reading.h"
 
 namespace pxl {
 namespace {
@@ -27,10 +29,12 @@ constexpr std::array<png_byte, 20> kColourChunks = {'g', 'A', 'M', 'A', 0, 'c', 
                                                     's', 'R', 'G', 'B', 0, 'i', 'C', 'C', 'P', 0};
 constexpr int kColourChunkCount = 4;
 
-// What libpng said last.
+// What libpng said last, and what it does not say.
 struct Messages {
   std::array<char, 200> error{};
   std::array<char, 200> warning{};
+  bool outOfMemory = false;
+  bool unreadable = false;  // the system failed to read, and gave the error
 
   static void Keep(std::array<char, 200>& place, const char* text) {
     std::strncpy(place.data(), text, place.size() - 1);
@@ -46,10 +50,25 @@ void OnWarning(png_structp png, png_const_charp text) {
   Messages::Keep(static_cast<Messages*>(png_get_error_ptr(png))->warning, text);
 }
 
+// libpng tells lack of memory from damage in its words alone.
+void* Allocate(png_structp png, std::size_t size) {
+  void* const block = std::malloc(size);
+  if (block == nullptr) static_cast<Messages*>(png_get_mem_ptr(png))->outOfMemory = true;
+  return block;
+}
+
+void Free(png_structp /*png*/, void* block) {
+  std::free(block);
+}
+
 void ReadBytes(png_structp png, png_bytep data, std::size_t count) {
   auto& stream = *static_cast<std::istream*>(png_get_io_ptr(png));
+  errno = 0;
   stream.read(reinterpret_cast<char*>(data), static_cast<std::streamsize>(count));
-  if (!stream) png_error(png, "the file ends too early");
+  if (stream) return;
+  if (!stream.bad()) png_error(png, "the file ends too early");
+  static_cast<Messages*>(png_get_error_ptr(png))->unreadable = true;
+  png_error(png, std::strerror(errno != 0 ? errno : EIO));
 }
 
 void WriteBytes(png_structp png, png_bytep data, std::size_t count) {
@@ -73,14 +92,18 @@ std::string ReasonIn(const Messages& messages) {
 template <typename Work>
 void Guarded(png_structp png, const char* what, const Messages& messages, const Work& work) {
   // NOLINTNEXTLINE(cert-err52-cpp): there is no other way with libpng
-  if (setjmp(png_jmpbuf(png)) != 0) throw Failure(std::string(what) + ": " + ReasonIn(messages));
+  if (setjmp(png_jmpbuf(png)) != 0) {
+    if (messages.outOfMemory) throw Failure("not enough memory");
+    throw Failure((messages.unreadable ? "cannot read" : what) + (": " + ReasonIn(messages)));
+  }
   work();
 }
 
 class PngReader : public PictureReader {
  public:
   explicit PngReader(std::istream& stream) {
-    png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &messages_, OnError, OnWarning);
+    png_ = png_create_read_struct_2(PNG_LIBPNG_VER_STRING, &messages_, OnError, OnWarning,
+                                    &messages_, Allocate, Free);
     if (png_ != nullptr) info_ = png_create_info_struct(png_);
     if (info_ == nullptr) {
       png_destroy_read_struct(&png_, nullptr, nullptr);
@@ -129,10 +152,13 @@ class PngReader : public PictureReader {
     header_.samples = bits == 16 ? SampleType::Integer16 : SampleType::Integer8;
     header_.format =
         "PNG, " + std::to_string(bits) + " bits a channel, " + NameOfPngColourType(type);
-    TakeColourChunks((type & PNG_COLOR_MASK_COLOR) == 0);
+    header_.channels.grey = (type & PNG_COLOR_MASK_COLOR) == 0;
+    header_.channels.alpha =
+        (type & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
+    TakeColourChunks();
   }
 
-  void TakeColourChunks(bool grey) {
+  void TakeColourChunks() {
     png_unknown_chunkp chunks = nullptr;
     const int count = png_get_unknown_chunks(png_, info_, &chunks);
     for (int i = 0; i < count; ++i) {
@@ -140,7 +166,8 @@ class PngReader : public PictureReader {
       if (chunks[i].size > 0) chunk.data.assign(chunks[i].data, chunks[i].data + chunks[i].size);
       KeepColourChunk(header_.colour, std::move(chunk));
     }
-    header_.colour.greyProfile = grey && FindChunk(header_.colour, "iCCP") != nullptr;
+    header_.colour.greyProfile =
+        header_.channels.grey && FindChunk(header_.colour, "iCCP") != nullptr;
   }
 
   void AskForArgb() {
@@ -166,7 +193,8 @@ class PngReader : public PictureReader {
 class PngWriter {
  public:
   explicit PngWriter(std::ostream& stream) {
-    png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, &messages_, OnError, OnWarning);
+    png_ = png_create_write_struct_2(PNG_LIBPNG_VER_STRING, &messages_, OnError, OnWarning,
+                                     &messages_, Allocate, Free);
     if (png_ != nullptr) info_ = png_create_info_struct(png_);
     if (info_ == nullptr) {
       png_destroy_write_struct(&png_, nullptr);
@@ -225,8 +253,7 @@ class PngWriter {
 bool IsPng(std::istream& stream) {
   std::array<png_byte, 8> start{};
   stream.read(reinterpret_cast<char*>(start.data()), start.size());
-  stream.clear();
-  stream.seekg(0);
+  ReturnToStart(stream);
   return png_sig_cmp(start.data(), 0, start.size()) == 0;
 }
 

@@ -17,6 +17,7 @@
 #include "tools/pxl/png_chunks.h"
 #include "tools/pxl/png_colour_chunks.h"
 #include "tools/pxl/png_file.h"
+#include "tools/pxl/reading.h"
 
 namespace pxl {
 namespace {
@@ -48,10 +49,13 @@ class PngReader : public PictureReader {
     header_.samples = start.bits == 16 ? SampleType::Integer16 : SampleType::Integer8;
     header_.format = "PNG, " + std::to_string(start.bits) + " bits a channel, " +
                      NameOfPngColourType(start.colourType);
-    TakeColourChunks();
     constexpr int kHasColours = 2;
-    const bool grey = (start.colourType & kHasColours) == 0;
-    header_.colour.greyProfile = grey && FindChunk(header_.colour, "iCCP") != nullptr;
+    constexpr int kHasAlpha = 4;
+    header_.channels.grey = (start.colourType & kHasColours) == 0;
+    header_.channels.alpha = (start.colourType & kHasAlpha) != 0;
+    TakeColourChunks();
+    header_.colour.greyProfile =
+        header_.channels.grey && FindChunk(header_.colour, "iCCP") != nullptr;
   }
 
   const PictureHeader& header() const override { return header_; }
@@ -69,6 +73,7 @@ class PngReader : public PictureReader {
   void TakeColourChunks() {
     for (PngChunk chunk = ReadChunk(stream_); chunk.name != "IDAT"; chunk = ReadChunk(stream_)) {
       if (chunk.name == "IEND") throw Failure("damaged PNG: no image data");
+      if (chunk.name == "tRNS") header_.channels.alpha = true;
       KeepColourChunk(header_.colour, std::move(chunk));
     }
   }
@@ -149,8 +154,7 @@ std::string WithColourChunks(std::string file, const ColourTags& colour) {
 bool IsPng(std::istream& stream) {
   std::array<char, 8> start{};
   stream.read(start.data(), start.size());
-  stream.clear();
-  stream.seekg(0);
+  ReturnToStart(stream);
   return start == kPngSignature;
 }
 

@@ -10,9 +10,14 @@
 
 namespace pxl {
 
-const char* const kCommonHelp =
-    "Exit codes: 0 success, 1 failure, 2 a command line that cannot be meant.\n"
-    "Failures are told in one line on standard error.\n\n"
+namespace {
+
+constexpr const char* kExitCodes =
+    "Exit codes: 0 success, 1 failure, 2 a command line that cannot be meant;\n"
+    "'pxl diff' has its own.";
+
+constexpr const char* kFailuresAndEnvironment =
+    "\nFailures are told in one line on standard error.\n\n"
     "Environment:\n"
     "  VETRIX_SETTINGS=FILE  debug settings of the module (see 'pxl info')\n"
     "  PXL_FONT=FILE         font of the labels on sheets\n"
@@ -20,7 +25,9 @@ const char* const kCommonHelp =
     "  PXL_MEMORY_BUDGET=N   allow N bytes of handles and pool memory\n"
     "  PXL_FILL=HEX          fill new Worlds with this 32-bit pattern";
 
-namespace {
+constexpr const char* kDiffExitCodes =
+    "Exit codes, of this verb alone: 0 the same, 1 different, 2 not compared, since a\n"
+    "file could not be read or written or the command line cannot be meant.";
 
 constexpr const char* kConvertFooter =
     "A picture becomes a World of its own depth (PNG with up to 8 bits a channel:\n"
@@ -65,6 +72,22 @@ constexpr const char* kModesFooter =
     "whose colours are shown.\n\n"
     "Example: pxl modes title.png photo.png -o modes.png";
 
+constexpr const char* kDiffFooter =
+    "Different are pictures of other sizes, of other depths (the 32, 64 or 128 bits of\n"
+    "the Worlds they become) and of other channels (a palette is RGB), and those with a\n"
+    "sample that differs by more than the tolerance. Colour tags are not compared.\n\n"
+    "The tolerance is in steps of the files' samples: 1/255 of full scale with up to 8\n"
+    "bits a channel, 1/65535 with 16. For floats it is in ULPs: how many floats lie\n"
+    "between. Floats are compared by value, not by bits: -0 equals 0, and a NaN equals\n"
+    "any NaN. A NaN against a number, and an infinity against anything but itself, is\n"
+    "different at every tolerance.\n\n"
+    "Tells how many pixels and samples differ, the first of them (rows from the top,\n"
+    "then red, green, blue, alpha) and the largest difference, also in steps of 8 bits\n"
+    "and of 16 bits as Worlds have them (full scale 32768).\n"
+    "The picture of --output shows the size of each difference on black, enlarged until\n"
+    "all can be seen; differences of alpha show in grey.\n\n"
+    "Example: pxl diff before.png after.png --tolerance 1 -o difference.png";
+
 constexpr const char* kSheetFooter =
     "Shows the picture as read, at 32, 64 and 128 bits and in 256 colours, nearest and\n"
     "dithered, and under each the size of its difference to the picture as read, times\n"
@@ -105,6 +128,15 @@ CLI::Validator OneOf(const std::vector<std::string>& depths) {
   return {check, CLI::detail::join(depths, "|")};
 }
 
+// The library would take -1 for the largest number there is.
+CLI::Validator WholeNumber() {
+  const auto check = [](const std::string& text) -> std::string {
+    if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) return "";
+    return text + " is no whole number";
+  };
+  return {check, ""};
+}
+
 // Path is that or optional. The library would make one of the text itself, in
 // what the system takes to be its encoding.
 template <typename Path>
@@ -128,10 +160,10 @@ CLI::Option* AddBacking(CLI::App& verb, ConvertOptions& options, const std::stri
   return verb.add_flag_function(name, choose, description);
 }
 
-Action AddConvert(CLI::App& app) {
+Verb AddConvert(CLI::App& app) {
   auto options = std::make_shared<ConvertOptions>();
   CLI::App* verb = app.add_subcommand("convert", "Convert pictures to another depth");
-  verb->footer(std::string(kConvertFooter) + "\n\n" + kCommonHelp);
+  verb->footer(std::string(kConvertFooter) + "\n\n" + CommonHelp());
   AddPaths(*verb, "IN", options->inputs, "PNG or OpenEXR pictures")->required()->type_name("");
   AddPath(*verb, "-o,--output", options->output,
           "Output file (.png or .exr), or a folder that exists")
@@ -155,10 +187,10 @@ Action AddConvert(CLI::App& app) {
       ->excludes(mapped);
   verb->add_flag("--dither", options->dither, "Dither on the way to 8 bits");
   verb->add_flag("--verbose", options->verbose, "Tell the memory of each World");
-  return [options] { return Convert(*options); };
+  return {[options] { return Convert(*options); }, kExitFailure};
 }
 
-Action AddInfo(CLI::App& app) {
+Verb AddInfo(CLI::App& app) {
   auto options = std::make_shared<InfoOptions>();
   CLI::App* verb = app.add_subcommand(
       "info", "Show versions and settings, and the geometry of a picture's World");
@@ -168,34 +200,52 @@ Action AddInfo(CLI::App& app) {
       ->check(OneOf({"8", "32", "64", "128"}))
       ->needs("FILE");
   verb->add_flag("--json", options->json, "Print JSON");
-  return [options] { return Info(*options); };
+  return {[options] { return Info(*options); }, kExitFailure};
 }
 
-Action AddMessages(CLI::App& app) {
+Verb AddMessages(CLI::App& app) {
   auto options = std::make_shared<MessagesOptions>();
   CLI::App* verb = app.add_subcommand("messages", "List the module's texts as users see them");
   verb->add_flag("--json", options->json, "Print JSON");
-  return [options] { return Messages(*options); };
+  return {[options] { return Messages(*options); }, kExitFailure};
 }
 
-Action AddDemo(CLI::App& app) {
+Verb AddDemo(CLI::App& app) {
   auto options = std::make_shared<DemoOptions>();
   CLI::App* verb = app.add_subcommand("demo", "Take pictures through every depth");
-  verb->footer(std::string(kDemoFooter) + "\n\n" + kCommonHelp);
+  verb->footer(std::string(kDemoFooter) + "\n\n" + CommonHelp());
   AddPaths(*verb, "PICTURE", options->pictures, "PNG or OpenEXR pictures")
       ->required()
       ->type_name("");
   AddPath(*verb, "-o,--output", options->folder, "Folder for the results; made if need be")
       ->required()
       ->type_name("FOLDER");
-  return [options] { return Demo(*options); };
+  return {[options] { return Demo(*options); }, kExitFailure};
 }
 
-Action AddSoak(CLI::App& app) {
+Verb AddDiff(CLI::App& app) {
+  auto options = std::make_shared<DiffOptions>();
+  CLI::App* verb = app.add_subcommand("diff", "Compare two pictures sample by sample");
+  verb->footer(std::string(kDiffFooter) + "\n\n" + kDiffExitCodes + kFailuresAndEnvironment);
+  AddPath(*verb, "A", options->first, "PNG or OpenEXR picture")->required()->type_name("");
+  AddPath(*verb, "B", options->second, "PNG or OpenEXR picture")->required()->type_name("");
+  verb->add_option("--tolerance", options->tolerance,
+                   "Steps that a sample may differ by; 0 if none")
+      ->check(WholeNumber())
+      ->type_name("N");
+  verb->add_flag("--any-channels", options->anyChannels,
+                 "Take grey as RGB, and what has no alpha as opaque");
+  AddPath(*verb, "-o,--output", options->output, "Picture of the differences, a PNG file")
+      ->type_name("FILE");
+  verb->add_flag("--json", options->json, "Print JSON");
+  return {[options] { return Diff(*options); }, kExitNotCompared};
+}
+
+Verb AddSoak(CLI::App& app) {
   auto options = std::make_shared<SoakOptions>();
   CLI::App* verb =
       app.add_subcommand("soak", "Make, draw and dispose of Worlds at random for a while");
-  verb->footer(std::string(kSoakFooter) + "\n\n" + kCommonHelp);
+  verb->footer(std::string(kSoakFooter) + "\n\n" + CommonHelp());
   verb->add_option("--minutes", options->minutes, "How long; parts of a minute will do")
       ->required()
       ->type_name("M");
@@ -203,18 +253,20 @@ Action AddSoak(CLI::App& app) {
       ->transform(CLI::AsSizeValue(false))
       ->type_name("SIZE");
   AddPath(*verb, "--plot", options->plot, "Draw K's memory over time (.svg)")->type_name("FILE");
-  verb->add_option("--seed", options->seed, "Repeat the calls of an earlier run")->type_name("N");
-  return [options] { return RunSoak(*options); };
+  verb->add_option("--seed", options->seed, "Repeat the calls of an earlier run")
+      ->check(WholeNumber())
+      ->type_name("N");
+  return {[options] { return RunSoak(*options); }, kExitFailure};
 }
 
 void AddSheetOutput(CLI::App& verb, std::filesystem::path& output) {
   AddPath(verb, "-o,--output", output, "The sheet, a PNG file")->required()->type_name("FILE");
 }
 
-Action AddModes(CLI::App& app) {
+Verb AddModes(CLI::App& app) {
   auto options = std::make_shared<ModesOptions>();
   CLI::App* verb = app.add_subcommand("modes", "Show all transfer modes of two pictures");
-  verb->footer(std::string(kModesFooter) + "\n\n" + kCommonHelp);
+  verb->footer(std::string(kModesFooter) + "\n\n" + CommonHelp());
   AddPath(*verb, "A", options->source, "PNG or OpenEXR picture, the source")
       ->required()
       ->type_name("");
@@ -222,36 +274,37 @@ Action AddModes(CLI::App& app) {
       ->required()
       ->type_name("");
   AddSheetOutput(*verb, options->output);
-  return [options] { return Modes(*options); };
+  return {[options] { return Modes(*options); }, kExitFailure};
 }
 
-Action AddSheet(CLI::App& app) {
+Verb AddSheet(CLI::App& app) {
   auto options = std::make_shared<SheetOptions>();
   CLI::App* verb = app.add_subcommand("sheet", "Show what each depth changes in a picture");
-  verb->footer(std::string(kSheetFooter) + "\n\n" + kCommonHelp);
+  verb->footer(std::string(kSheetFooter) + "\n\n" + CommonHelp());
   AddPath(*verb, "IN", options->picture, "PNG or OpenEXR picture")->required()->type_name("");
   AddSheetOutput(*verb, options->output);
-  return [options] { return Sheet(*options); };
+  return {[options] { return Sheet(*options); }, kExitFailure};
 }
 
-Action AddSelftest(CLI::App& app) {
+Verb AddSelftest(CLI::App& app) {
   auto options = std::make_shared<SelftestOptions>();
   CLI::App* verb = app.add_subcommand("selftest", "Prove the module's routines on this processor");
-  verb->footer(std::string(kSelftestFooter) + "\n\n" + kCommonHelp);
+  verb->footer(std::string(kSelftestFooter) + "\n\n" + CommonHelp());
   verb->add_flag("--quick", options->quick, "Leave out the conversion of all floats");
-  return [options] { return Selftest(*options); };
+  return {[options] { return Selftest(*options); }, kExitFailure};
 }
 
 // It tells what is wrong with the translation, and so puts it to use itself.
-Action AddDoctor(CLI::App& app, const LanguageFile& language) {
+Verb AddDoctor(CLI::App& app, const LanguageFile& language) {
   auto options = std::make_shared<DoctorOptions>();
   CLI::App* verb = app.add_subcommand("doctor", "Examine what PXL needs on this machine");
-  verb->footer(std::string(kDoctorFooter) + "\n\n" + kCommonHelp);
+  verb->footer(std::string(kDoctorFooter) + "\n\n" + CommonHelp());
   verb->add_flag("--json", options->json, "Print JSON");
-  return [options, language] {
+  const auto run = [options, language] {
     options->language = *language;
     return Doctor(*options);
   };
+  return {run, kExitFailure};
 }
 
 Action InLanguage(const LanguageFile& file, const Action& action) {
@@ -263,13 +316,17 @@ Action InLanguage(const LanguageFile& file, const Action& action) {
 
 }  // namespace
 
-std::vector<Action> AddVerbs(CLI::App& app, const LanguageFile& language) {
-  std::vector<Action> actions = {AddConvert(app), AddInfo(app),    AddMessages(app),
-                                 AddDemo(app),    AddModes(app),   AddSheet(app),
-                                 AddSoak(app),    AddSelftest(app)};
-  for (Action& action : actions) action = InLanguage(language, action);
-  actions.push_back(AddDoctor(app, language));
-  return actions;
+std::string CommonHelp() {
+  return std::string(kExitCodes) + kFailuresAndEnvironment;
+}
+
+std::vector<Verb> AddVerbs(CLI::App& app, const LanguageFile& language) {
+  std::vector<Verb> verbs = {AddConvert(app), AddInfo(app), AddMessages(app),
+                             AddDemo(app),    AddDiff(app), AddModes(app),
+                             AddSheet(app),   AddSoak(app), AddSelftest(app)};
+  for (Verb& verb : verbs) verb.action = InLanguage(language, verb.action);
+  verbs.push_back(AddDoctor(app, language));
+  return verbs;
 }
 
 }  // namespace pxl

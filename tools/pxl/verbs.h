@@ -14,15 +14,20 @@ namespace pxl {
 // Runs a verb and gives the exit code.
 using Action = std::function<int()>;
 
+// What a verb does once the command line is parsed.
+struct Verb {
+  Action action;
+  int failureCode;  // the exit code when that throws Failure
+};
+
 // The translation that the command line names, once it is parsed.
 using LanguageFile = std::shared_ptr<const std::optional<std::string>>;
 
-// What the help of the program and of every verb ends with.
-extern const char* const kCommonHelp;
+// What the help of the program and of most verbs ends with.
+std::string CommonHelp();
 
-// Adds all verbs. Gives what each does once the command line is parsed, in the
-// order in which CLI11 keeps them.
-std::vector<Action> AddVerbs(CLI::App& app, const LanguageFile& language);
+// Adds all verbs, in the order in which CLI11 keeps them.
+std::vector<Verb> AddVerbs(CLI::App& app, const LanguageFile& language);
 
 }  // namespace pxl
 
