@@ -12,7 +12,8 @@ namespace pxl {
 std::vector<std::string> CommandLine(int count, const char* const* arguments);
 
 // Makes the standard streams and a terminal behind them take UTF-8, lines that
-// end in one character, and the sequences that move the cursor.
+// end in one character, and the sequences that move the cursor; and files that
+// may grow no further fail.
 void PrepareOutput();
 
 }  // namespace pxl

@@ -1,3 +1,5 @@
+#include <csignal>
+
 #include "tools/pxl/command_line.h"
 
 namespace pxl {
@@ -6,8 +8,10 @@ std::vector<std::string> CommandLine(int count, const char* const* arguments) {
   return {arguments, arguments + count};
 }
 
-// They do.
+// The streams do. A file that outgrows the limit for files is an error to tell,
+// where the signal would end the program over a half-written one.
 void PrepareOutput() {
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 }  // namespace pxl

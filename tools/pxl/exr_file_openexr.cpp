@@ -337,7 +337,7 @@ void RefuseIncomplete(const OutputStream& output, std::istream& stream) {
   stream.seekg(0);
   InputStream input(stream);
   if (!output.PlacesKnown() || !Imf::InputFile(input).isComplete()) {
-    throw Failure("rows are missing in what was written");
+    throw Failure("rows are missing in the file; there may be too little memory");
   }
 }
 

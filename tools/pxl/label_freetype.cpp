@@ -59,8 +59,7 @@ Font::Font(const fs::path& file, int size) : face_(std::make_unique<Face>()) {
   constexpr const char* kUnusable = "is not a usable font";
   face_->file = file;
   face_->Check(FT_Init_FreeType(&face_->library), kUnusable);
-  const FT_Error error = FT_New_Face(face_->library, file.string().c_str(), 0, &face_->face);
-  face_->Check(error, error == FT_Err_Cannot_Open_Resource ? "cannot be opened" : kUnusable);
+  face_->Check(FT_New_Face(face_->library, file.string().c_str(), 0, &face_->face), kUnusable);
   face_->Check(FT_Set_Pixel_Sizes(face_->face, 0, static_cast<FT_UInt>(size)), kUnusable);
 }
 

@@ -16,19 +16,40 @@ namespace {
 // A comparison that never began must not end as one that found a difference.
 int failureCode = pxl::kExitUsage;
 
-std::terminate_handler otherEnd = nullptr;
+[[noreturn]] void End();
 
-// Where memory runs out in a destructor there is no way on but the end. Nothing
-// here may need memory.
-[[noreturn]] void EndWithoutMemory() {
+// In force before objects of the libraries in use are made, which takes memory
+// as well.
+struct EndInForce {
+  EndInForce() : other(std::set_terminate(End)) {}
+  std::terminate_handler other;
+};
+[[gnu::init_priority(101)]] const EndInForce endInForce;
+
+// Whether that is why the program cannot go on: memory ran out in a destructor,
+// or there was not even enough to throw.
+bool MemoryRanOut() {
+  if (std::current_exception() == nullptr) {
+    constexpr std::size_t kSome = 65536;
+    void* const probe = std::malloc(kSome);
+    std::free(probe);
+    return probe == nullptr;
+  }
   try {
-    if (std::current_exception() != nullptr) throw;
+    throw;
   } catch (const std::bad_alloc&) {
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+[[noreturn]] void End() {
+  if (MemoryRanOut()) {
     std::fputs("pxl: not enough memory\n", stderr);
     std::_Exit(failureCode);
-  } catch (...) {
   }
-  otherEnd();
+  endInForce.other();
   std::abort();
 }
 
@@ -46,7 +67,6 @@ int Run(int count, const char* const* arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  otherEnd = std::set_terminate(EndWithoutMemory);
   try {
     return Run(count, arguments);
   } catch (const pxl::UsageError& error) {

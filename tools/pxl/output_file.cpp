@@ -58,26 +58,22 @@ OutputFile::OutputFile(const fs::path& path) : name_(path), target_(path) {
   std::error_code error;
   // A link keeps being one; the file it leads to is replaced.
   if (fs::is_symlink(path, error)) target_ = fs::weakly_canonical(path, error);
-  temporary_ = CreateTemporary(target_);
-  if (temporary_.empty()) {
+  temporary_.path = CreateTemporary(target_);
+  if (temporary_.path.empty()) {
     throw Failure(name_.string(), std::string("cannot write there: ") + std::strerror(errno));
   }
   errno = 0;
-  stream_.open(temporary_, std::ios::binary | std::ios::trunc | std::ios::in | std::ios::out);
-  if (stream_) return;
-  const std::string reason = std::strerror(errno != 0 ? errno : EIO);
-  Remove();
-  throw Failure(name_.string(), "cannot write there: " + reason);
+  stream_.open(temporary_.path, std::ios::binary | std::ios::trunc | std::ios::in | std::ios::out);
+  if (!stream_) {
+    throw Failure(name_.string(),
+                  std::string("cannot write there: ") + std::strerror(errno != 0 ? errno : EIO));
+  }
 }
 
-OutputFile::~OutputFile() {
-  if (!temporary_.empty()) Remove();
-}
-
-void OutputFile::Remove() {
-  stream_.close();
+OutputFile::Temporary::~Temporary() {
+  if (path.empty()) return;
   std::error_code ignored;
-  fs::remove(temporary_, ignored);
+  fs::remove(path, ignored);
 }
 
 void OutputFile::Commit() {
@@ -88,9 +84,9 @@ void OutputFile::Commit() {
                   std::string("cannot write: ") + std::strerror(errno != 0 ? errno : EIO));
   }
   std::error_code error;
-  fs::rename(temporary_, target_, error);
+  fs::rename(temporary_.path, target_, error);
   if (error) throw Failure(name_.string(), "cannot write: " + error.message());
-  temporary_.clear();
+  temporary_.path.clear();
 }
 
 }  // namespace pxl

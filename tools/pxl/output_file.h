@@ -20,19 +20,24 @@ class OutputFile {
   explicit OutputFile(const std::filesystem::path& path);
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
-  // Removes the temporary file unless it was committed.
-  ~OutputFile();
 
   std::iostream& stream() { return stream_; }
   // Gives the file its name, in place of any file that has it. Throws Failure.
   void Commit();
 
  private:
-  void Remove();
+  // Removes the file of that name, if there is one, whatever else fails.
+  struct Temporary {
+    Temporary() = default;
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+    ~Temporary();
+    std::filesystem::path path;
+  };
 
   std::filesystem::path name_;    // as the user gave it
   std::filesystem::path target_;  // behind symbolic links
-  std::filesystem::path temporary_;
+  Temporary temporary_;           // until it is committed
   std::fstream stream_;
 };
 
