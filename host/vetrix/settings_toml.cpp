@@ -1,6 +1,5 @@
 #include "settings_toml.h"
 
-#define TOML_EXCEPTIONS 0
 #include <toml++/toml.h>
 
 #include <cstdio>
@@ -20,16 +19,9 @@ void Complain(const std::string& name, toml::source_position where, const std::s
                static_cast<unsigned>(where.line), what.c_str());
 }
 
-}  // namespace
-
-std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::string& name) {
-  const toml::parse_result parsed = toml::parse(toml, name);
-  if (!parsed) {
-    Complain(name, parsed.error().source().begin, std::string(parsed.error().description()));
-    return std::nullopt;
-  }
+SettingTexts TextsOf(const toml::table& table, const std::string& name) {
   SettingTexts texts;
-  for (const auto& [key, value] : parsed.table()) {
+  for (const auto& [key, value] : table) {
     if (auto text = TextOf(value)) {
       texts.emplace(key.str(), *std::move(text));
     } else {
@@ -38,6 +30,19 @@ std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::st
     }
   }
   return texts;
+}
+
+}  // namespace
+
+// The parser is built with exceptions, and is not told the name: either way the
+// want of memory would end the program.
+std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::string& name) {
+  try {
+    return TextsOf(toml::parse(toml), name);
+  } catch (const toml::parse_error& error) {
+    Complain(name, error.source().begin, std::string(error.description()));
+    return std::nullopt;
+  }
 }
 
 }  // namespace vetrix

@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <fstream>
 
-#include "TRC_host.h"
 #include "tests/host/vetrix/open_files.h"
 #include "tests/shortage/scarce_memory.h"
 #include "tests/shortage/stage.h"
@@ -22,6 +21,10 @@ struct Making {
   std::int32_t depth;
   std::uint32_t flags;
 };
+
+std::ostream& operator<<(std::ostream& stream, const Making& making) {
+  return stream << making.name;
+}
 
 // What the process of one point ends with.
 enum Ending { RAN_OUT, RAN_OUT_AS_AN_EXCEPTION, NOTHING_FAILED, WRONG };

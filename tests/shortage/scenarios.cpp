@@ -1,6 +1,11 @@
 // The calls of the module, each with what it promises when memory is short.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <initializer_list>
 
+#include "TRC_host.h"
 #include "tests/shortage/stage.h"
 
 namespace {
@@ -325,6 +330,39 @@ void AddReports(std::vector<Scenario>& all) {
       }}.Giving(2));
 }
 
+// ---- Logging
+
+// Standard error goes nowhere while it takes the log.
+int standardError = -1;
+
+void LogEverything(Stage& stage) {
+  stage.worldH = Make(64, LARGE, FRAME);
+  std::fflush(stderr);
+  standardError = dup(STDERR_FILENO);
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  dup2(nowhere, STDERR_FILENO);
+  close(nowhere);
+  TRC_SetLevel(0);
+}
+
+void LogProblems(const Stage&, std::int32_t) {
+  TRC_SetLevel(TRC_Level_PROBLEM);
+  std::fflush(stderr);
+  dup2(standardError, STDERR_FILENO);
+  close(standardError);
+}
+
+void AddLogged(std::vector<Scenario>& all) {
+  const Run report = Report(4, 100, 100);
+  all.push_back({"LoggedReport", LogEverything, report, {}, Reports::Always, LogProblems});
+  all.push_back({"LoggedUpdate",
+                 LogEverything,
+                 [](Stage& stage) { return PXL_UpdateWorld(0, &LARGER, 0, nullptr, stage.worldH); },
+                 {4},
+                 Reports::EachFailure,
+                 LogProblems});
+}
+
 // ---- Pixels
 
 // What the drawing layer cannot draw it leaves undrawn; the call gives 0 anyway.
@@ -371,6 +409,7 @@ std::vector<Scenario> AllScenarios() {
   AddUpdates(all);
   AddFrames(all);
   AddReports(all);
+  AddLogged(all);
   AddBlits(all);
   AddPixels(all);
   return all;
