@@ -6,7 +6,7 @@
 
 // To be called in a catch block. K reports a standard exception and gives its
 // code; a thrown long is a code itself; anything else counts as lack of
-// memory.
+// memory, a report that fails included.
 [[nodiscard]] std::int32_t PXLp_CaughtCode();
 
 #endif

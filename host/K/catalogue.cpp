@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <set>
 #include <string>
@@ -24,6 +25,8 @@ MadeTexts& TheTexts() {
   static auto* const texts = new MadeTexts;
   return *texts;
 }
+// Made while the library is loaded: there may be no memory for it later.
+[[maybe_unused]] const MadeTexts& kLoadedTexts = TheTexts();
 
 K_LStrEntry* FindEntry(const K_LStrCatalogue* catalogue, std::int32_t index) {
   if (catalogue == nullptr || catalogue->entries == nullptr || index < 0) return nullptr;
@@ -70,5 +73,11 @@ const char* K_ZLookupLStrCache(const K_LStrCatalogue* catalogue, std::int32_t in
   if (entry == nullptr) return "";
   const std::uintptr_t generation = k::Translations::Instance().Generation();
   const char* cached = CachedText(*entry, generation);
-  return cached != nullptr ? cached : KeepText(*entry, generation, MakeText(entry->key));
+  if (cached != nullptr) return cached;
+  try {
+    return KeepText(*entry, generation, MakeText(entry->key));
+  } catch (const std::bad_alloc&) {
+    // As it stands, which later lookups may better.
+    return k::TextAfterKey(entry->key).data();
+  }
 }

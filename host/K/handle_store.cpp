@@ -20,6 +20,9 @@ std::uint64_t HeapSize(std::uint64_t size) {
   return std::max<std::uint64_t>(size, 1);
 }
 
+// Made while the library is loaded: there may be no memory for it later.
+[[maybe_unused]] const HandleStore& kLoadedStore = HandleStore::Instance();
+
 using HeapCall = void* (*)(std::uint64_t size);
 
 // Not inline, or compilers make one calloc of this and of clearing.

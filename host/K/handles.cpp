@@ -46,9 +46,12 @@ Handle NewClearAfterFreeing(std::uint64_t size) {
 }
 
 void ReportShortage(std::uint32_t code, const char* what, std::uint64_t size) {
-  const std::string name = k::MacRomanToUTF8(what != nullptr ? what : "handle");
-  k::Report(code, K_ReportClass_ERROR, K_Err_NO_MEMORY,
-            "not enough memory for " + name + " (" + std::to_string(size) + " bytes)");
+  const auto text = [=] {
+    const std::string name = k::MacRomanToUTF8(what != nullptr ? what : "handle");
+    return "not enough memory for " + name + " (" + std::to_string(size) + " bytes)";
+  };
+  k::ReportMade(code, K_ReportClass_ERROR, K_Err_NO_MEMORY, text,
+                std::string_view("not enough memory for a handle"));
 }
 
 // Callers may lock a handle that they made themselves.
@@ -67,8 +70,9 @@ Handle K_AllocateHandleClear(std::uint32_t code, const char* what, std::uint64_t
 
 void K_FreeHandle(Handle handle) {
   if (handle == nullptr || Free(handle)) return;
-  k::Report(K_Code_HANDLE, K_ReportClass_ERROR, 0,
-            "a handle was freed that is not live: freed twice, or not made here");
+  k::ReportPlain(K_Code_HANDLE, K_ReportClass_ERROR, 0,
+                 std::string_view("a handle was freed that is not live: freed twice, or not made "
+                                  "here"));
 }
 
 void K_PurgeHandlesAndCompact() {

@@ -20,6 +20,9 @@ constexpr std::uint64_t kTooMuch = std::uint64_t{1} << 49;
 constexpr std::uint32_t kMargins = K_PoolCheck_GUARDS | K_PoolCheck_FENCES;
 constexpr std::uint32_t kAllChecks = kMargins | K_PoolCheck_FILL;
 
+// Made while the library is loaded: there may be no memory for it later.
+[[maybe_unused]] const Pool& kLoadedPool = Pool::Instance();
+
 std::uint64_t RoundUp(std::uint64_t size, std::uint64_t step) {
   return std::max((size + step - 1) / step, std::uint64_t{1}) * step;
 }

@@ -57,7 +57,7 @@ K_RecycledPtr::K_RecycledPtr(const k::BlockShape& blockShape)
 
 K_RecycledPtr::~K_RecycledPtr() {
   k::UnpoisonMemory(base, shape.capacity);
-  k::UnmapMemory(base - MarginSize(shape), MappedSize(shape));
+  k::UnmapMemory(base - MarginSize(shape), MappedSize(shape), base);
   k::ReleaseMemory(shape.capacity);
 }
 

@@ -30,8 +30,9 @@ void K_FreeRecycledPtr(void* base) {
     // It was unmapped instead of kept.
   }
   if (own) return;
-  k::Report(K_Code_ADDRESS, K_ReportClass_ERROR, 0,
-            "an address was freed that is no recycled pointer; it was left alone");
+  k::ReportPlain(
+      K_Code_ADDRESS, K_ReportClass_ERROR, 0,
+      std::string_view("an address was freed that is no recycled pointer; it was left alone"));
 }
 
 void K_GetPoolStatistics(K_PoolStatistics* statistics) {

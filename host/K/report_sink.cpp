@@ -1,6 +1,7 @@
 #include "report_sink.h"
 
 #include <algorithm>
+#include <array>
 #include <cinttypes>
 #include <cstdio>
 #include <mutex>
@@ -30,22 +31,48 @@ Output& TheOutput() {
   static auto* const output = new Output;
   return *output;
 }
+// Made while the library is loaded: there may be no memory for it later.
+[[maybe_unused]] const Output& kLoadedOutput = TheOutput();
 
 bool IsLineBreak(char c) {
   return c == '\n' || c == '\r';
 }
 
-}  // namespace
-
-void Report(std::uint32_t code, std::uint16_t cls, std::int32_t error, std::string text) {
-  std::ranges::replace_if(text, IsLineBreak, ' ');
-  TRC_Log(TRC_Level_DETAIL, "K", "report", text.c_str());
+// `text` ends in a zero.
+void Deliver(std::uint32_t code, std::uint16_t cls, std::int32_t error, char* text,
+             std::size_t length) {
+  std::replace_if(text, text + length, IsLineBreak, ' ');
+  TRC_Log(TRC_Level_DETAIL, "K", "report", text);
   const auto module = static_cast<std::uint16_t>(code >> 16);
   const auto site = static_cast<std::uint16_t>(code & 0xFFFF);
-  const K_Report report{code, module, site, cls, error, text.c_str()};
+  const K_Report report{code, module, site, cls, error, text};
   Output& output = TheOutput();
   const std::lock_guard lock(output.mutex);
   output.sink(&report, output.context);
+}
+
+template <class View>
+void DeliverPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error, View text) {
+  std::array<char, sizeof Kp_G_buffer> plain{};
+  const std::size_t length = std::min(text.size(), plain.size() - 1);
+  std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length), plain.begin(),
+                 [](auto c) { return c > 0 && c < 0x7F ? static_cast<char>(c) : '?'; });
+  Deliver(code, cls, error, plain.data(), length);
+}
+
+}  // namespace
+
+void Report(std::uint32_t code, std::uint16_t cls, std::int32_t error, std::string text) {
+  Deliver(code, cls, error, text.data(), text.size());
+}
+
+void ReportPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error, std::string_view text) {
+  DeliverPlain(code, cls, error, text);
+}
+
+void ReportPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error,
+                 std::u16string_view text) {
+  DeliverPlain(code, cls, error, text);
 }
 
 }  // namespace k

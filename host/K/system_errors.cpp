@@ -1,7 +1,8 @@
 #include "system_errors.h"
 
 #include <algorithm>
-#include <array>
+#include <cinttypes>
+#include <cstdio>
 
 namespace k {
 namespace {
@@ -30,9 +31,15 @@ constexpr std::array<Wording, 14> kWordings = {{
 
 }  // namespace
 
-std::string EnglishError(std::int32_t error) {
+std::array<char, 64> EnglishError(std::int32_t error) {
   const auto* found = std::ranges::find(kWordings, error, &Wording::error);
-  return found != kWordings.end() ? found->text : "error " + std::to_string(error);
+  std::array<char, 64> text{};
+  if (found != kWordings.end()) {
+    std::snprintf(text.data(), text.size(), "%s", found->text);
+  } else {
+    std::snprintf(text.data(), text.size(), "error %" PRId32, error);
+  }
+  return text;
 }
 
 }  // namespace k

@@ -2,14 +2,14 @@
 #ifndef K_SYSTEM_ERRORS_H
 #define K_SYSTEM_ERRORS_H
 
+#include <array>
 #include <cstdint>
-#include <string>
 
 namespace k {
 
 // A sentence for a known number of the drawing layer or of a module, else
-// "error N".
-std::string EnglishError(std::int32_t error);
+// "error N"; ends in a zero. Needs no memory, which may be the error.
+std::array<char, 64> EnglishError(std::int32_t error);
 
 }  // namespace k
 

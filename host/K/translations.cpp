@@ -7,6 +7,12 @@
 #include "zstring.h"
 
 namespace k {
+namespace {
+
+// Made while the library is loaded: there may be no memory for it later.
+[[maybe_unused]] const Translations& kLoadedTranslations = Translations::Instance();
+
+}  // namespace
 
 Translations& Translations::Instance() {
   // Never destroyed: texts may be looked up while the process ends.

@@ -22,6 +22,6 @@ std::int32_t K_CheckVersions(std::uint32_t reportCode, std::int32_t headerVersio
   char text[80];
   std::snprintf(text, sizeof text, "K is version %" PRId32 ", its caller expects %" PRId32,
                 kHeaderVersion, headerVersion);
-  k::Report(reportCode, kVersionClass, kVersionMismatch, text);
+  k::ReportPlain(reportCode, kVersionClass, kVersionMismatch, std::string_view(text));
   return kVersionMismatch;
 }

@@ -21,7 +21,7 @@ void* MapMemory(std::uint64_t size) {
 }
 
 // What was mapped at once goes at once; the size must not be given.
-void UnmapMemory(void* base, std::uint64_t) {
+void UnmapMemory(void* base, std::uint64_t, void*) {
   VirtualFree(base, 0, MEM_RELEASE);
 }
 

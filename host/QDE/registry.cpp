@@ -12,6 +12,8 @@ Addresses& All() {
   static auto* const addresses = new Addresses;
   return *addresses;
 }
+// Made while the library is loaded: there may be no memory for it later.
+[[maybe_unused]] const Addresses& kLoadedAddresses = All();
 
 }  // namespace
 

@@ -36,6 +36,8 @@ Output& TheOutput() {
   static auto* const output = new Output;
   return *output;
 }
+// Made while the library is loaded: there may be no memory for it later.
+[[maybe_unused]] const Output& kLoadedOutput = TheOutput();
 
 const char* OrEmpty(const char* text) {
   return text != nullptr ? text : "";

@@ -3,7 +3,10 @@
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
 
+#include <cinttypes>
+#include <cstdio>
 #include <memory>
+#include <new>
 
 namespace trc {
 namespace {
@@ -22,7 +25,12 @@ spdlog::logger& Logger() {
 
 void LogToStandardError(std::int32_t level, const char* category, const char* event,
                         const char* text, void*) {
-  Logger().info("{} {} {}: {}", level, category, event, text);
+  try {
+    Logger().info("{} {} {}: {}", level, category, event, text);
+  } catch (const std::bad_alloc&) {
+    // The line matters more than its form.
+    std::fprintf(stderr, "%" PRId32 " %s %s: %s\n", level, category, event, text);
+  }
 }
 
 }  // namespace trc

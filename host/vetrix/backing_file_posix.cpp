@@ -1,12 +1,14 @@
 #include "backing_file_posix.h"
 
 #include <fcntl.h>
-#include <sys/resource.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <cerrno>
+#include <cstring>
 #include <limits>
 #include <system_error>
+
+#include "system_calls_posix.h"
 
 namespace vetrix {
 namespace {
@@ -18,28 +20,52 @@ namespace {
 std::uint64_t LargestFile() {
   rlimit limit{};
   const bool limited =
-      getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != rlim_t{RLIM_INFINITY};
+      system::GetFileSizeLimit(&limit) == 0 && limit.rlim_cur != rlim_t{RLIM_INFINITY};
   constexpr std::uint64_t kLargestOffset = std::numeric_limits<off_t>::max();
   return limited && limit.rlim_cur < kLargestOffset ? limit.rlim_cur : kLargestOffset;
+}
+
+// Some volumes let a signal into these calls.
+template <class Call>
+int Uninterrupted(Call call) {
+  int result = 0;
+  do {
+    result = call();
+  } while (result < 0 && errno == EINTR);
+  return result;
+}
+
+int MakeTemporary(std::string& path) {
+  const std::string pattern = path;
+  return Uninterrupted([&] {
+    path = pattern;
+    return system::MakeTemporary(path.data(), O_CLOEXEC);
+  });
+}
+
+bool TakeName(const std::string& path) {
+  return Uninterrupted([&] { return system::Unlink(path.c_str()); }) == 0;
 }
 
 }  // namespace
 
 int OpenUnnamedFile(const std::string& directory) {
   // With O_EXCL the file can never be given a name.
+  constexpr int kFlags = O_TMPFILE | O_EXCL | O_RDWR | O_CLOEXEC;
   const int descriptor =
-      open(directory.c_str(), O_TMPFILE | O_EXCL | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR);
+      Uninterrupted([&] { return system::Open(directory.c_str(), kFlags, S_IRUSR | S_IWUSR); });
   if (descriptor < 0) Throw(errno, "cannot make an unnamed file in " + directory);
   return descriptor;
 }
 
 int OpenAndUnlinkFile(const std::string& directory) {
   std::string path = directory + "/vetrix.XXXXXX";
-  const int descriptor = mkostemp(path.data(), O_CLOEXEC);
+  const int descriptor = MakeTemporary(path);
   if (descriptor < 0) Throw(errno, "cannot make a file in " + directory);
-  if (unlink(path.c_str()) == 0) return descriptor;
+  // The second time for what was only the matter for a moment.
+  if (TakeName(path) || TakeName(path)) return descriptor;
   const int error = errno;
-  close(descriptor);
+  system::Close(descriptor);
   Throw(error, "cannot take the name from " + path);
 }
 
@@ -57,7 +83,7 @@ void ReserveSpace(int descriptor, std::uint64_t size) {
   if (size > LargestFile()) Throw(EFBIG, bytes + " are over the limit for files");
   int error = 0;
   do {
-    error = posix_fallocate(descriptor, 0, static_cast<off_t>(size));
+    error = system::Allocate(descriptor, static_cast<off_t>(size));
   } while (error == EINTR);
   if (error != 0) Throw(error, "cannot reserve " + bytes + " for a mapped file");
 }

@@ -12,7 +12,8 @@ namespace vetrix {
 // with the process. They throw std::system_error.
 int OpenBackingFile(const std::string& directory);
 // The two ways of it. The first leaves no moment in which a name exists, but
-// not every file system has it.
+// not every file system has it. In the second a name that cannot be taken away
+// stays, with an empty file, and is told in the message.
 int OpenUnnamedFile(const std::string& directory);
 int OpenAndUnlinkFile(const std::string& directory);
 

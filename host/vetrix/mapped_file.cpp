@@ -1,6 +1,7 @@
 // Memory-mapped files.
 #include <algorithm>
 #include <cerrno>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -28,26 +29,25 @@ std::string Printable(const std::string& name) {
 
 struct MemoryMappedFile::Impl {
   Impl(std::string label, std::uint64_t bytes)
-      : name(std::move(label)), size(bytes), section(bytes) {}
+      : name(std::move(label)), size(bytes), section(std::make_unique<Section>(bytes)) {}
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
-  ~Impl() { Unmap(); }
+  ~Impl() { Section::Discard(std::move(section)); }
 
-  void Map() {
+  void* Map() const {
     std::error_code error;
-    view = section.Map(error);
+    void* view = section->Map(error);
     if (view == nullptr) throw std::system_error(error, "cannot map " + Printable(name));
+    return view;
   }
-
-  void Unmap() {
-    if (view != nullptr) section.Unmap(view);
-    view = nullptr;
+  void Unmap() const {
+    std::error_code error;
+    if (!section->Unmap(error)) throw std::system_error(error, "cannot unmap " + Printable(name));
   }
 
   std::string name;
   std::uint64_t size;
-  Section section;
-  void* view = nullptr;
+  std::unique_ptr<Section> section;
 };
 
 MemoryMappedFile::MemoryMappedFile() = default;
@@ -66,8 +66,7 @@ void MemoryMappedFile::Init(const std::string& name, std::uint64_t size, std::ui
 
 void* MemoryMappedFile::GetAddress() {
   if (impl_ == nullptr) Throw(EBADF, "there is no mapped file yet");
-  if (impl_->view == nullptr) impl_->Map();
-  return impl_->view;
+  return impl_->Map();
 }
 
 std::uint64_t MemoryMappedFile::Size() const {

@@ -16,16 +16,31 @@ class Section {
   explicit Section(std::uint64_t size);
   Section(const Section&) = delete;
   Section& operator=(const Section&) = delete;
+  // Without a view: see Discard.
   ~Section();
 
-  // Maps all of it; null, with the reason in `error`, when it cannot be.
-  void* Map(std::error_code& error) const;
-  void Unmap(void* view) const;
+  // The view of all of it, mapped at the first call; null, with the reason in
+  // `error`, when it cannot be.
+  void* Map(std::error_code& error);
+  // False, with the reason in `error`, when the system does not take the view
+  // back: then it is still there.
+  bool Unmap(std::error_code& error);
+
+  // Takes leave of a file. One whose view the system does not take back gives
+  // the disk its space, where that can be, and is kept until a later call finds
+  // that the view goes. Needs no memory. Safe on any thread.
+  static void Discard(std::unique_ptr<Section> section);
 
  private:
   struct Handles;
+  // Of a file whose view nobody will look at again.
+  void GiveSpaceBack();
+  static void DropWhatGoes(std::unique_ptr<Section>& first);
+
   std::uint64_t size_;
+  void* view_ = nullptr;
   std::unique_ptr<Handles> handles_;
+  std::unique_ptr<Section> next_;  // of those that were discarded and are kept
 };
 
 }  // namespace vetrix

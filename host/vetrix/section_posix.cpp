@@ -1,42 +1,59 @@
 // The descriptor is the only way to reach the file: it stays open for the life
 // of the file.
 #include <sys/mman.h>
-#include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "backing_file_posix.h"
 #include "section.h"
+#include "system_calls_posix.h"
 #include "vetrix_host.h"
 
 namespace vetrix {
 
+// Made before there is a file: what throws must not leave one open.
 struct Section::Handles {
-  explicit Handles(int number) : descriptor(number) {}
+  Handles() = default;
   Handles(const Handles&) = delete;
   Handles& operator=(const Handles&) = delete;
-  ~Handles() { close(descriptor); }
-
-  int descriptor;
+  ~Handles() {
+    if (descriptor >= 0) system::Close(descriptor);
+  }
+  int descriptor = -1;
 };
 
-Section::Section(std::uint64_t size)
-    : size_(size),
-      handles_(std::make_unique<Handles>(OpenBackingFile(host::FindMappedFolder().path))) {
+Section::Section(std::uint64_t size) : size_(size), handles_(std::make_unique<Handles>()) {
+  handles_->descriptor = OpenBackingFile(host::FindMappedFolder().path);
   ReserveSpace(handles_->descriptor, size);
 }
 
 Section::~Section() = default;
 
-void* Section::Map(std::error_code& error) const {
-  void* view = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_SHARED, handles_->descriptor, 0);
-  if (view != MAP_FAILED) return view;
-  error.assign(errno, std::generic_category());
-  return nullptr;
+void* Section::Map(std::error_code& error) {
+  if (view_ != nullptr) return view_;
+  void* view = system::Map(handles_->descriptor, size_);
+  if (view == MAP_FAILED) {
+    error.assign(errno, std::generic_category());
+  } else {
+    view_ = view;
+  }
+  return view_;
 }
 
-void Section::Unmap(void* view) const {
-  munmap(view, size_);
+bool Section::Unmap(std::error_code& error) {
+  if (view_ == nullptr) return true;
+  if (system::Unmap(view_, size_) != 0) {
+    error.assign(errno, std::generic_category());
+    return false;
+  }
+  view_ = nullptr;
+  return true;
+}
+
+// Where even that fails, the file keeps its space until it goes.
+void Section::GiveSpaceBack() {
+  system::Truncate(handles_->descriptor, 0);
 }
 
 }  // namespace vetrix

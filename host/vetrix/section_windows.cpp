@@ -60,23 +60,22 @@ void ReserveSpace(HANDLE file, std::uint64_t size) {
 
 }  // namespace
 
+// Made before there is a file: what throws must not leave one open.
 struct Section::Handles {
-  explicit Handles(HANDLE opened) : file(opened) {}
+  Handles() = default;
   Handles(const Handles&) = delete;
   Handles& operator=(const Handles&) = delete;
   ~Handles() {
     if (section != nullptr) CloseHandle(section);
-    CloseHandle(file);
+    if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
   }
 
-  HANDLE file;
+  HANDLE file = INVALID_HANDLE_VALUE;
   HANDLE section = nullptr;
 };
 
-Section::Section(std::uint64_t size)
-    : size_(size),
-      handles_(
-          std::make_unique<Handles>(OpenBackingFile(PathOfUtf8(host::FindMappedFolder().path)))) {
+Section::Section(std::uint64_t size) : size_(size), handles_(std::make_unique<Handles>()) {
+  handles_->file = OpenBackingFile(PathOfUtf8(host::FindMappedFolder().path));
   ReserveSpace(handles_->file, size);
   // Without a name, so that nobody else can open it.
   handles_->section = CreateFileMappingW(handles_->file, nullptr, PAGE_READWRITE, 0, 0, nullptr);
@@ -85,14 +84,25 @@ Section::Section(std::uint64_t size)
 
 Section::~Section() = default;
 
-void* Section::Map(std::error_code& error) const {
-  void* view = MapViewOfFile(handles_->section, FILE_MAP_ALL_ACCESS, 0, 0, 0);
-  if (view == nullptr) error.assign(static_cast<int>(GetLastError()), std::system_category());
-  return view;
+void* Section::Map(std::error_code& error) {
+  if (view_ != nullptr) return view_;
+  view_ = MapViewOfFile(handles_->section, FILE_MAP_ALL_ACCESS, 0, 0, 0);
+  if (view_ == nullptr) error.assign(static_cast<int>(GetLastError()), std::system_category());
+  return view_;
 }
 
-void Section::Unmap(void* view) const {
-  UnmapViewOfFile(view);
+bool Section::Unmap(std::error_code& error) {
+  if (view_ == nullptr) return true;
+  if (UnmapViewOfFile(view_) == 0) {
+    error.assign(static_cast<int>(GetLastError()), std::system_category());
+    return false;
+  }
+  view_ = nullptr;
+  return true;
+}
+
+// A file cannot shrink here while it is mapped.
+void Section::GiveSpaceBack() {
 }
 
 }  // namespace vetrix

@@ -1,6 +1,5 @@
 #include "settings_toml.h"
 
-#define TOML_EXCEPTIONS 0
 #include <toml++/toml.h>
 
 namespace vetrix {
@@ -18,17 +17,10 @@ std::string Complaint(const std::string& name, toml::source_position where,
   return "settings " + name + ", line " + std::to_string(where.line) + ": " + what;
 }
 
-}  // namespace
-
-ParsedSettings ParseSettings(const std::string& toml, const std::string& name) {
-  const toml::parse_result parsed = toml::parse(toml, name);
-  if (!parsed) {
-    const std::string what(parsed.error().description());
-    return {std::nullopt, {Complaint(name, parsed.error().source().begin, what)}};
-  }
+ParsedSettings TextsOf(const toml::table& table, const std::string& name) {
   SettingTexts texts;
   std::vector<std::string> complaints;
-  for (const auto& [key, value] : parsed.table()) {
+  for (const auto& [key, value] : table) {
     if (auto text = TextOf(value)) {
       texts.emplace(key.str(), *std::move(text));
     } else {
@@ -37,6 +29,19 @@ ParsedSettings ParseSettings(const std::string& toml, const std::string& name) {
     }
   }
   return {std::move(texts), std::move(complaints)};
+}
+
+}  // namespace
+
+// The parser is built with exceptions, and is not told the name: either way the
+// want of memory would end the program.
+ParsedSettings ParseSettings(const std::string& toml, const std::string& name) {
+  try {
+    return TextsOf(toml::parse(toml), name);
+  } catch (const toml::parse_error& error) {
+    const std::string what(error.description());
+    return {std::nullopt, {Complaint(name, error.source().begin, what)}};
+  }
 }
 
 }  // namespace vetrix

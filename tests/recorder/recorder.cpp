@@ -6,11 +6,14 @@
 
 namespace recorder {
 
+int Aside::depth_ = 0;
+
 namespace {
 
 constexpr unsigned char ABANDONED = 0xDD;
 
 std::string Escaped(const std::string& text) {
+  const Aside aside;
   std::string escaped = "\"";
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
@@ -55,10 +58,12 @@ void Recorder::OnCall(std::function<void(const std::string&)> observer) {
 }
 
 void Recorder::Name(const void* address, const std::string& name) {
+  const Aside aside;
   names_[address] = name;
 }
 
 std::string Recorder::NameOf(const void* address) const {
+  const Aside aside;
   if (address == nullptr) return "null";
   const auto found = names_.find(address);
   return found != names_.end() ? found->second : "?";
@@ -84,6 +89,7 @@ std::vector<std::string> Recorder::Outstanding() const {
 }
 
 Handle Recorder::NewHandle(std::size_t size) {
+  const Aside aside;
   auto* handle = new Ptr(nullptr);
   blocks_[handle].locked = false;
   Place(handle, std::vector<unsigned char>(size));
@@ -99,6 +105,7 @@ void Recorder::Place(Handle handle, std::vector<unsigned char> bytes) {
 }
 
 void Recorder::FreeHandle(Handle handle) {
+  const Aside aside;
   Place(handle, {});
   blocks_.erase(handle);
   delete handle;
@@ -110,6 +117,7 @@ bool Recorder::IsLocked(Handle handle) const {
 }
 
 void Recorder::MoveBlocks() {
+  const Aside aside;
   for (auto& [handle, block] : blocks_) {
     if (!block.locked && !block.bytes.empty()) {
       Place(handle, std::vector<unsigned char>(block.bytes));
@@ -117,7 +125,9 @@ void Recorder::MoveBlocks() {
   }
 }
 
-bool Recorder::Enter(const std::string& name, const std::string& arguments) {
+bool Recorder::Enter(std::string_view call, const std::string& arguments) {
+  const Aside aside;
+  const std::string name(call);
   log.push_back(name + "(" + arguments + ")");
   if (observer_) observer_(name);
   Plan& plan = plans_[name];
@@ -128,6 +138,7 @@ bool Recorder::Enter(const std::string& name, const std::string& arguments) {
 }
 
 void Recorder::Own(const void* address, const std::string& name, std::function<void()> release) {
+  const Aside aside;
   const std::string numbered = name + std::to_string(++counters_[name]);
   owned_[address] = {name, numbered, std::move(release)};
   names_[address] = numbered;
@@ -152,6 +163,7 @@ bool Recorder::Owns(const void* address, const std::string& kind) const {
 }
 
 std::string Text(const char* text) {
+  const Aside aside;
   return text == nullptr ? "null" : Escaped(text);
 }
 
@@ -160,12 +172,14 @@ std::string Text(const std::string& text) {
 }
 
 std::string Text(const std::u16string& text) {
+  const Aside aside;
   std::string narrow;
   for (const char16_t c : text) narrow += c < 0x80 ? static_cast<char>(c) : '?';
   return Escaped(narrow).insert(0, 1, 'u');
 }
 
 std::string Text(const Rect* rect) {
+  const Aside aside;
   if (rect == nullptr) return "null";
   std::ostringstream text;
   text << "{" << rect->top << ", " << rect->left << ", " << rect->bottom << ", " << rect->right
@@ -178,6 +192,7 @@ std::string Text(const void* address) {
 }
 
 std::string Hex(std::uint32_t value) {
+  const Aside aside;
   char buffer[11];
   std::snprintf(buffer, sizeof buffer, "0x%X", value);
   return buffer;

@@ -14,6 +14,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/K.h"
@@ -23,6 +24,20 @@
 namespace recorder {
 
 using Thrower = std::function<void()>;
+
+// While one lives, `new` is the recorder's own and no observer hears of it: the
+// books it keeps are not part of what it plays.
+class Aside {
+ public:
+  Aside() { ++depth_; }
+  ~Aside() { --depth_; }
+  Aside(const Aside&) = delete;
+  Aside& operator=(const Aside&) = delete;
+  static bool Holds() { return depth_ > 0; }
+
+ private:
+  static int depth_;
+};
 
 // What the imports answer. A function that is not set leaves the call working;
 // the numbers are what the calls give.
@@ -94,7 +109,7 @@ class Recorder {
   void MoveBlocks();
 
   // For the imports: logs a call and says whether it has to fail.
-  bool Enter(const std::string& name, const std::string& arguments);
+  bool Enter(std::string_view call, const std::string& arguments);
   void Own(const void* address, const std::string& name, std::function<void()> release);
   void Disown(const void* address);
   // Gives back what is owned.
@@ -135,6 +150,10 @@ class Recorder {
 
 Recorder& Current();
 
+// Is asked in every `new` of the module, and of the functions played here that
+// may throw, whether it has to fail; null: none. It stays its owner's.
+void OnNew(const std::function<bool()>* observer);
+
 // The next allocation of exactly that many bytes with `new` throws; 0: none.
 void FailNewOf(std::size_t size);
 
@@ -147,11 +166,13 @@ std::string Hex(std::uint32_t value);
 std::string Text(const void* address);
 template <class Number>
 requires std::is_arithmetic_v<Number> std::string Text(Number number) {
+  const Aside aside;
   return std::to_string(number);
 }
 
 template <class... Arguments>
 std::string Join(const Arguments&... arguments) {
+  const Aside aside;
   std::string joined;
   ((joined += (joined.empty() ? "" : ", ") + arguments), ...);
   return joined;

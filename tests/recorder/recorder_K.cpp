@@ -50,6 +50,7 @@ std::int32_t K_PurgeLoop(std::uint64_t bytesNeeded, K_PurgeAttempt attempt, void
 
 K_RecycledPtrRef K_AllocateRecycledPtr(std::uint32_t ownerCode, const char* label,
                                        std::uint64_t size) {
+  const recorder::Aside aside;
   if (Current().Enter("K_AllocateRecycledPtr", Join(Hex(ownerCode), Text(label), Text(size)))) {
     return nullptr;
   }
@@ -120,6 +121,7 @@ void Kp_SysEnglishError(std::int32_t error) {
 
 // What is reported is what the two words hold at this moment.
 void Kp_ReportError(std::uint32_t code, std::uint16_t cls) {
+  const recorder::Aside aside;
   Current().Enter("Kp_ReportError", Join(Hex(code), Text(cls)) + " error " + Text(Kp_G_err_buf) +
                                         " " + Text(static_cast<const char*>(Kp_G_buffer)));
 }

@@ -69,6 +69,7 @@ Handle NewEmptyHandle() {
 
 std::int16_t NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect* bounds, CTabHandle colors,
                        GDHandle device, std::uint32_t flags) {
+  const recorder::Aside aside;
   const bool fail = Current().Enter(
       "NewGWorld", Join(Text(depth), Text(bounds), Name(colors), Name(device), Text(flags)));
   Current().MoveBlocks();
@@ -82,6 +83,7 @@ std::int16_t NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect* bounds,
 
 std::uint32_t UpdateGWorld(GWorldPtr* world, std::int16_t depth, const Rect* bounds,
                            CTabHandle colors, GDHandle device, std::uint32_t flags) {
+  const recorder::Aside aside;
   const recorder::Script& script = Current().script;
   const auto deviceBits = static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(device));
   const bool fail = Current().Enter(

@@ -12,8 +12,19 @@ void __real_free(void* block);
 namespace {
 
 std::size_t failingSize;
+const std::function<bool()>* newObserver;
+
+bool FailsNow() {
+  if (newObserver == nullptr || recorder::Aside::Holds()) return false;
+  const recorder::Aside aside;
+  return (*newObserver)();
+}
 
 }  // namespace
+
+void recorder::OnNew(const std::function<bool()>* observer) {
+  newObserver = observer;
+}
 
 void recorder::FailNewOf(std::size_t size) {
   failingSize = size;
@@ -24,6 +35,7 @@ void* operator new(std::size_t size) {
     failingSize = 0;
     throw std::bad_alloc();
   }
+  if (FailsNow()) throw std::bad_alloc();
   void* block = __real_malloc(size != 0 ? size : 1);
   if (block == nullptr) throw std::bad_alloc();
   return block;

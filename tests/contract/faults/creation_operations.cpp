@@ -33,8 +33,9 @@ Table HandleTable(Owner owner) {
   return {{"K_AllocateHandleClear", 1, {Way::Fails}, {4, 0}}};
 }
 
-void Prepare(Bench& bench, Owner owner, const std::vector<Fault>& circumstances) {
+void Prepare(Bench& bench, const Rect& rect, Owner owner, const std::vector<Fault>& circumstances) {
   bench.BeBorn();
+  bench.wanted = rect;
   if (owner == Owner::Caller) bench.worldH = bench.CallerHandle();
   bench.Script().surfaceOfFailure = reinterpret_cast<GWorldPtr>(&bench);
   bench.circumstances = circumstances;
@@ -44,15 +45,16 @@ Operation Creation(const Wanted& wanted, Owner owner, Result result, const Table
                    const std::vector<Fault>& circumstances = {}) {
   return {NameOf(wanted, owner),
           Effect::Creates,
-          [=](Bench& bench) { Prepare(bench, owner, circumstances); },
+          [=](Bench& bench) { Prepare(bench, wanted.rect, owner, circumstances); },
           [=](Bench& bench) { return Create(bench, wanted, owner); },
           result,
           HandleTable(owner) + table};
 }
 
+const Table FRAME_WITH_CODE = {{"K_PurgeLoop", 1, {Way::GivesCode}, {0, 0}}};
+
 Table NewFrameTable(const std::string& allocator) {
-  const Table withCode = {{"K_PurgeLoop", 1, {Way::GivesCode}, {0, 0}}};
-  return SettingsTable() + FrameTable(allocator, 4, 1) + withCode;
+  return SettingsTable() + FrameTable(allocator, 4, 1) + FRAME_WITH_CODE;
 }
 
 // All attempts fail, and then something in the report of that.
@@ -63,6 +65,10 @@ Table NoFrameTable(const std::string& allocator) {
       {allocator, 2, {Way::Fails, Way::FailsFromHere}, {4, 1}}};
   return SettingsTable() + attempts + MemoryReportTable(4, 3);
 }
+
+// What is thrown in a report, and no exception, loses it.
+const Result LOST_REPORT = {4, 0};
+const Result LOST_REPORT_OF_THE_LAYER = {-108, 0};
 
 const Table SURFACE = {{"NewGWorld", 1, {Way::Fails}, {-50, 1}},
                        {"NewGWorld", 1, {Way::MemoryFull}, {-108, 1}}};
@@ -80,18 +86,27 @@ Table MappedTable(Owner owner) {
           {"Init", 1, {Way::ThrowsZero}, {0, 0}}};
 }
 
+// K makes nothing of the exception that it reports.
+const Result NO_FAILURE_AFTER_ALL = {0, 1};
+
 const Table NO_FILE = {{"Init", 1, {Way::ThrowsException}, {4, 1}},
                        {"Init", 1, {Way::ThrowsLong, Way::ThrowsText}, {4, 0}},
                        {"Init", 1, {Way::ThrowsZero}, {0, 0}},
-                       {"K_TranslateAndReportException", 1, {Way::AnswersZero}, {0, 1}}};
+                       {"K_TranslateAndReportException", 1, {Way::AnswersZero}, {0, 1}},
+                       {"K_TranslateAndReportException",
+                        1,
+                        {Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText},
+                        {4, 0}}};
 
 void AddFrames(std::vector<Operation>& all, Owner owner) {
   for (const std::int32_t depth : {32, 64, 128}) {
     const std::uint32_t flags = PXL_Flag_NO_PLATFORM | PXL_Flag_CLEAR;
     all.push_back(
-        Creation({"AHeapFrame", depth, flags, SMALL}, owner, {0, 0}, NewFrameTable("malloc")));
+        Creation({"AHeapFrame", depth, flags, SMALL}, owner, {0, 0}, NewFrameTable("malloc"))
+            .OrOfTwo({LOST_REPORT}));
     all.push_back(Creation({"APoolFrame", depth, flags, LARGE}, owner, {0, 0},
-                           NewFrameTable("K_AllocateRecycledPtr")));
+                           NewFrameTable("K_AllocateRecycledPtr"))
+                      .OrOfTwo({LOST_REPORT}));
     all.push_back(Creation({"ARefusedHeapFrame", depth, flags, SMALL}, owner, {4, 1},
                            NoFrameTable("malloc"), {{"malloc", 1, Way::FailsFromHere}}));
     all.push_back(Creation({"ARefusedPoolFrame", depth, flags, LARGE}, owner, {4, 1},
@@ -103,11 +118,14 @@ void AddFrames(std::vector<Operation>& all, Owner owner) {
 void AddSurfaces(std::vector<Operation>& all, Owner owner) {
   for (const std::int32_t depth : {8, 32}) {
     all.push_back(Creation({"ASurface", depth, PXL_Flag_PURGEABLE, SMALL}, owner, {0, 0},
-                           SURFACE + SURFACE_WITHOUT_MAP));
+                           SURFACE + SURFACE_WITHOUT_MAP)
+                      .OrOfTwo({LOST_REPORT_OF_THE_LAYER}));
     all.push_back(
-        Creation({"AClearedSurface", depth, PXL_Flag_CLEAR, SMALL}, owner, {0, 0}, SURFACE));
+        Creation({"AClearedSurface", depth, PXL_Flag_CLEAR, SMALL}, owner, {0, 0}, SURFACE)
+            .OrOfTwo({LOST_REPORT_OF_THE_LAYER}));
     all.push_back(Creation({"ARefusedSurface", depth, 0, SMALL}, owner, {-50, 1}, SURFACE,
-                           {{"NewGWorld", 1, Way::Fails}}));
+                           {{"NewGWorld", 1, Way::Fails}})
+                      .OrOfTwo({LOST_REPORT_OF_THE_LAYER}));
     all.push_back(Creation({"ASurfaceWithoutMemory", depth, 0, SMALL}, owner, {-108, 1},
                            SURFACE + MemoryReportTable(-108, 3),
                            {{"NewGWorld", 1, Way::MemoryFull}}));
@@ -119,8 +137,8 @@ void AddDeferred(std::vector<Operation>& all, Owner owner) {
   for (const std::int32_t depth : {8, 32, 64, 128}) {
     all.push_back(
         Creation({"GeometryAlone", depth, PXL_Flag_DEFERRED, SMALL}, owner, {0, 0}, Table{}));
-    all.push_back(
-        Creation({"AMappedFile", depth, mapped, SMALL}, owner, {0, 0}, MappedTable(owner)));
+    all.push_back(Creation({"AMappedFile", depth, mapped, SMALL}, owner, {0, 0}, MappedTable(owner))
+                      .OrOfTwo({NO_FAILURE_AFTER_ALL}));
     all.push_back(Creation({"ARefusedMappedFile", depth, mapped, SMALL}, owner, {4, 1}, NO_FILE,
                            {{"Init", 1, Way::ThrowsException}}));
   }
@@ -141,6 +159,33 @@ void AddImpossibleSizes(std::vector<Operation>& all, Owner owner) {
     all.push_back(Creation({"UpsideDown" + how, 64, flags, upsideDown}, owner, {4, 1}, tooLarge));
   }
   all.push_back(Creation({"AFrameOf", 8, PXL_Flag_NO_PLATFORM, SMALL}, owner, {3, 1}, Table{}));
+}
+
+// Depth and size of a parent, by each path.
+void AddChildren(std::vector<Operation>& all, Owner owner) {
+  const auto add = [&](const std::string& name, std::int32_t depth, std::uint32_t flags,
+                       const Table& table, const Result& ofTwo) {
+    const std::string where = owner == Owner::Module ? "InItsOwnHandle" : "InTheCallersHandle";
+    all.push_back(Operation{name + where,
+                            Effect::Creates,
+                            [=](Bench& bench) {
+                              Prepare(bench, {0, 0, 4, 10}, owner, {});
+                              bench.otherH = bench.Make(depth, SMALL, PXL_Flag_NO_PLATFORM);
+                            },
+                            [=](Bench& bench) {
+                              const bool own = owner == Owner::Module;
+                              return PXL_NewWorld(bench.otherH, flags, nullptr, PXL_Depth_SHARE, 0,
+                                                  own ? nullptr : bench.worldH,
+                                                  own ? &bench.outH : nullptr);
+                            },
+                            {0, 0},
+                            HandleTable(owner) + table}
+                      .OrOfTwo({ofTwo}));
+  };
+  const Table frame = FrameTable("malloc", 4, 1) + FRAME_WITH_CODE;
+  add("AChildsFrame", 64, 0, frame, LOST_REPORT);
+  add("AChildsSurface", 32, 0, SURFACE + SURFACE_WITHOUT_MAP, LOST_REPORT_OF_THE_LAYER);
+  add("AChildsGeometry", 128, PXL_Flag_DEFERRED, {}, LOST_REPORT);
 }
 
 using Refused = std::function<std::int32_t(Bench&)>;
@@ -165,6 +210,7 @@ std::vector<Operation> CreationOperations() {
     AddFrames(all, owner);
     AddSurfaces(all, owner);
     AddDeferred(all, owner);
+    AddChildren(all, owner);
     AddImpossibleSizes(all, owner);
   }
   return all;

@@ -34,6 +34,7 @@ class Bench : public Contract {
   void* frame = nullptr;
   std::uint64_t frameSize = 0;
   std::uint8_t flag = 9;
+  Rect wanted{};  // the bounds that a creation or an update asks for
   std::vector<Fault> circumstances;
 
   recorder::Script& Script() { return recorder_.script; }
@@ -46,7 +47,9 @@ struct Result {
   int reports;
   Exit exit = Exit::Returns;
   int lost = 0;  // blocks that the contract lets go
+  bool operator==(const Result&) const = default;
 };
+std::ostream& operator<<(std::ostream& stream, const Result& result);
 
 // One line of the table: these ways of failing of this call give this result.
 struct Line {
@@ -57,7 +60,7 @@ struct Line {
 };
 using Table = std::vector<Line>;
 
-enum class Effect { None, Creates, Refuses, Disposes };
+enum class Effect { None, Creates, Refuses, Disposes, Locks, Unlocks, Updates };
 
 struct Operation {
   std::string name;
@@ -66,9 +69,15 @@ struct Operation {
   std::function<std::int32_t(Bench&)> run;
   Result result;  // without a further failure
   Table table;
+  // What only two failures together give.
+  std::vector<Result> ofTwo = {};
   // Whether every call moves the records. A provider's address of the frame is
   // good only where they stay.
   bool moves = true;
+
+  [[nodiscard]] Operation WithoutMoves() const;
+  // The same with outcomes that only two failures together have.
+  [[nodiscard]] Operation OrOfTwo(const std::vector<Result>& results) const;
 };
 
 inline std::ostream& operator<<(std::ostream& stream, const Operation& operation) {
@@ -91,5 +100,9 @@ std::vector<Operation> DisposalOperations();
 std::vector<Operation> LockOperations();
 std::vector<Operation> UpdateOperations();
 std::vector<Operation> OtherOperations();
+
+// All of the above, the names of those that share one told apart.
+std::vector<Operation> AllOperations();
+std::string OperationName(const ::testing::TestParamInfo<Operation>& info);
 
 #endif

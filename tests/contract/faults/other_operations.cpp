@@ -141,6 +141,18 @@ void AddPixels(std::vector<Operation>& all) {
   all.push_back(On("GettingTheOrderOfAFrame", frame, GetOrder, {0, 0}, {}));
   all.push_back(On("SettingTheOrderOfAFrame", frame, SetOrder, {0, 0}, {}));
   all.push_back(On("SettingTheOrderOfADeepWorld", World(64, 0), SetOrder, {3, 1}, {}));
+  all.push_back(On("AssumingAnOrder", frame,
+                   [](Bench& bench) { return PXL_AssumeChannelOrder(bench.worldH, 1); }, {0, 0},
+                   {}));
+  all.push_back(On("AskingForAnOrder", surface,
+                   [](Bench& bench) { return PXL_CanSetChannelOrder(bench.worldH, &bench.flag); },
+                   {0, 0}, {}));
+  all.push_back(
+      On("AskingForTheAddressOfASurface", surface,
+         [](Bench& bench) { return PXLp_GetPixBaseAddr(bench.worldH) != nullptr ? 0 : 1; }, {0, 0},
+         {}));
+  all.push_back(On("ClearingOfASurfaceToZeros", surface,
+                   [](Bench& bench) { return PXL_ClearWorldToZeros(bench.worldH); }, {0, 0}, {}));
   all.push_back(On("ClearingOfASurface", surface, Clear, {0, 0}, {}));
   all.push_back(On("ClearingOfAFrame", frame, Clear, {0, 0}, {}));
   all.push_back(On("ClearingOfNothing", World(32, PXL_Flag_DEFERRED), Clear, {0, 0}, {}));

@@ -10,6 +10,27 @@ Table LostReport(const std::string& call, int nth, std::int32_t status) {
 
 }  // namespace
 
+std::ostream& operator<<(std::ostream& stream, const Result& result) {
+  if (result.exit == Exit::Throws) {
+    stream << "an exception";
+  } else {
+    stream << "status " << result.status;
+  }
+  return stream << ", " << result.reports << " reports, " << result.lost << " lost";
+}
+
+Operation Operation::WithoutMoves() const {
+  Operation still = *this;
+  still.moves = false;
+  return still;
+}
+
+Operation Operation::OrOfTwo(const std::vector<Result>& results) const {
+  Operation more = *this;
+  more.ofTwo.insert(more.ofTwo.end(), results.begin(), results.end());
+  return more;
+}
+
 Table operator+(Table first, const Table& second) {
   first.insert(first.end(), second.begin(), second.end());
   return first;
@@ -40,4 +61,25 @@ Table FrameTable(const std::string& allocator, std::int32_t failure, int reports
   return {{"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing}, {failure, reports}},
           {allocator, 1, {Way::Fails}, {0, 0}},
           {allocator, 1, {Way::FailsFromHere}, {failure, reports}}};
+}
+
+std::vector<Operation> AllOperations() {
+  std::vector<Operation> all;
+  const auto add = [&](const std::string& subject, const std::vector<Operation>& operations) {
+    for (Operation operation : operations) {
+      operation.name = subject + operation.name;
+      all.push_back(operation);
+    }
+  };
+  add("CreationOf", CreationOperations());
+  add("Creation", RefusedCreationOperations());
+  add("DisposalOf", DisposalOperations());
+  add("", LockOperations());
+  add("", UpdateOperations());
+  add("", OtherOperations());
+  return all;
+}
+
+std::string OperationName(const ::testing::TestParamInfo<Operation>& info) {
+  return info.param.name;
 }

@@ -22,8 +22,11 @@ Step World(std::int32_t depth, const Rect& rect, std::uint32_t flags,
 Operation Update(const std::string& name, const Step& prepare, std::int32_t depth, const Rect& rect,
                  Result result, const Table& table) {
   return {"UpdateOf" + name,
-          Effect::None,
-          prepare,
+          Effect::Updates,
+          [=](Bench& bench) {
+            prepare(bench);
+            bench.wanted = rect;
+          },
           [=](Bench& bench) { return PXL_UpdateWorld(depth, &rect, 0, nullptr, bench.worldH); },
           result,
           table};
@@ -64,7 +67,8 @@ void AddFrames(std::vector<Operation>& all, const std::string& kind, const Rect&
     const std::string name = kind + std::to_string(depth);
     const std::uint32_t flags = PXL_Flag_NO_PLATFORM;
     all.push_back(
-        Update(name, World(depth, before, flags), 0, after, {0, 0}, ResizeTable(allocator)));
+        Update(name, World(depth, before, flags), 0, after, {0, 0}, ResizeTable(allocator))
+            .OrOfTwo({{4, 0}}));
     all.push_back(Update("ARefused" + name, World(depth, before, flags, refused), 0, after, {4, 1},
                          FallbackTable(allocator)));
     all.push_back(Update("ALost" + name, World(depth, before, flags, nothing), 0, after, {4, 1},
@@ -75,14 +79,18 @@ void AddFrames(std::vector<Operation>& all, const std::string& kind, const Rect&
 void AddSurfaces(std::vector<Operation>& all) {
   const Table layer = {{"UpdateGWorld", 1, {Way::Fails}, {-50, 1}},
                        {"UpdateGWorld", 1, {Way::MemoryFull}, {-108, 1}}};
+  const Result lostReport = {-108, 0};
   for (const std::int32_t depth : {8, 32}) {
     const std::string name = std::to_string(depth);
-    all.push_back(Update("ASurface" + name, World(depth, SMALL, 0), 0, TALLER, {0, 0}, layer));
-    all.push_back(Update("ASurfaceToDepth" + name, World(40 - depth, SMALL, 0), depth, TALLER,
-                         {0, 0}, layer));
+    all.push_back(Update("ASurface" + name, World(depth, SMALL, 0), 0, TALLER, {0, 0}, layer)
+                      .OrOfTwo({lostReport}));
+    all.push_back(
+        Update("ASurfaceToDepth" + name, World(40 - depth, SMALL, 0), depth, TALLER, {0, 0}, layer)
+            .OrOfTwo({lostReport}));
     all.push_back(Update("ARefusedSurface" + name,
                          World(depth, SMALL, 0, {{"UpdateGWorld", 1, Way::Fails}}), 0, TALLER,
-                         {-50, 1}, layer));
+                         {-50, 1}, layer)
+                      .OrOfTwo({lostReport}));
     all.push_back(Update("ASurfaceWithoutMemory" + name,
                          World(depth, SMALL, 0, {{"UpdateGWorld", 1, Way::MemoryFull}}), 0, TALLER,
                          {-108, 1}, layer + MemoryReportTable(-108, 3)));

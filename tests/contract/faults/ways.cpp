@@ -18,6 +18,7 @@ const Ways REFUSES = {Way::Fails};
 const Ways DRAWS = {Way::Fails, Way::MemoryFull};
 
 const std::map<std::string, Ways> WAYS = {
+    {"new", ALLOCATES},
     {"malloc", ALLOCATES},
     {"K_AllocateRecycledPtr", ALLOCATES},
     {"K_AllocateHandleClear", REFUSES},
@@ -26,7 +27,8 @@ const std::map<std::string, Ways> WAYS = {
     {"Q_CheckVersions", REFUSES},
     {"TXT_CheckVersions", REFUSES},
     {"Kp_ReportQuexErrString", {Way::Answers99}},
-    {"K_TranslateAndReportException", {Way::AnswersZero}},
+    {"K_TranslateAndReportException",
+     {Way::AnswersZero, Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText}},
     {"K_ZStringToUTF16String", THROWS},
     {"K_ReportError", THROWS},
     {"NumberToString", THROWS},
@@ -172,6 +174,14 @@ std::vector<Way> WaysOf(const std::string& name) {
   if (found != WAYS.end()) return found->second;
   if (!NEVER_FAIL.contains(name)) throw std::logic_error("an unknown call: " + name);
   return {};
+}
+
+std::vector<std::string> ImportedCalls() {
+  std::vector<std::string> calls(NEVER_FAIL.begin(), NEVER_FAIL.end());
+  for (const auto& [name, ways] : WAYS) {
+    if (name != "new") calls.push_back(name);
+  }
+  return calls;
 }
 
 bool IsThrow(Way way) {

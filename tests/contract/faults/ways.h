@@ -36,6 +36,9 @@ std::ostream& operator<<(std::ostream& stream, Way way);
 // cannot fail. A name that was never thought about gives an error.
 std::vector<Way> WaysOf(const std::string& name);
 
+// The names of all imports, and of malloc and free.
+std::vector<std::string> ImportedCalls();
+
 // Makes the call of this name that is just being logged fail.
 void FailCurrentCall(const std::string& name, Way way);
 

@@ -245,6 +245,13 @@ TEST_F(MemoryMessage, TakesAnythingElseThrownForLackOfMemory) {
   EXPECT_EQ(recorder_.Count("K_ReportError"), 0);
 }
 
+// The library may have no memory to report the exception with.
+TEST_F(MemoryMessage, LetsNothingOutThatTheReportOfAnExceptionThrows) {
+  recorder_.Throw("ReplaceInString", [] { throw std::runtime_error("no text"); });
+  recorder_.Throw("K_TranslateAndReportException", [] { throw std::bad_alloc(); });
+  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 4);
+}
+
 TEST_F(MemoryMessage, ThatFailsDoesNotDisturbTheReportingCall) {
   for (const char* call :
        {"K_ZStringToUTF16String", "NumberToString", "ReplaceInString", "K_ReportError"}) {
