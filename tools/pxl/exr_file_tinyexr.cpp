@@ -35,11 +35,13 @@ class Message {
   ~Message() { FreeEXRErrorMessage(text_); }
 
   const char** Place() { return &text_; }
-  // One line, whatever the library ends its own with.
+  // The first line, which tells the cause; the library adds one for all that follows
+  // from it.
   std::string Text() const {
-    std::string text = text_ != nullptr ? text_ : "for an unknown reason";
-    while (text.ends_with('\n') || text.ends_with('.')) text.pop_back();
-    return text;
+    std::string text = text_ != nullptr ? text_ : "";
+    text.resize(std::min(text.find('\n'), text.size()));
+    while (text.ends_with('.')) text.pop_back();
+    return text.empty() ? "for an unknown reason" : text;
   }
 
  private:
