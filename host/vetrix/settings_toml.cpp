@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+#include "toml_characters.h"
+
 namespace vetrix {
 namespace {
 
@@ -15,17 +17,20 @@ std::optional<std::string> TextOf(const toml::node& value) {
   return std::nullopt;
 }
 
-void Complain(const std::string& name, toml::source_position where, const std::string& what) {
-  std::fprintf(stderr, "vetrix: settings %s, line %u: %s\n", name.c_str(),
-               static_cast<unsigned>(where.line), what.c_str());
+void Complain(const std::string& name, unsigned line, const std::string& what) {
+  std::fprintf(stderr, "vetrix: settings %s, line %u: %s\n", name.c_str(), line, what.c_str());
 }
 
 }  // namespace
 
 std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::string& name) {
+  if (const auto line = LineOfStrayCharacter(toml)) {
+    Complain(name, *line, "a character beyond ASCII outside of a string");
+    return std::nullopt;
+  }
   const toml::parse_result parsed = toml::parse(toml, name);
   if (!parsed) {
-    Complain(name, parsed.error().source().begin, std::string(parsed.error().description()));
+    Complain(name, parsed.error().source().begin.line, std::string(parsed.error().description()));
     return std::nullopt;
   }
   SettingTexts texts;
@@ -33,7 +38,7 @@ std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::st
     if (auto text = TextOf(value)) {
       texts.emplace(key.str(), *std::move(text));
     } else {
-      Complain(name, value.source().begin,
+      Complain(name, value.source().begin.line,
                std::string(key.str()) + " is no boolean, integer or string");
     }
   }

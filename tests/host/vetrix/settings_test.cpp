@@ -5,6 +5,7 @@
 #include <fstream>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "tests/system/variables.h"
 #include "vetrix_host.h"
@@ -100,6 +101,33 @@ TEST_F(DebugSettings, AreEmptyAfterABadFileThatIsToldInOneLine) {
   EXPECT_TRUE(told.starts_with("vetrix: settings " + file.Path() + ", line 2: ")) << told;
   EXPECT_EQ(told.find('\n'), told.size() - 1) << told;
   EXPECT_TRUE(vetrix::host::Settings().empty());
+}
+
+TEST_F(DebugSettings, TakeCharactersBeyondASCIIInStringsAndComments) {
+  const std::vector<std::string> good = {
+      "\xEF\xBB\xBF"
+      "a = '\u0466' # \u0466\n",
+      "a = \"\u0466\" # \"\n\"\u0466\" = 1", "a = '''\n'\u0466'''''\nb = '\u0466'\n",
+      "a = \"\"\"\n\\\n \\\"\"\u0466\"\"\"\n"};
+  for (const std::string& text : good) EXPECT_TRUE(vetrix::host::LoadSettingsText(text)) << text;
+}
+
+TEST_F(DebugSettings, AreEmptyAfterACharacterBeyondASCIIAnywhereElse) {
+  const std::vector<std::string> bad = {"\na = 4\n[c\u0466 ",
+                                        "\n\na \u0466 = 1",
+                                        "\n\na = \u0466\n",
+                                        "\n\na = 1 \u0466",
+                                        "a = 'x\n\n\u0466",
+                                        "a = '''\n'''''\n\u0466 = 1\n",
+                                        "a = \"\"\"\n\\\n \u0466\"\"\"\n",
+                                        "\n\na = \"\\\u0466\"\n"};
+  for (const std::string& text : bad) {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(vetrix::host::LoadSettingsText(text)) << text;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "vetrix: settings (text), line 3: a character beyond ASCII outside of a string\n")
+        << text;
+  }
 }
 
 TEST_F(DebugSettings, LeaveOutValuesOfOtherKinds) {
