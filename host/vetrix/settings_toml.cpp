@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-#include "toml_characters.h"
+#include "disguise.h"
 
 namespace vetrix {
 namespace {
@@ -17,28 +17,31 @@ std::optional<std::string> TextOf(const toml::node& value) {
   return std::nullopt;
 }
 
-void Complain(const std::string& name, unsigned line, const std::string& what) {
-  std::fprintf(stderr, "vetrix: settings %s, line %u: %s\n", name.c_str(), line, what.c_str());
+void Complain(const std::string& name, toml::source_position where, const std::string& what) {
+  std::fprintf(stderr, "vetrix: settings %s, line %u: %s\n", name.c_str(),
+               static_cast<unsigned>(where.line), Undisguised(what).c_str());
 }
 
 }  // namespace
 
 std::optional<SettingTexts> ParseSettings(const std::string& toml, const std::string& name) {
-  if (const auto line = LineOfStrayCharacter(toml)) {
-    Complain(name, *line, "a character beyond ASCII outside of a string");
+  const std::optional<std::string> disguised = Disguised(toml);
+  if (!disguised) {
+    std::fprintf(stderr, "vetrix: settings %s: not UTF-8, or with private characters\n",
+                 name.c_str());
     return std::nullopt;
   }
-  const toml::parse_result parsed = toml::parse(toml, name);
+  const toml::parse_result parsed = toml::parse(*disguised, name);
   if (!parsed) {
-    Complain(name, parsed.error().source().begin.line, std::string(parsed.error().description()));
+    Complain(name, parsed.error().source().begin, std::string(parsed.error().description()));
     return std::nullopt;
   }
   SettingTexts texts;
   for (const auto& [key, value] : parsed.table()) {
     if (auto text = TextOf(value)) {
-      texts.emplace(key.str(), *std::move(text));
+      texts.emplace(Undisguised(std::string(key.str())), Undisguised(*text));
     } else {
-      Complain(name, value.source().begin.line,
+      Complain(name, value.source().begin,
                std::string(key.str()) + " is no boolean, integer or string");
     }
   }
