@@ -102,16 +102,20 @@ class Frame {
 
   // Where a channel is, in all of the rows.
   [[nodiscard]] std::size_t OffsetOf(int x, int y, int channel) const {
-    const int bytes = shape_.depth / 32;
-    return static_cast<std::size_t>((*worldH_)->pixels.rowBytes * y + (x * 4 + channel) * bytes);
+    const auto bytes = static_cast<std::size_t>(shape_.depth / 32);
+    return RowBytes() * static_cast<std::size_t>(y) +
+           bytes * static_cast<std::size_t>(x * 4 + channel);
   }
 
  private:
   [[nodiscard]] unsigned char* Pixels() const {
     return static_cast<unsigned char*>((*worldH_)->pixels.baseAddr);
   }
+  [[nodiscard]] std::size_t RowBytes() const {
+    return static_cast<std::size_t>((*worldH_)->pixels.rowBytes);
+  }
   [[nodiscard]] std::size_t Size() const {
-    return static_cast<std::size_t>((*worldH_)->pixels.rowBytes * shape_.height);
+    return RowBytes() * static_cast<std::size_t>(shape_.height);
   }
 
   Shape shape_;
@@ -161,7 +165,7 @@ void CheckBlit(Bytes& bytes) {
   Frame destination(to);
   const std::string pattern = "p" + bytes.Rest();
   source.Fill(pattern);
-  destination.Fill("\x5A");
+  destination.Fill("Z");
   const bool handled = from.depth == to.depth || from.depth == 32 || to.depth == 32;
   const bool same = from.width == to.width && from.height == to.height;
   const std::vector<unsigned char> expected =

@@ -121,8 +121,9 @@ void CheckMapRowBytes(Bytes& bytes) {
 // ---- Surfaces of the drawing layer
 
 void CheckLayout(Bytes& bytes) {
-  const auto depth = bytes.Byte() % 4 == 0 ? bytes.Take<std::int16_t>()
-                                           : std::int16_t(bytes.Byte() % 2 == 0 ? 8 : 32);
+  const auto depth = bytes.Byte() % 4 == 0
+                         ? bytes.Take<std::int16_t>()
+                         : static_cast<std::int16_t>(bytes.Byte() % 2 == 0 ? 8 : 32);
   const Rect rect = TakeRect(bytes);
   qde::Layout layout{};
   const qde::Error error = qde::PlanLayout(depth, rect, &layout);

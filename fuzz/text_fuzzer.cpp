@@ -74,7 +74,7 @@ void CheckThatItFits(const std::string& text, std::size_t size) {
   const std::uint64_t length = K_TextToUTF8(text.c_str(), place.data(), size);
   Demand(length == whole.size(), "another length than that of the whole");
   if (size == 0) return;
-  const auto end = static_cast<const char*>(std::memchr(place.data(), 0, size));
+  const auto* end = static_cast<const char*>(std::memchr(place.data(), 0, size));
   Demand(end != nullptr, "a text without an end");
   const std::string part(place.data());
   Demand(whole.starts_with(part) && fuzz::IsUTF8(part), "a part that is none");
