@@ -57,6 +57,9 @@ std::string KeyBefore(std::string_view line, std::size_t equals) {
   const std::string_view key = Trimmed(line.substr(0, equals));
   if (!key.starts_with(kKeyPrefix)) throw Malformed("the key does not start with $$$/");
   if (key.find_first_of(kBlanks) != std::string_view::npos) throw Malformed("the key holds blanks");
+  if (std::ranges::any_of(Decoded(key), IsControl)) {
+    throw Malformed("the key holds a control character");
+  }
   return std::string(key);
 }
 

@@ -2,6 +2,8 @@
 
 #include <toml++/toml.h>
 
+#include "disguise.h"
+
 namespace vetrix {
 namespace {
 
@@ -14,7 +16,7 @@ std::optional<std::string> TextOf(const toml::node& value) {
 
 std::string Complaint(const std::string& name, toml::source_position where,
                       const std::string& what) {
-  return "settings " + name + ", line " + std::to_string(where.line) + ": " + what;
+  return "settings " + name + ", line " + std::to_string(where.line) + ": " + Undisguised(what);
 }
 
 ParsedSettings TextsOf(const toml::table& table, const std::string& name) {
@@ -22,7 +24,7 @@ ParsedSettings TextsOf(const toml::table& table, const std::string& name) {
   std::vector<std::string> complaints;
   for (const auto& [key, value] : table) {
     if (auto text = TextOf(value)) {
-      texts.emplace(key.str(), *std::move(text));
+      texts.emplace(Undisguised(std::string(key.str())), Undisguised(*text));
     } else {
       const std::string what = std::string(key.str()) + " is no boolean, integer or string";
       complaints.push_back(Complaint(name, value.source().begin, what));
@@ -36,8 +38,12 @@ ParsedSettings TextsOf(const toml::table& table, const std::string& name) {
 // The parser is built with exceptions, and is not told the name: either way the
 // want of memory would end the program.
 ParsedSettings ParseSettings(const std::string& toml, const std::string& name) {
+  const std::optional<std::string> disguised = Disguised(toml);
+  if (!disguised) {
+    return {std::nullopt, {"settings " + name + ": not UTF-8, or with private characters"}};
+  }
   try {
-    return TextsOf(toml::parse(toml), name);
+    return TextsOf(toml::parse(*disguised), name);
   } catch (const toml::parse_error& error) {
     const std::string what(error.description());
     return {std::nullopt, {Complaint(name, error.source().begin, what)}};

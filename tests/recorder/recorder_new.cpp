@@ -41,6 +41,15 @@ void* operator new(std::size_t size) {
   return block;
 }
 
+// Of the same kind: its blocks come back through the same delete.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void operator delete(void* block) noexcept {
   __real_free(block);
 }

@@ -15,7 +15,10 @@
 #include "tools/pxl/failure.h"
 
 using namespace pxl;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -241,6 +244,14 @@ TEST(ExrHeader, WithAnEmptyWindowIsRefused) {
               HasSubstr("empty display window"));
   EXPECT_THAT(ReasonAgainst(WithWindow(SmallFile(), "dataWindow", empty)),
               HasSubstr("empty data window"));
+}
+
+TEST(ExrHeader, WithoutSeveralAttributesIsRefusedInOneLine) {
+  std::string file = SmallFile();
+  for (const std::string name : {"channels", "compression", "lineOrder"}) {
+    file.at(file.find(name)) = '?';
+  }
+  EXPECT_THAT(ReasonAgainst(file), AllOf(Not(IsEmpty()), Not(HasSubstr("\n"))));
 }
 
 TEST(ExrHeader, WithAHugeDataWindowIsRefused) {

@@ -37,9 +37,11 @@ if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   include(${PROJECT_SOURCE_DIR}/tools/pxl/portable_libraries.cmake)
   pxl_add_test(portable_pictures_test
     ${PROJECT_SOURCE_DIR}/tools/pxl/exr_file_tinyexr.cpp
+    ${PROJECT_SOURCE_DIR}/tools/pxl/exr_layout.cpp
     ${PROJECT_SOURCE_DIR}/tools/pxl/png_chunks.cpp
     ${PROJECT_SOURCE_DIR}/tools/pxl/png_file_stb.cpp
     exr_file_test.cpp
+    exr_layout_test.cpp
     png_file_test.cpp)
   target_link_libraries(portable_pictures_test PRIVATE picture_libraries test_pictures)
 endif()

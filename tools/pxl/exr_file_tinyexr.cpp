@@ -12,6 +12,7 @@
 
 #include "tools/pxl/colour_tags.h"
 #include "tools/pxl/exr_file.h"
+#include "tools/pxl/exr_layout.h"
 #include "tools/pxl/failure.h"
 #include "tools/pxl/reading.h"
 
@@ -36,11 +37,13 @@ class Message {
   ~Message() { FreeEXRErrorMessage(text_); }
 
   const char** Place() { return &text_; }
-  // One line, whatever the library ends its own with.
+  // The first line, which tells the cause; the library adds one for all that follows
+  // from it.
   std::string Text() const {
-    std::string text = text_ != nullptr ? text_ : "for an unknown reason";
-    while (text.ends_with('\n') || text.ends_with('.')) text.pop_back();
-    return text;
+    std::string text = text_ != nullptr ? text_ : "";
+    text.resize(std::min(text.find('\n'), text.size()));
+    while (text.ends_with('.')) text.pop_back();
+    return text.empty() ? "for an unknown reason" : text;
   }
 
  private:
@@ -49,6 +52,20 @@ class Message {
 
 void Check(int status, const std::string& what, const Message& message) {
   if (status != TINYEXR_SUCCESS) throw Failure(what + ": " + message.Text());
+}
+
+// What the library throws is of the standard library's, and always about the file.
+template <typename Work>
+void Guarded(const Work& work) {
+  try {
+    work();
+  } catch (const Failure&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw Failure("damaged OpenEXR: not enough memory");
+  } catch (const std::exception& problem) {
+    throw Failure(std::string("damaged OpenEXR: ") + problem.what());
+  }
 }
 
 // The library's structures with what they own.
@@ -126,9 +143,8 @@ class ExrReader : public PictureReader {
   explicit ExrReader(std::istream& stream)
       : file_(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()) {
     RefuseKinds();
-    Message message;
-    Check(ParseEXRHeaderFromMemory(&exr_, &version_, Bytes(), file_.size(), message.Place()),
-          "damaged OpenEXR", message);
+    table_ = CheckExrHeader(file_);
+    Guarded([this] { ParseHeader(); });
     display_ = WindowOf(exr_.display_window);
     data_ = WindowOf(exr_.data_window);
     if (display_.Width() < 1 || display_.Height() < 1) {
@@ -145,13 +161,9 @@ class ExrReader : public PictureReader {
     for (std::int64_t y = 0; y < header_.height; ++y) {
       std::memset(rows.Row(y), 0, kPixelBytes * static_cast<std::size_t>(header_.width));
     }
+    CheckExrChunks(file_, table_, Layout());
     Image image;
-    Message message;
-    const int status =
-        LoadEXRImageFromMemory(&image, &exr_, Bytes(), file_.size(), message.Place());
-    // What the library could not finish it has freed, and yet left there.
-    if (status != TINYEXR_SUCCESS) InitEXRImage(&image);
-    Check(status, "damaged OpenEXR", message);
+    Guarded([&] { Load(image); });
     if (image.images != nullptr) {
       Put(rows, {image.images, data_.left, data_.top, image.width, image.height});
     }
@@ -177,6 +189,41 @@ class ExrReader : public PictureReader {
     if (version_.multipart != 0) {
       throw Failure("OpenEXR files of several parts are not supported");
     }
+  }
+
+  void ParseHeader() {
+    Message message;
+    Check(ParseEXRHeaderFromMemory(&exr_, &version_, Bytes(), file_.size(), message.Place()),
+          "damaged OpenEXR", message);
+  }
+
+  void Load(Image& image) {
+    Message message;
+    const int status =
+        LoadEXRImageFromMemory(&image, &exr_, Bytes(), file_.size(), message.Place());
+    // What the library could not finish it has freed, and yet left there.
+    if (status != TINYEXR_SUCCESS) InitEXRImage(&image);
+    Check(status, "damaged OpenEXR", message);
+  }
+
+  ExrLayout Layout() const {
+    constexpr std::int64_t kHalf = 2;
+    constexpr std::int64_t kOther = 4;
+    std::int64_t bytes = 0;
+    for (int i = 0; i < exr_.num_channels; ++i) {
+      bytes += exr_.channels[i].pixel_type == TINYEXR_PIXELTYPE_HALF ? kHalf : kOther;
+    }
+    return {data_.top,
+            data_.Width(),
+            data_.Height(),
+            bytes,
+            exr_.compression_type,
+            exr_.chunk_count,
+            exr_.tiled != 0,
+            exr_.tile_size_x,
+            exr_.tile_size_y,
+            exr_.tile_level_mode,
+            exr_.tile_rounding_mode != 0};
   }
 
   void ChooseChannels() {
@@ -253,6 +300,7 @@ class ExrReader : public PictureReader {
   }
 
   std::string file_;
+  std::size_t table_ = 0;  // of chunks: where it begins
   EXRVersion version_{};
   Header exr_;
   Window display_{};

@@ -9,6 +9,7 @@ target_link_libraries(picture_libraries PUBLIC stb::stb tinyexr::tinyexr)
 
 target_sources(pxl_pictures PRIVATE
   exr_file_tinyexr.cpp
+  exr_layout.cpp
   label_stb.cpp
   png_chunks.cpp
   png_file_stb.cpp)

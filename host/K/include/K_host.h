@@ -296,8 +296,8 @@ K_API uint64_t K_TextToUTF8(const char* text, char* utf8, uint64_t size);
  * '#' are left out, and either line end, a byte-order mark and a missing last
  * line end are fine. Malformed are: text that is not UTF-8, a line without '=',
  * a key that does not start with "$$$/" or holds blanks, a key given twice, a
- * control character in a text, a text of more than K_LongestTranslation bytes.
- * A file of more than 4 MiB, a pipe and a device are no translations.
+ * control character in a key or a text, a text of more than K_LongestTranslation
+ * bytes. A file of more than 4 MiB, a pipe and a device are no translations.
  *
  * What has no translation, or an empty one, keeps its default text, and keys
  * that no module knows say nothing. A translation must have the placeholders of

@@ -5,6 +5,7 @@
 /// named by the environment variable VETRIX_SETTINGS and read once, at the first
 /// look at any setting. Booleans read as "true" or "false", integers in decimal,
 /// strings as they are; other values are left out with a line on standard error.
+/// The file is UTF-8, with no private characters from U+F0000 to U+FFFFF.
 /// No variable: no settings. A file that is missing, no regular file, larger than
 /// 1 MiB or cannot be parsed is told in one line on standard error and counts as
 /// empty.

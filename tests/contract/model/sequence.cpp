@@ -36,72 +36,47 @@ constexpr Act LIKELY[] = {Act::New,    Act::New,     Act::Dispose, Act::Lock,   
                           Act::Purge,  Act::Purge,   Act::Clear,   Act::SetOrder, Act::AssumeOrder,
                           Act::Move,   Act::GetOrder};
 
-class Dice {
- public:
-  explicit Dice(std::uint32_t seed) : engine_(seed) {}
-  // 0 .. sides - 1. No library distribution: they differ between libraries.
-  int Roll(std::size_t sides) { return static_cast<int>(engine_() % sides); }
-  bool OneIn(std::size_t sides) { return Roll(sides) == 0; }
-
- private:
-  std::mt19937 engine_;
-};
+bool OneIn(const Dice& roll, std::size_t sides) {
+  return roll(sides) == 0;
+}
 
 constexpr int LARGEST_WIDTH = 40;
 constexpr int LARGEST_HEIGHT = 20;
 
-Rect RandomRect(Dice& dice) {
-  const int left = dice.Roll(20) - 10;
-  const int top = dice.Roll(20) - 10;
+Rect RandomRect(const Dice& roll) {
+  const int left = roll(20) - 10;
+  const int top = roll(20) - 10;
   return {static_cast<std::int16_t>(top), static_cast<std::int16_t>(left),
-          static_cast<std::int16_t>(top + 1 + dice.Roll(LARGEST_HEIGHT)),
-          static_cast<std::int16_t>(left + 1 + dice.Roll(LARGEST_WIDTH))};
+          static_cast<std::int16_t>(top + 1 + roll(LARGEST_HEIGHT)),
+          static_cast<std::int16_t>(left + 1 + roll(LARGEST_WIDTH))};
 }
 
 // Now and then a row that no frame can have.
-Rect RandomFrameRect(Dice& dice) {
-  Rect rect = RandomRect(dice);
-  if (dice.OneIn(20)) rect = {rect.top, -20000, rect.bottom, 20000};
+Rect RandomFrameRect(const Dice& roll) {
+  Rect rect = RandomRect(roll);
+  if (OneIn(roll, 20)) rect = {rect.top, -20000, rect.bottom, 20000};
   return rect;
 }
 
-std::int32_t RandomDepth(Dice& dice, Backing backing) {
+std::int32_t RandomDepth(const Dice& roll, Backing backing) {
   constexpr std::int32_t all[] = {8, 32, 64, 128};
-  if (backing == Backing::Surface) return all[dice.Roll(2)];
-  return backing == Backing::Frame ? all[1 + dice.Roll(3)] : all[dice.Roll(4)];
+  if (backing == Backing::Surface) return all[roll(2)];
+  return backing == Backing::Frame ? all[1 + roll(3)] : all[roll(4)];
 }
 
-Wish RandomWish(Dice& dice) {
+Wish RandomWish(const Dice& roll) {
   Wish wish;
   constexpr Backing backings[] = {Backing::Surface, Backing::Surface, Backing::Frame,
                                   Backing::Frame,   Backing::Mapped,  Backing::Mapped,
                                   Backing::Geometry};
-  wish.backing = backings[dice.Roll(std::size(backings))];
-  wish.depth = RandomDepth(dice, wish.backing);
-  wish.callersHandle = dice.OneIn(2);
+  wish.backing = backings[roll(std::size(backings))];
+  wish.depth = RandomDepth(roll, wish.backing);
+  wish.callersHandle = OneIn(roll, 2);
   const bool hasPixels = wish.backing == Backing::Surface || wish.backing == Backing::Frame;
-  wish.clear = hasPixels && dice.OneIn(3);
-  wish.alternate = wish.backing == Backing::Frame && wish.depth == 32 && dice.OneIn(3);
-  wish.rect = wish.backing == Backing::Surface ? RandomRect(dice) : RandomFrameRect(dice);
+  wish.clear = hasPixels && OneIn(roll, 3);
+  wish.alternate = wish.backing == Backing::Frame && wish.depth == 32 && OneIn(roll, 3);
+  wish.rect = wish.backing == Backing::Surface ? RandomRect(roll) : RandomFrameRect(roll);
   return wish;
-}
-
-Step RandomStep(Dice& dice) {
-  Step step;
-  step.act = LIKELY[dice.Roll(std::size(LIKELY))];
-  if (dice.OneIn(3)) {
-    step.trouble = static_cast<Trouble>(dice.Roll(static_cast<std::size_t>(Trouble::Count)));
-  }
-  step.wish = RandomWish(dice);
-  step.hasRect = !dice.OneIn(6);
-  step.rect = RandomFrameRect(dice);
-  constexpr std::int32_t depths[] = {0, 0, 0, 8, 32, 64};
-  step.depth = depths[dice.Roll(std::size(depths))];
-  step.asks = dice.OneIn(2);
-  step.asksToo = dice.OneIn(2);
-  step.value = dice.OneIn(3) ? 0 : 0x01020304;
-  step.blockOffset = static_cast<std::size_t>(dice.Roll(16));
-  return step;
 }
 
 void Describe(std::ostream& text, const Rect& rect) {
@@ -129,10 +104,30 @@ void Describe(std::ostream& text, const Step& step) {
 
 }  // namespace
 
+Step RandomStep(const Dice& roll) {
+  Step step;
+  step.act = LIKELY[roll(std::size(LIKELY))];
+  if (OneIn(roll, 3)) {
+    step.trouble = static_cast<Trouble>(roll(static_cast<std::size_t>(Trouble::Count)));
+  }
+  step.wish = RandomWish(roll);
+  step.hasRect = !OneIn(roll, 6);
+  step.rect = RandomFrameRect(roll);
+  constexpr std::int32_t depths[] = {0, 0, 0, 8, 32, 64};
+  step.depth = depths[roll(std::size(depths))];
+  step.asks = OneIn(roll, 2);
+  step.asksToo = OneIn(roll, 2);
+  step.value = OneIn(roll, 3) ? 0 : 0x01020304;
+  step.blockOffset = static_cast<std::size_t>(roll(16));
+  return step;
+}
+
 Sequence RandomSequence(std::uint32_t seed, int length) {
-  Dice dice(seed);
+  std::mt19937 engine(seed);
+  // No library distribution: they differ between libraries.
+  const Dice roll = [&engine](std::size_t sides) { return static_cast<int>(engine() % sides); };
   Sequence sequence;
-  for (int i = 0; i < length; ++i) sequence.push_back(RandomStep(dice));
+  for (int i = 0; i < length; ++i) sequence.push_back(RandomStep(roll));
   return sequence;
 }
 

@@ -41,6 +41,12 @@ struct Step {
 };
 using Sequence = std::vector<Step>;
 
+// Gives a number from 0 to sides - 1.
+using Dice = std::function<int(std::size_t sides)>;
+
+// A step that a host might take, all of it by the dice.
+Step RandomStep(const Dice& roll);
+
 // The same seed gives the same sequence everywhere.
 Sequence RandomSequence(std::uint32_t seed, int length);
 

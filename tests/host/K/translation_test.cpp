@@ -315,6 +315,8 @@ TEST_F(Translation, IsMalformedByTheLine) {
   EXPECT_EQ(ProblemOf("$$$/t 1 = eins"), "line 1: the key holds blanks");
   EXPECT_EQ(ProblemOf("$$$/t/1 = eins\r\n$$$/t/2 =\r\n$$$/t/1 = zwei\r\n"),
             "line 3: the key is there already: $$$/t/1");
+  EXPECT_EQ(ProblemOf("$$$/t/\r1 = a"), "line 1: the key holds a control character");
+  EXPECT_EQ(ProblemOf("$$$/t/\u0085 = a"), "line 1: the key holds a control character");
   EXPECT_EQ(ProblemOf("$$$/t/1 = a\tb"), "line 1: the text holds a control character");
   EXPECT_EQ(ProblemOf("\n$$$/t/1 = \x0E\u30D4"), "line 2: the text holds a control character");
   EXPECT_EQ(ProblemOf("$$$/t/1 = \u009B"), "line 1: the text holds a control character");

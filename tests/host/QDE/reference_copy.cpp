@@ -56,8 +56,8 @@ void Write(Picture* picture, int x, int y, const Pixel& pixel) {
 }
 
 int SourceOf(int position, int start, int end, int destinationStart, int destinationEnd) {
-  return start +
-         (position - destinationStart) * (end - start) / (destinationEnd - destinationStart);
+  const std::int64_t product = std::int64_t{position - destinationStart} * (end - start);
+  return start + static_cast<int>(product / (destinationEnd - destinationStart));
 }
 
 // ---- Modes
@@ -261,11 +261,12 @@ Picture Copy(const Picture& source, const Picture& destination, const Rect& from
   Picture result = destination;
   if (from.left >= from.right || from.top >= from.bottom) return result;
   Copier copier(source, &result, mode, colors);
-  for (int y = to.top; y < to.bottom; ++y) {
-    for (int x = to.left; x < to.right; ++x) {
+  const Rect& bounds = result.bounds;
+  for (int y = std::max(to.top, bounds.top); y < std::min(to.bottom, bounds.bottom); ++y) {
+    for (int x = std::max(to.left, bounds.left); x < std::min(to.right, bounds.right); ++x) {
       const int sx = SourceOf(x, from.left, from.right, to.left, to.right);
       const int sy = SourceOf(y, from.top, from.bottom, to.top, to.bottom);
-      if (!Contains(result.bounds, x, y) || !Contains(source.bounds, sx, sy)) continue;
+      if (!Contains(source.bounds, sx, sy)) continue;
       copier.CopyPixel(sx, sy, x, y);
     }
   }

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "tests/system/variables.h"
 #include "vetrix_host.h"
@@ -100,6 +101,37 @@ TEST_F(DebugSettings, AreEmptyAfterABadFileThatIsToldInOneLine) {
   EXPECT_TRUE(told.starts_with("vetrix: settings " + file.Path() + ", line 2: ")) << told;
   EXPECT_EQ(told.find('\n'), told.size() - 1) << told;
   EXPECT_TRUE(vetrix::host::Settings().empty());
+}
+
+TEST_F(DebugSettings, MayHoldAnyCharacter) {
+  EXPECT_TRUE(
+      vetrix::host::LoadSettingsText("\xEF\xBB\xBF"
+                                     "a = '\u00E9\u0466\U0001F600' # \u0466\n"
+                                     "\"\u30D4\" = \"\u2028\\u00E9\uFB26\"\n"));
+  EXPECT_EQ(Entry("a"), "\u00E9\u0466\U0001F600");
+  EXPECT_EQ(Entry("\u30D4"), "\u2028\u00E9\uFB26");
+}
+
+TEST_F(DebugSettings, AreEmptyAfterACharacterBeyondASCIIOutOfItsPlace) {
+  const std::vector<std::string> bad = {
+      "a = 4\n[c\u0466 ", "\na \u0466 = 1",   "\na = \u2C5E\n", "\na = 1 \uFB26",
+      "\na = 'x\u0466\n", "\na = 0)\"\u0466", "\na\u00A0= 1\n", "a = \"\"\"\\\n\u0466\u0466"};
+  for (const std::string& text : bad) {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(vetrix::host::LoadSettingsText(text)) << text;
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(told.starts_with("vetrix: settings (text), line 2: ")) << told;
+    EXPECT_EQ(told.find('\xF3'), std::string::npos) << told;
+  }
+}
+
+TEST_F(DebugSettings, AreEmptyAfterATextThatIsNotUTF8) {
+  for (const std::string text : {"a = '\xFF'", "a = '\U000F0466'"}) {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(vetrix::host::LoadSettingsText(text));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "vetrix: settings (text): not UTF-8, or with private characters\n");
+  }
 }
 
 TEST_F(DebugSettings, LeaveOutValuesOfOtherKinds) {
