@@ -257,7 +257,7 @@ void AddUpdates(std::vector<Scenario>& all) {
 // ---- Frames and reports
 
 void AddFrames(std::vector<Scenario>& all) {
-  for (const std::uint64_t size : {1000, 1000000}) {
+  for (const std::uint64_t size : {std::uint64_t{1000}, std::uint64_t{1000000}}) {
     const std::string name = std::to_string(size) + "Bytes";
     const auto allocate = [size](Stage& stage) {
       stage.frameSize = size;
