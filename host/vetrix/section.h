@@ -27,8 +27,8 @@ class Section {
   bool Unmap(std::error_code& error);
 
   // Takes leave of a file. One whose view the system does not take back gives
-  // the disk its space, where that can be, and is kept until a later call finds
-  // that the view goes. Needs no memory. Safe on any thread.
+  // the disk its space, where that can be, and its view is kept until a later
+  // call finds that it goes. Needs no memory. Safe on any thread.
   static void Discard(std::unique_ptr<Section> section);
 
  private:

@@ -17,8 +17,9 @@ struct Section::Handles {
   Handles() = default;
   Handles(const Handles&) = delete;
   Handles& operator=(const Handles&) = delete;
-  ~Handles() {
-    if (descriptor >= 0) system::Close(descriptor);
+  ~Handles() { Close(); }
+  void Close() {
+    if (descriptor >= 0) system::Close(std::exchange(descriptor, -1));
   }
   int descriptor = -1;
 };
@@ -51,9 +52,10 @@ bool Section::Unmap(std::error_code& error) {
   return true;
 }
 
-// Where even that fails, the file keeps its space until it goes.
+// Where even that fails, the file keeps its space as long as its view is there.
 void Section::GiveSpaceBack() {
   system::Truncate(handles_->descriptor, 0);
+  handles_->Close();
 }
 
 }  // namespace vetrix

@@ -44,13 +44,13 @@ const ::testing::Environment* const PRINTED_NUMBERS =
 
 class EveryAllocation : public ::testing::TestWithParam<Scenario> {
  protected:
-  static bool Try(Lack lack);
+  static bool Try(std::int64_t successes, std::int64_t failures);
   static void TryAll(Extent extent);
 };
 
 // Stores grow now and then, and not for good: only what grows with each time is
 // lost.
-void ExpectNoLoss(const Scenario& scenario, Lack lack) {
+void ExpectNoLoss(const Scenario& scenario, Lack& lack) {
   constexpr int TIMES = 5;
   const std::int64_t before = scarce::LiveBlocks();
   for (int i = 0; i < TIMES; ++i) Play(scenario, lack);
@@ -58,8 +58,9 @@ void ExpectNoLoss(const Scenario& scenario, Lack lack) {
 }
 
 // False when there are no more allocations to fail.
-bool EveryAllocation::Try(Lack lack) {
-  SCOPED_TRACE(::testing::Message() << lack.failures << " after " << lack.successes);
+bool EveryAllocation::Try(std::int64_t successes, std::int64_t failures) {
+  SCOPED_TRACE(::testing::Message() << failures << " after " << successes);
+  Lack lack(successes, failures);
   const std::int64_t before = scarce::LiveBlocks();
   const Played played = Play(GetParam(), lack);
   if (scarce::LiveBlocks() > before) ExpectNoLoss(GetParam(), lack);
@@ -69,7 +70,7 @@ bool EveryAllocation::Try(Lack lack) {
 }
 
 void EveryAllocation::TryAll(Extent extent) {
-  for (std::int64_t successes = 0; Try({successes, CountIn(extent)}); ++successes) {
+  for (std::int64_t successes = 0; Try(successes, CountIn(extent)); ++successes) {
     ++numbers.points[extent];
     if (HasFailure()) return;
   }
@@ -78,7 +79,8 @@ void EveryAllocation::TryAll(Extent extent) {
 TEST_P(EveryAllocation, MayFail) {
   ++numbers.scenarios;
   // What is kept for good is made first.
-  Play(GetParam(), {0, 0});
+  Lack none(0, 0);
+  Play(GetParam(), none);
   for (const Extent extent : EXTENTS) TryAll(extent);
 }
 

@@ -31,8 +31,8 @@ enum Ending { RAN_OUT, RAN_OUT_AS_AN_EXCEPTION, NOTHING_FAILED, WRONG };
 
 class FirstFrame : public ::testing::TestWithParam<Making> {
  protected:
-  static Ending Live(Lack lack);
-  static Ending LiveApart(Lack lack);
+  static Ending Live(Trouble& lack);
+  static Ending LiveApart(Trouble& lack);
   static void TryAll(std::int64_t failures, bool mayThrow);
 };
 
@@ -42,7 +42,7 @@ bool Works(PXL_WorldHandle worldH) {
 }
 
 // One birth, one World, and after a failure the World once more.
-Ending FirstFrame::Live(Lack lack) {
+Ending FirstFrame::Live(Trouble& lack) {
   PXL_Birth(0);
   const Rect rect = SMALL;
   const Making& making = GetParam();
@@ -52,16 +52,16 @@ Ending FirstFrame::Live(Lack lack) {
   };
   const Levels before = CurrentLevels();
   Ending ending = NOTHING_FAILED;
-  scarce::Begin(lack.successes, lack.failures);
+  lack.Begin();
   try {
     const std::int32_t status = make();
-    scarce::End();
+    lack.End();
     if (status != 0) ending = RAN_OUT;
-    if (status != 0 && (worldH != nullptr || scarce::Failures() == 0)) return WRONG;
+    if (status != 0 && (worldH != nullptr || lack.Failures() == 0)) return WRONG;
     if (status == 0 && !Works(worldH)) return WRONG;
-    if (status == 0 && scarce::Failures() > 0) ending = RAN_OUT;  // and made up for it
+    if (status == 0 && lack.Failures() > 0) ending = RAN_OUT;  // and made up for it
   } catch (const std::bad_alloc&) {
-    scarce::End();
+    lack.End();
     ending = RAN_OUT_AS_AN_EXCEPTION;
     if (worldH != nullptr) return WRONG;
   }
@@ -70,7 +70,7 @@ Ending FirstFrame::Live(Lack lack) {
   return CurrentLevels() == before ? ending : WRONG;
 }
 
-Ending FirstFrame::LiveApart(Lack lack) {
+Ending FirstFrame::LiveApart(Trouble& lack) {
   std::fflush(nullptr);
   const pid_t child = fork();
   if (child == 0) {
@@ -88,7 +88,8 @@ void FirstFrame::TryAll(std::int64_t failures, bool mayThrow) {
   int exceptions = 0;
   for (std::int64_t successes = 0;; ++successes) {
     SCOPED_TRACE(::testing::Message() << failures << " after " << successes);
-    const Ending ending = LiveApart({successes, failures});
+    Lack lack(successes, failures);
+    const Ending ending = LiveApart(lack);
     ASSERT_NE(ending, WRONG);
     if (ending == NOTHING_FAILED) break;
     ++points;

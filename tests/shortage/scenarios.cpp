@@ -184,6 +184,12 @@ void CheckLocked(const Stage& stage, std::int32_t status) {
   CheckCount(stage, status == 0 ? 1 : 0);
 }
 
+// That of a mapped file counts, whatever comes of it.
+void CheckLockedMapped(const Stage& stage, std::int32_t status) {
+  CheckCount(stage, 1);
+  EXPECT_EQ((*stage.worldH)->pixels.frame != nullptr, status == 0);
+}
+
 // Whoever asks is told, not warned.
 void CheckAsked(const Stage& stage, std::int32_t) {
   EXPECT_TRUE(stage.flag == 0 || stage.flag == 1);
@@ -200,7 +206,7 @@ void AddLocks(std::vector<Scenario>& all) {
   const Step mapped = World(128, SMALL, MAPPED);
   all.push_back({"LockOfAFrame", World(64, SMALL, 0), Lock, {}, each, CheckLocked});
   all.push_back({"LockOfASurface", World(32, SMALL, 0), Lock, {}, each, CheckLocked});
-  all.push_back({"LockOfAMappedFile", mapped, Lock, {}, each, CheckLocked});
+  all.push_back({"LockOfAMappedFile", mapped, Lock, {4}, each, CheckLockedMapped});
   all.push_back(
       Scenario{"LockOfPurgedPixels", MakePurged, Lock, {}, each, CheckLocked}.Giving(0x701));
   all.push_back({"LoadLockOfASurface", World(8, SMALL, 0), LoadLock, {}, each, CheckLocked});
@@ -251,7 +257,7 @@ void AddUpdates(std::vector<Scenario>& all) {
 // ---- Frames and reports
 
 void AddFrames(std::vector<Scenario>& all) {
-  for (const std::uint64_t size : {1000, 1000000}) {
+  for (const std::uint64_t size : {std::uint64_t{1000}, std::uint64_t{1000000}}) {
     const std::string name = std::to_string(size) + "Bytes";
     const auto allocate = [size](Stage& stage) {
       stage.frameSize = size;
@@ -413,4 +419,16 @@ std::vector<Scenario> AllScenarios() {
   AddBlits(all);
   AddPixels(all);
   return all;
+}
+
+std::vector<Scenario> MappedScenarios() {
+  std::vector<Scenario> mapped;
+  for (const Scenario& scenario : AllScenarios()) {
+    if (scenario.name.find("Mapped") != std::string::npos) mapped.push_back(scenario);
+  }
+  return mapped;
+}
+
+std::int32_t MakeAMappedFile(Stage& stage) {
+  return PXL_NewWorld(nullptr, MAPPED, &SMALL, 32, 0, nullptr, &stage.worldH);
 }

@@ -38,9 +38,14 @@ void CheckWorlds(const Stage& stage) {
   }
 }
 
-// A World can still be locked, written to and disposed of.
-void UseAndDispose(PXL_WorldHandle handle) {
-  if (!IsLive(handle)) return;
+// What a lock leaves that could not map the pixels: it counts all the same, and
+// has nothing to unlock.
+bool IsLockedWithoutView(const PXL_World& world) {
+  return world.pixels.provider != nullptr && world.pixels.frame == nullptr &&
+         world.pixels.lockCount > 0;
+}
+
+void Use(PXL_WorldHandle handle) {
   std::uint8_t loaded = 0;
   std::uint8_t reloaded = 0;
   EXPECT_EQ(PXL_LoadLockPixels(0, handle, &loaded, &reloaded), 0);
@@ -49,6 +54,12 @@ void UseAndDispose(PXL_WorldHandle handle) {
     EXPECT_EQ(PXL_ClearWorldToLong(handle, 0x01020304), 0);
   }
   while ((*handle)->pixels.lockCount > 0) PXL_UnlockPixels(handle);
+}
+
+// A World can still be locked and written to, and be disposed of.
+void UseAndDispose(PXL_WorldHandle handle) {
+  if (!IsLive(handle)) return;
+  if (!IsLockedWithoutView(**handle)) Use(handle);
   EXPECT_EQ(PXL_DisposeWorld(handle), 0);
 }
 
@@ -63,17 +74,17 @@ void Settle(const Stage& stage) {
   EmptyCaches();
 }
 
-Played RunShort(const Scenario& scenario, Stage& stage, Lack lack) {
+Played Run(const Scenario& scenario, Stage& stage, Trouble& trouble) {
   Played played;
   K_SetReportSink(CountReport, &played.reports);
-  scarce::Begin(lack.successes, lack.failures);
+  trouble.Begin();
   try {
     played.status = scenario.run(stage);
   } catch (const std::bad_alloc&) {
     played.threw = true;
   }
-  played.allocations = scarce::End();
-  played.failures = scarce::Failures();
+  trouble.End();
+  played.failures = trouble.Failures();
   K_SetReportSink([](const K_Report*, void*) {}, nullptr);
   return played;
 }
@@ -106,7 +117,19 @@ void EmptyCaches() {
   K_SetScramble(0);
 }
 
-Played Play(const Scenario& scenario, Lack lack) {
+void Lack::Begin() {
+  scarce::Begin(successes_, failures_);
+}
+
+void Lack::End() {
+  scarce::End();
+}
+
+std::int64_t Lack::Failures() const {
+  return scarce::Failures();
+}
+
+Played Play(const Scenario& scenario, Trouble& trouble) {
   const Levels before = CurrentLevels();
   Stage stage;
   scenario.prepare(stage);
@@ -116,7 +139,7 @@ Played Play(const Scenario& scenario, Lack lack) {
   GetPort(&port);
   const GDHandle device = GetGDevice();
 
-  const Played played = RunShort(scenario, stage, lack);
+  const Played played = Run(scenario, stage, trouble);
 
   EXPECT_FALSE(played.threw);
   const bool asEver = played.status == scenario.undisturbed;

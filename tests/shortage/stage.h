@@ -52,24 +52,45 @@ struct Scenario {
 std::ostream& operator<<(std::ostream& stream, const Scenario& scenario);
 
 std::vector<Scenario> AllScenarios();
+// Those in which a mapped file is made, mapped, unmapped or disposed of.
+std::vector<Scenario> MappedScenarios();
+// Creates a World of that kind.
+std::int32_t MakeAMappedFile(Stage& stage);
 
-// The shortage of one call.
-struct Lack {
-  std::int64_t successes;
-  std::int64_t failures;
+// What goes wrong in one call: begins and ends around it, and knows how often it
+// struck.
+class Trouble {
+ public:
+  virtual ~Trouble() = default;
+  virtual void Begin() = 0;
+  virtual void End() = 0;
+  [[nodiscard]] virtual std::int64_t Failures() const = 0;
+};
+
+// The shortage of one call: so many allocations succeed, and so many fail.
+class Lack : public Trouble {
+ public:
+  Lack(std::int64_t successes, std::int64_t failures)
+      : successes_(successes), failures_(failures) {}
+  void Begin() override;
+  void End() override;
+  [[nodiscard]] std::int64_t Failures() const override;
+
+ private:
+  std::int64_t successes_;
+  std::int64_t failures_;
 };
 
 struct Played {
   std::int32_t status = 0;
   bool threw = false;  // out of memory, as an exception
-  std::int64_t allocations = 0;
   std::int64_t failures = 0;
   int reports = 0;
 };
 
-// Plays a scenario from the beginning to the end with the shortage in its call,
+// Plays a scenario from the beginning to the end with the trouble in its call,
 // and checks all that has to be so.
-Played Play(const Scenario& scenario, Lack lack);
+Played Play(const Scenario& scenario, Trouble& trouble);
 
 // What a host would count of its own, and what the system counts of it.
 struct Levels {

@@ -13,7 +13,6 @@ struct Wanted {
 };
 
 constexpr Rect SMALL = {3, 5, 7, 15};
-constexpr Rect LARGE = {0, 0, 400, 420};
 
 std::string NameOf(const Wanted& wanted, Owner owner) {
   return wanted.path + std::to_string(wanted.depth) +
@@ -104,12 +103,12 @@ void AddFrames(std::vector<Operation>& all, Owner owner) {
     all.push_back(
         Creation({"AHeapFrame", depth, flags, SMALL}, owner, {0, 0}, NewFrameTable("malloc"))
             .OrOfTwo({LOST_REPORT}));
-    all.push_back(Creation({"APoolFrame", depth, flags, LARGE}, owner, {0, 0},
+    all.push_back(Creation({"APoolFrame", depth, flags, RectOfThePool(depth)}, owner, {0, 0},
                            NewFrameTable("K_AllocateRecycledPtr"))
                       .OrOfTwo({LOST_REPORT}));
     all.push_back(Creation({"ARefusedHeapFrame", depth, flags, SMALL}, owner, {4, 1},
                            NoFrameTable("malloc"), {{"malloc", 1, Way::FailsFromHere}}));
-    all.push_back(Creation({"ARefusedPoolFrame", depth, flags, LARGE}, owner, {4, 1},
+    all.push_back(Creation({"ARefusedPoolFrame", depth, flags, RectOfThePool(depth)}, owner, {4, 1},
                            NoFrameTable("K_AllocateRecycledPtr"),
                            {{"K_AllocateRecycledPtr", 1, Way::FailsFromHere}}));
   }

@@ -4,7 +4,6 @@
 namespace {
 
 constexpr Rect SMALL = {0, 0, 4, 10};
-constexpr Rect LARGE = {0, 0, 400, 420};
 constexpr std::uint32_t MAPPED = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
 
 Operation Disposal(const std::string& name, const std::function<void(Bench&)>& make,
@@ -57,7 +56,7 @@ std::vector<Operation> DisposalOperations() {
   // K makes nothing of the exception that it reports.
   const Result released = {0, 1};
   return {Disposal("AHeapFrame", World(64, SMALL, 0), {}),
-          Disposal("APoolFrame", World(128, LARGE, 0), {}),
+          Disposal("APoolFrame", World(128, RectOfThePool(128), 0), {}),
           Disposal("ASurface", World(32, SMALL, 0), {}),
           Disposal("GeometryAlone", World(32, SMALL, PXL_Flag_DEFERRED), {}),
           Disposal("AFrameInTheCallersHandle", MakeInTheCallersHandle, {}),

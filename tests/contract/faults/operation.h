@@ -84,6 +84,9 @@ inline std::ostream& operator<<(std::ostream& stream, const Operation& operation
   return stream << operation.name;
 }
 
+// Bounds of a frame that is just large enough for the pool, and a few rows more.
+Rect RectOfThePool(std::int32_t depth, int moreRows = 0);
+
 // One list after the other.
 Table operator+(Table first, const Table& second);
 

@@ -63,6 +63,11 @@ Table FrameTable(const std::string& allocator, std::int32_t failure, int reports
           {allocator, 1, {Way::FailsFromHere}, {failure, reports}}};
 }
 
+Rect RectOfThePool(std::int32_t depth, int moreRows) {
+  const int rows = 190 * 32 / depth + moreRows;
+  return {0, 0, static_cast<std::int16_t>(rows), 420};
+}
+
 std::vector<Operation> AllOperations() {
   std::vector<Operation> all;
   const auto add = [&](const std::string& subject, const std::vector<Operation>& operations) {

@@ -5,8 +5,6 @@ namespace {
 
 constexpr Rect SMALL = {0, 0, 4, 10};
 constexpr Rect TALLER = {2, 2, 20, 12};
-constexpr Rect LARGE = {0, 0, 400, 420};
-constexpr Rect LARGER = {0, 0, 500, 420};
 
 using Step = std::function<void(Bench&)>;
 
@@ -59,13 +57,20 @@ Table LossTable(const std::string& allocator) {
   return table;
 }
 
-void AddFrames(std::vector<Operation>& all, const std::string& kind, const Rect& before,
-               const Rect& after, const std::string& allocator) {
+struct Sizes {
+  Rect before;
+  Rect after;
+};
+
+void AddFrames(std::vector<Operation>& all, const std::string& kind,
+               const std::function<Sizes(std::int32_t depth)>& sizes,
+               const std::string& allocator) {
   const std::vector<Fault> refused = {{"K_PurgeLoop", 1, Way::GivesUp}};
   const std::vector<Fault> nothing = {{allocator, 1, Way::FailsFromHere}};
   for (const std::int32_t depth : {32, 64, 128}) {
     const std::string name = kind + std::to_string(depth);
     const std::uint32_t flags = PXL_Flag_NO_PLATFORM;
+    const auto [before, after] = sizes(depth);
     all.push_back(
         Update(name, World(depth, before, flags), 0, after, {0, 0}, ResizeTable(allocator))
             .OrOfTwo({{4, 0}}));
@@ -123,8 +128,18 @@ void AddRefusals(std::vector<Operation>& all) {
 
 std::vector<Operation> UpdateOperations() {
   std::vector<Operation> all;
-  AddFrames(all, "AHeapFrame", SMALL, TALLER, "malloc");
-  AddFrames(all, "APoolFrame", LARGE, LARGER, "K_AllocateRecycledPtr");
+  AddFrames(
+      all, "AHeapFrame",
+      [](std::int32_t) {
+        return Sizes{SMALL, TALLER};
+      },
+      "malloc");
+  AddFrames(
+      all, "APoolFrame",
+      [](std::int32_t depth) {
+        return Sizes{RectOfThePool(depth), RectOfThePool(depth, 10)};
+      },
+      "K_AllocateRecycledPtr");
   AddSurfaces(all);
   AddRefusals(all);
   return all;
