@@ -26,13 +26,15 @@ struct ConvertOptions {
   bool blitOnly = false;
   bool dither = false;
   bool verbose = false;
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 // Pictures that fail are told one by one; the others are converted.
 int Convert(const ConvertOptions& options);
 
 struct InfoOptions {
   std::optional<std::filesystem::path> file;
-  std::optional<std::int32_t> depth;  // with a file; the picture's own if none
+  std::optional<std::int32_t> depth;      // with a file; the picture's own if none
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
   bool json = false;
 };
 int Info(const InfoOptions& options);
@@ -44,7 +46,8 @@ int Messages(const MessagesOptions& options);
 
 struct DemoOptions {
   std::vector<std::filesystem::path> pictures;
-  std::filesystem::path folder;  // made if it is not there
+  std::filesystem::path folder;           // made if it is not there
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 int Demo(const DemoOptions& options);
 
@@ -52,6 +55,7 @@ struct ModesOptions {
   std::filesystem::path source;
   std::filesystem::path destination;
   std::filesystem::path output;
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 // A sheet of all transfer modes.
 int Modes(const ModesOptions& options);
@@ -59,6 +63,7 @@ int Modes(const ModesOptions& options);
 struct SheetOptions {
   std::filesystem::path picture;
   std::filesystem::path output;
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 // A sheet of all depths, and what each changes.
 int Sheet(const SheetOptions& options);

@@ -198,6 +198,7 @@ class ExrReader : public PictureReader {
   void FillHeader() {
     header_.width = display_.Width();
     header_.height = display_.Height();
+    header_.window = {data_.Width(), data_.Height()};
     header_.samples = SampleType::Float;
     const bool half = exr_.channels[channels_[1]].pixel_type == TINYEXR_PIXELTYPE_HALF;
     header_.format = std::string(half ? "OpenEXR, half, " : "OpenEXR, float, ") +
