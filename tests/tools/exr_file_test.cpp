@@ -290,6 +290,19 @@ TEST(ExrFile, WithMoreTilesThanItHoldsIsRefused) {
   recipe.tiled = true;
   const std::string file = WithWindow(MakeExr(recipe), "dataWindow", {{0, 0}, {16383, 16383}});
   EXPECT_THAT(ReasonAgainst(file), HasSubstr("damaged OpenEXR: "));
+  // Before there is a table of 2^28 tiles: the one library looks, the other is kept
+  // from it.
+  EXPECT_THAT(ReasonAgainst(WithTiles(file, 1, 1)),
+              testing::AnyOf("damaged OpenEXR: the file ends too early",
+                             "damaged OpenEXR: more tiles than the file holds"));
+}
+
+TEST(ExrFile, IsReadWhateverItsCountOfBlocks) {
+  const std::string file = MakeExr(Recipe());
+  const Picture expected = Decode(file);
+  for (const int count : {1, 1000, 0x7FFFFFFF, -1}) {
+    EXPECT_EQ(Decode(WithChunkCount(file, count)).pixels, expected.pixels) << count;
+  }
 }
 
 // What is read whole at first stays as it was.

@@ -141,8 +141,6 @@ TEST_F(HostilePicture, OfMorePixelsThanTheLimitIsRefused) {
   EXPECT_EQ(PngReason(16385, 16384), "16385 x 16384" + limit);
   EXPECT_EQ(PngReason(2147483647, 2147483647, 16), "2147483647 x 2147483647" + limit);
   EXPECT_EQ(ReasonAgainst(ExrOfSize(20000, 20000)), "20000 x 20000" + limit);
-  // At the limit only the end of the file is wrong.
-  EXPECT_THAT(PngReason(16384, 16384), HasSubstr("damaged PNG: "));
 }
 
 TEST_F(HostilePicture, WithALargerDataWindowThanTheLimitIsRefused) {

@@ -103,6 +103,16 @@ int NeedChannel(const EXRHeader& header, const char* name) {
   return channel;
 }
 
+// The library makes its table of tiles before it looks for them in the file, which
+// has 8 bytes for each.
+void CheckTileCount(const EXRHeader& header, const Window& data, std::size_t fileSize) {
+  const std::int64_t columns = (data.Width() - 1) / header.tile_size_x + 1;
+  const std::int64_t lines = (data.Height() - 1) / header.tile_size_y + 1;
+  if (columns * lines > static_cast<std::int64_t>(fileSize / 8)) {
+    throw Failure("damaged OpenEXR: more tiles than the file holds");
+  }
+}
+
 // For the reason's sake: the library itself would fail deep inside.
 void CheckSizes(const EXRHeader& header, const Window& data) {
   if (data.Width() < 1 || data.Height() < 1) throw Failure("damaged OpenEXR: empty data window");
@@ -136,11 +146,14 @@ class ExrReader : public PictureReader {
     ChooseChannels();
     FillHeader();
     CheckSizes(exr_, data_);
+    // The library would believe it, however large, before what the window says.
+    exr_.chunk_count = 0;
   }
 
   const PictureHeader& header() const override { return header_; }
 
   void Read(const PixelRows& rows) override {
+    if (exr_.tiled != 0) CheckTileCount(exr_, data_, file_.size());
     for (std::int64_t y = 0; y < header_.height; ++y) {
       std::memset(rows.Row(y), 0, kPixelBytes * static_cast<std::size_t>(header_.width));
     }
