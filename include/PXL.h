@@ -339,12 +339,12 @@ PXL_API int32_t PXL_ClearWorldToLong(PXL_WorldHandle worldH, int32_t value);
  * \param destinationRect where it goes, in the destination's pixels; null: all
  *     its bounds.
  * \param mode the transfer mode, any other index counts as 0:
- * \verbatim
-   0 srcCopy   4 notSrcCopy   8 blend    12 addMax       16 ditherCopy
-   1 srcOr     5 notSrcOr     9 addPin   13 subOver      17 transparent
-   2 srcXor    6 notSrcXor   10 addOver  14 adMin        18 hilite
-   3 srcBic    7 notSrcBic   11 subPin   15 ditherCopy
-   \endverbatim
+ * \code{.unparsed}
+ *  0 srcCopy   4 notSrcCopy   8 blend    12 addMax       16 ditherCopy
+ *  1 srcOr     5 notSrcOr     9 addPin   13 subOver      17 transparent
+ *  2 srcXor    6 notSrcXor   10 addOver  14 adMin        18 hilite
+ *  3 srcBic    7 notSrcBic   11 subPin   15 ditherCopy
+ * \endcode
  * \return 0, or PXL_Err_REFUSED, reported, when one is deep and the sizes
  *     differ. */
 PXL_API int32_t PXL_Blit(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH,

@@ -1,5 +1,6 @@
 #include "settings.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <utility>
@@ -12,6 +13,12 @@
 
 namespace vetrix {
 namespace {
+
+// Keys come from the file, and a terminal obeys what it is sent.
+void MakePrintable(std::string& line) {
+  const auto isControl = [](unsigned char c) { return c < 0x20 || c == 0x7F; };
+  std::ranges::replace_if(line, isControl, '?');
+}
 
 // Far above any list of settings.
 constexpr std::size_t kLargestFile = std::size_t{1} << 20;
@@ -80,7 +87,8 @@ bool Settings::LoadText(const std::string& text) {
 }
 
 bool Settings::Replace(const std::string& path, ParsedSettings parsed) {
-  for (const std::string& complaint : parsed.complaints) {
+  for (std::string& complaint : parsed.complaints) {
+    MakePrintable(complaint);
     std::fprintf(stderr, "vetrix: %s\n", complaint.c_str());
   }
   const bool good = parsed.texts.has_value();

@@ -29,6 +29,8 @@ foreach(target pxl_kernels QDE_rows simd)
 endforeach()
 
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  add_test(NAME calls_of_PXL COMMAND ${CMAKE_COMMAND} -D NM=${PXL_NM}
+    -D LIBRARY=$<TARGET_FILE:PXL> -P ${CMAKE_CURRENT_SOURCE_DIR}/check_calls.cmake)
   include(swapped.cmake)
   foreach(target PXL QDE K vetrix TRC Q TXT pxl)
     # Not all have arrays on their stacks, or buffers that the runtime fills.

@@ -263,6 +263,84 @@ TEST(ExrHeader, WithAHugeDataWindowIsRefused) {
               HasSubstr("is too large"));
 }
 
+TEST(ExrHeader, WithMorePixelsThanAllowedIsRefused) {
+  const auto reasonAgainst = [](const char* window, const Imath::Box2i& box, std::uint64_t most) {
+    ExrRecipe recipe = Recipe();
+    recipe.tiled = true;
+    try {
+      RefuseMorePixels(HeaderOf(WithWindow(MakeExr(recipe), window, box)), most);
+    } catch (const Failure& failure) {
+      return std::string(failure.what());
+    }
+    return std::string();
+  };
+  const std::string limit = " pixels, more than the 268435456 that --max-pixels allows";
+  constexpr int kLowest = std::numeric_limits<int>::min();
+  constexpr int kHighest = std::numeric_limits<int>::max();
+  const Imath::Box2i all{{kLowest, kLowest}, {kHighest, kHighest}};
+  EXPECT_EQ(reasonAgainst("displayWindow", all, kMostPixels), "4294967296 x 4294967296" + limit);
+  EXPECT_EQ(reasonAgainst("dataWindow", {{-65536, 7}, {65535, 131078}}, kMostPixels),
+            "a data window of 131072 x 131072" + limit);
+  EXPECT_EQ(reasonAgainst("dataWindow", {{0, 0}, {16383, 16383}}, kMostPixels), "");
+  // 13 by 9 are shown.
+  EXPECT_EQ(reasonAgainst("dataWindow", {{0, 0}, {9, 9}}, 117), "");
+  EXPECT_NE(reasonAgainst("dataWindow", {{0, 0}, {9, 9}}, 116), "");
+  EXPECT_NE(reasonAgainst("dataWindow", {{0, 0}, {117, 0}}, 117), "");
+}
+
+TEST(ExrFile, AtTheEndsOfTheCoordinatesIsReadOrRefused) {
+  constexpr int kLowest = std::numeric_limits<int>::min();
+  constexpr int kHighest = std::numeric_limits<int>::max();
+  const Imath::Box2i corners[] = {{{kLowest, kLowest}, {kLowest + 12, kLowest + 8}},
+                                  {{kHighest - 12, kHighest - 8}, {kHighest, kHighest}},
+                                  {{kLowest, kHighest - 8}, {kLowest + 12, kHighest}}};
+  for (const Imath::Box2i& corner : corners) {
+    for (const bool tiled : {false, true}) {
+      ExrRecipe recipe = Recipe();
+      recipe.tiled = tiled;
+      const std::string shown = WithWindow(MakeExr(recipe), "displayWindow", corner);
+      EXPECT_TRUE(IsReadOrRefused(shown));
+      EXPECT_TRUE(IsReadOrRefused(WithWindow(shown, "dataWindow", corner)));
+      EXPECT_TRUE(IsReadOrRefused(WithWindow(MakeExr(recipe), "dataWindow", corner)));
+    }
+  }
+}
+
+TEST(ExrFile, WithMoreTilesThanItHoldsIsRefused) {
+  ExrRecipe recipe = Recipe();
+  recipe.tiled = true;
+  const std::string file = WithWindow(MakeExr(recipe), "dataWindow", {{0, 0}, {16383, 16383}});
+  EXPECT_THAT(ReasonAgainst(file), HasSubstr("damaged OpenEXR: "));
+  // Before there is a table of 2^28 tiles: the one library looks, the other is kept
+  // from it.
+  EXPECT_THAT(ReasonAgainst(WithTiles(file, 1, 1)),
+              testing::AnyOf("damaged OpenEXR: the file ends too early",
+                             "damaged OpenEXR: more tiles than the file holds"));
+}
+
+TEST(ExrFile, IsReadWhateverItsCountOfBlocks) {
+  const std::string file = MakeExr(Recipe());
+  const Picture expected = Decode(file);
+  for (const int count : {1, 1000, 0x7FFFFFFF, -1}) {
+    EXPECT_EQ(Decode(WithChunkCount(file, count)).pixels, expected.pixels) << count;
+  }
+}
+
+// What is read whole at first stays as it was.
+TEST(ExrFile, ChangedAfterItsHeaderWasReadIsRefusedOrReadAsItWas) {
+  const std::string file = MakeExr(Recipe());
+  std::stringstream stream(file);
+  const auto reader = OpenExr(stream);
+  ExrRecipe larger = Recipe();
+  larger.display = {{0, 0}, {1299, 899}};
+  stream.str(MakeExr(larger));
+  try {
+    EXPECT_EQ(ReadPicture(*reader).pixels, Decode(file).pixels);
+  } catch (const Failure& failure) {
+    EXPECT_STREQ(failure.what(), "damaged OpenEXR: the file was changed while it was read");
+  }
+}
+
 TEST(ExrWriting, KeepsEveryFloatBitForBit) {
   Picture picture = NewPicture(40, 33, SampleType::Float);
   std::mt19937 random(7);

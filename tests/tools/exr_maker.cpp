@@ -86,6 +86,31 @@ void WriteTiled(Imf::OStream& stream, const Imf::Header& header, const Imf::Fram
   }
 }
 
+// How an attribute of the header begins.
+std::string AttributeStart(const std::string& name, const std::string& type, std::uint32_t size) {
+  std::string start = name + '\0' + type + '\0';
+  return start.append(reinterpret_cast<const char*>(&size), sizeof size);
+}
+
+// Where the value of an attribute is.
+std::size_t PlaceOf(const std::string& file, const std::string& name, const std::string& type,
+                    std::uint32_t size) {
+  const std::string start = AttributeStart(name, type, size);
+  const std::size_t place = file.find(start);
+  if (place == std::string::npos) throw std::logic_error("no such attribute");
+  return place + start.size();
+}
+
+// Where the block of a file of one block lies: what stands before it is where.
+std::size_t PlaceOfBlock(const std::string& file) {
+  for (std::size_t place = 16; place < file.size(); ++place) {
+    std::uint64_t told = 0;
+    std::memcpy(&told, &file[place - sizeof told], sizeof told);
+    if (told == place) return place;
+  }
+  throw std::logic_error("no block");
+}
+
 }  // namespace
 
 std::string MakeExr(const ExrRecipe& recipe) {
@@ -177,10 +202,25 @@ std::string MakeDeepExr() {
 }
 
 std::string WithWindow(std::string file, const std::string& name, const Imath::Box2i& window) {
-  const std::string attribute = name + '\0' + "box2i" + '\0' + std::string("\x10\0\0\0", 4);
-  const std::size_t place = file.find(attribute);
-  if (place == std::string::npos) throw std::logic_error("no such window");
   const int values[] = {window.min.x, window.min.y, window.max.x, window.max.y};
-  std::memcpy(&file[place + attribute.size()], values, sizeof values);
+  std::memcpy(&file[PlaceOf(file, name, "box2i", sizeof values)], values, sizeof values);
   return file;
+}
+
+std::string WithTiles(std::string file, unsigned width, unsigned height) {
+  const unsigned sides[] = {width, height};
+  constexpr std::uint32_t kDescription = 9;
+  std::memcpy(&file[PlaceOf(file, "tiles", "tiledesc", kDescription)], sides, sizeof sides);
+  return file;
+}
+
+std::string WithChunkCount(std::string file, int count) {
+  std::string attribute = AttributeStart("chunkCount", "int", sizeof count);
+  attribute.append(reinterpret_cast<const char*>(&count), sizeof count);
+  // The table of blocks, here of one, tells where the block lies from the start.
+  const std::size_t table = PlaceOfBlock(file) - sizeof(std::uint64_t);
+  const std::uint64_t block = PlaceOfBlock(file) + attribute.size();
+  std::memcpy(&file[table], &block, sizeof block);
+  constexpr std::size_t kFirstAttribute = 8;
+  return file.insert(kFirstAttribute, attribute);
 }

@@ -38,4 +38,10 @@ std::string MakeDeepExr();
 // The file with another window in its header: "displayWindow" or "dataWindow".
 std::string WithWindow(std::string file, const std::string& name, const Imath::Box2i& window);
 
+// The file with other sides of its tiles.
+std::string WithTiles(std::string file, unsigned width, unsigned height);
+
+// The file, of one block of scan lines, with a count of blocks in its header.
+std::string WithChunkCount(std::string file, int count);
+
 #endif

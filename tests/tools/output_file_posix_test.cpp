@@ -1,5 +1,6 @@
 // Links, devices and the longest names.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "tests/tools/temporary_folder.h"
 #include "tools/pxl/failure.h"
@@ -33,6 +34,31 @@ TEST(OutputFile, FollowsASymbolicLink) {
   file.Commit();
   EXPECT_TRUE(fs::is_symlink(folder / "link.png"));
   EXPECT_EQ(ReadBytes(folder / "target"), "new");
+}
+
+TEST(OutputFile, IsNotWrittenThroughALinkThatTookItsPlace) {
+  const TemporaryFolder folder;
+  WriteBytes(folder / "victim", "untouched");
+  {
+    OutputFile file(folder / "a.png");
+    const std::string temporary = folder.Names().front();
+    ASSERT_NE(temporary, "victim");
+    fs::remove(folder / temporary);
+    fs::create_symlink("victim", folder / temporary);
+    file.stream() << "new";
+    file.stream().flush();
+  }
+  EXPECT_EQ(ReadBytes(folder / "victim"), "untouched");
+  EXPECT_THAT(folder.Names(), ElementsAre("victim"));
+}
+
+TEST(OutputFile, IsForWhomTheUsersMaskSays) {
+  const TemporaryFolder folder;
+  const mode_t before = umask(S_IRWXG | S_IRWXO);
+  OutputFile(folder / "a.png").Commit();
+  umask(before);
+  EXPECT_EQ(fs::status(folder / "a.png").permissions(),
+            fs::perms::owner_read | fs::perms::owner_write);
 }
 
 TEST(OutputFile, MayHaveTheLongestOfNames) {

@@ -92,6 +92,17 @@ TEST(PngFile, Of16BitsIsReadAndNotWritten) {
             "PNG of 16 bits a channel cannot be written on this system; OpenEXR can");
 }
 
+TEST(PictureFile, OfMorePixelsThanAllowedIsRefused) {
+  for (const std::string& sample : SamplePictures()) {
+    const PictureHeader header = ReadPictureFile(sample).header;
+    const auto pixels = static_cast<std::uint64_t>(header.width * header.height);
+    EXPECT_EQ(ReasonOf([&] { InputPicture(sample, pixels); }), "");
+    EXPECT_EQ(ReasonOf([&] { InputPicture(sample, pixels - 1); }),
+              SizeText(header) + ", more than the " + std::to_string(pixels - 1) +
+                  " that --max-pixels allows");
+  }
+}
+
 TEST(PngFile, CutOffAnywhereIsRefused) {
   const std::string file = EncodedPng(PatternOf(SampleType::Integer8));
   for (std::size_t size = 8; size < file.size(); ++size) {

@@ -256,6 +256,28 @@ TEST(PngHeader, TellsEverySizeWithoutMemoryForIt) {
   EXPECT_EQ(header.height, 0x7FFFFFFF);
 }
 
+TEST(PngHeader, WithMorePixelsThanAllowedIsRefused) {
+  const auto refuse = [](std::uint32_t width, std::uint32_t height, std::uint64_t most) {
+    RefuseMorePixels(HeaderOf(MakePngHeader(width, height, 16, kRgba)), most);
+  };
+  EXPECT_NO_THROW(refuse(16384, 16384, kMostPixels));
+  EXPECT_THROW(refuse(16384, 16385, kMostPixels), Failure);
+  EXPECT_THROW(refuse(0x7FFFFFFF, 0x7FFFFFFF, kMostPixels), Failure);
+  EXPECT_NO_THROW(refuse(19, 11, 209));
+  EXPECT_THROW(refuse(19, 11, 208), Failure);
+  EXPECT_THROW(refuse(1, 1, 0), Failure);
+}
+
+TEST(PngFile, ChangedAfterItsHeaderWasReadIsRefused) {
+  std::stringstream stream(MakePng(Recipe(kRgb, 8)));
+  const auto reader = OpenPng(stream);
+  PngRecipe larger = Recipe(kRgb, 8);
+  larger.width *= 40;
+  larger.height *= 40;
+  stream.str(MakePng(larger));
+  EXPECT_THROW(ReadPicture(*reader), Failure);
+}
+
 TEST(PngHeader, WithoutPixelsIsRefused) {
   EXPECT_THROW(HeaderOf(MakePngHeader(0, 5, 8, kRgb)), Failure);
   EXPECT_THROW(HeaderOf(MakePngHeader(5, 0, 8, kRgb)), Failure);

@@ -1,5 +1,6 @@
 // The command line: help, exit codes and the lines that say what is wrong.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "tests/tools/program.h"
 #include "tests/tools/temporary_folder.h"
@@ -147,5 +148,9 @@ TEST_F(ConvertUsage, NeedsAnInputThatIsAFile) {
                 folder_.path().string() + ": is a folder");
   ExpectFailure({"convert", "/dev/null", "-o", Path("out.png"), "--depth", "32"},
                 "/dev/null: is not a regular file");
+  ASSERT_EQ(mkfifo(Path("pipe").c_str(), S_IRUSR | S_IWUSR), 0);
+  ExpectFailure({"convert", Path("pipe"), "-o", Path("out.png"), "--depth", "32"},
+                Path("pipe") + ": is not a regular file");
+  std::filesystem::remove(folder_ / "pipe");
   EXPECT_THAT(folder_.Names(), IsEmpty());
 }

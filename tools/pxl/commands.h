@@ -30,13 +30,15 @@ struct ConvertOptions {
   bool blitOnly = false;
   bool dither = false;
   bool verbose = false;
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 // Pictures that fail are told one by one; the others are converted.
 int Convert(const ConvertOptions& options);
 
 struct InfoOptions {
   std::optional<std::filesystem::path> file;
-  std::optional<std::int32_t> depth;  // with a file; the picture's own if none
+  std::optional<std::int32_t> depth;      // with a file; the picture's own if none
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
   bool json = false;
 };
 int Info(const InfoOptions& options);
@@ -48,15 +50,17 @@ int Messages(const MessagesOptions& options);
 
 struct DemoOptions {
   std::vector<std::filesystem::path> pictures;
-  std::filesystem::path folder;  // made if it is not there
+  std::filesystem::path folder;           // made if it is not there
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 int Demo(const DemoOptions& options);
 
 struct DiffOptions {
   std::filesystem::path first;
   std::filesystem::path second;
-  std::uint64_t tolerance = 0;  // steps of the files' samples; ULPs of floats
-  bool anyChannels = false;     // compare what a file lacks as it is made up
+  std::uint64_t tolerance = 0;            // steps of the files' samples; ULPs of floats
+  bool anyChannels = false;               // compare what a file lacks as it is made up
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
   std::optional<std::filesystem::path> output;
   bool json = false;
 };
@@ -67,6 +71,7 @@ struct ModesOptions {
   std::filesystem::path source;
   std::filesystem::path destination;
   std::filesystem::path output;
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 // A sheet of all transfer modes.
 int Modes(const ModesOptions& options);
@@ -74,6 +79,7 @@ int Modes(const ModesOptions& options);
 struct SheetOptions {
   std::filesystem::path picture;
   std::filesystem::path output;
+  std::uint64_t maxPixels = kMostPixels;  // of a picture
 };
 // A sheet of all depths, and what each changes.
 int Sheet(const SheetOptions& options);

@@ -103,7 +103,7 @@ class Batch {
 
   void RunJob(const ConvertJob& job) {
     const std::string name = job.input.string();
-    InputPicture picture(job.input);
+    InputPicture picture(job.input, options_.maxPixels);
     const ColourTags& colour = picture.header().colour;
     const std::vector<std::int32_t> steps = StepsOf(picture.header(), options_);
     MeasureAll(module_, picture.header(), steps);

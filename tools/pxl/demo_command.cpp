@@ -24,11 +24,11 @@ Picture Thumbnail(const World& world) {
 
 class Demonstration {
  public:
-  Demonstration(Module& module, const fs::path& picture, const fs::path& folder)
-      : module_(module), path_(picture), folder_(folder) {}
+  Demonstration(Module& module, const fs::path& picture, const DemoOptions& options)
+      : module_(module), path_(picture), options_(options) {}
 
   void Run() {
-    InputPicture input(path_);
+    InputPicture input(path_, options_.maxPixels);
     const PictureHeader header = input.header();
     for (const DepthName& depth : kDepths) {
       MeasureWorld(module_, depth.depth, header.width, header.height);
@@ -48,7 +48,7 @@ class Demonstration {
   }
 
   fs::path Output(const std::string& suffix, FileFormat format = FileFormat::Png) const {
-    fs::path output = folder_ / path_.stem();
+    fs::path output = options_.folder / path_.stem();
     output += "-" + suffix + (format == FileFormat::Png ? ".png" : ".exr");
     return output;
   }
@@ -71,7 +71,7 @@ class Demonstration {
 
   Module& module_;
   const fs::path& path_;
-  const fs::path& folder_;
+  const DemoOptions& options_;
   std::vector<SheetCell> cells_;
 };
 
@@ -97,7 +97,7 @@ int Demo(const DemoOptions& options) {
   MakeFolder(options.folder);
   Module module;
   for (const fs::path& picture : options.pictures) {
-    About(picture.string(), [&] { Demonstration(module, picture, options.folder).Run(); });
+    About(picture.string(), [&] { Demonstration(module, picture, options).Run(); });
   }
   return kExitSuccess;
 }

@@ -109,6 +109,7 @@ struct Window {
 
   std::int64_t Width() const { return right - left + 1; }
   std::int64_t Height() const { return bottom - top + 1; }
+  bool operator==(const Window&) const = default;
 };
 
 Window WindowOf(const Imath::Box2i& box) {
@@ -227,6 +228,7 @@ class ExrReader : public PictureReader {
   void Fill(const Imf::Header& header) {
     header_.width = display_.Width();
     header_.height = display_.Height();
+    header_.window = {data_.Width(), data_.Height()};
     header_.samples = SampleType::Float;
     header_.channels = {grey_, header.channels().findChannel("A") != nullptr};
     header_.format = Describe(header, grey_, tiled_);
@@ -240,6 +242,10 @@ class ExrReader : public PictureReader {
 
   void ReadRows(const PixelRows& rows) {
     Imf::InputFile file(adapter_);
+    // The line has room for what the header said when it was first read.
+    if (WindowOf(file.header().dataWindow()) != data_) {
+      throw Failure("the file was changed while it was read");
+    }
     if (!file.isComplete()) throw Failure("the file is incomplete");
     std::vector<std::byte> line(kPixelBytes * static_cast<std::size_t>(data_.Width()));
     file.setFrameBuffer(LineBuffer(line));

@@ -121,6 +121,16 @@ int NeedChannel(const EXRHeader& header, const char* name) {
   return channel;
 }
 
+// The library makes its table of tiles before it looks for them in the file, which
+// has 8 bytes for each.
+void CheckTileCount(const EXRHeader& header, const Window& data, std::size_t fileSize) {
+  const std::int64_t columns = (data.Width() - 1) / header.tile_size_x + 1;
+  const std::int64_t lines = (data.Height() - 1) / header.tile_size_y + 1;
+  if (columns * lines > static_cast<std::int64_t>(fileSize / 8)) {
+    throw Failure("damaged OpenEXR: more tiles than the file holds");
+  }
+}
+
 // For the reason's sake: the library itself would fail deep inside.
 void CheckSizes(const EXRHeader& header, const Window& data) {
   if (data.Width() < 1 || data.Height() < 1) throw Failure("damaged OpenEXR: empty data window");
@@ -153,11 +163,14 @@ class ExrReader : public PictureReader {
     ChooseChannels();
     FillHeader();
     CheckSizes(exr_, data_);
+    // The library would believe it, however large, before what the window says.
+    exr_.chunk_count = 0;
   }
 
   const PictureHeader& header() const override { return header_; }
 
   void Read(const PixelRows& rows) override {
+    if (exr_.tiled != 0) CheckTileCount(exr_, data_, file_.size());
     for (std::int64_t y = 0; y < header_.height; ++y) {
       std::memset(rows.Row(y), 0, kPixelBytes * static_cast<std::size_t>(header_.width));
     }
@@ -246,6 +259,7 @@ class ExrReader : public PictureReader {
   void FillHeader() {
     header_.width = display_.Width();
     header_.height = display_.Height();
+    header_.window = {data_.Width(), data_.Height()};
     header_.samples = SampleType::Float;
     const bool half = exr_.channels[channels_[1]].pixel_type == TINYEXR_PIXELTYPE_HALF;
     header_.channels = {grey_, channels_[0] >= 0};

@@ -29,13 +29,14 @@ Json ModuleInfo() {
             {kThresholdKey, PoolThreshold()}}}};
 }
 
-Json PictureInfo(const std::filesystem::path& path, std::optional<std::int32_t> depth) {
-  const InputPicture picture(path);
+Json PictureInfo(const InfoOptions& options) {
+  const std::filesystem::path& path = *options.file;
+  const InputPicture picture(path, options.maxPixels);
   const PictureHeader& header = picture.header();
   Module module;
   try {
-    const PXL_World world =
-        MeasureWorld(module, depth.value_or(DepthOf(header.samples)), header.width, header.height);
+    const PXL_World world = MeasureWorld(module, options.depth.value_or(DepthOf(header.samples)),
+                                         header.width, header.height);
     return {{"file", path.string()},
             {"format", header.format},
             {"width", world.width},
@@ -76,7 +77,7 @@ void PrintJson(const Json& info) {
 
 int Info(const InfoOptions& options) {
   Json info = {{"module", ModuleInfo()}};
-  if (options.file) info["picture"] = PictureInfo(*options.file, options.depth);
+  if (options.file) info["picture"] = PictureInfo(options);
   if (options.json) {
     PrintJson(info);
     return kExitSuccess;

@@ -69,8 +69,8 @@ const std::vector<std::string> kReadingNotes = {
     "World of 8 bits, all others into one of 32."};
 
 // The picture as a World of 32 bits shows it, over white.
-Picture OpaquePicture(Module& module, const fs::path& path) {
-  InputPicture input(path);
+Picture OpaquePicture(Module& module, const fs::path& path, std::uint64_t maxPixels) {
+  InputPicture input(path, maxPixels);
   MeasureWorld(module, PXL_Depth_32, input.header().width, input.header().height);
   World world = LoadWorld(module, input);
   if (world.Record().depth != PXL_Depth_32) {
@@ -162,9 +162,9 @@ struct NamedPicture {
   Picture picture;
 };
 
-NamedPicture Named(Module& module, const fs::path& path) {
+NamedPicture Named(Module& module, const fs::path& path, std::uint64_t maxPixels) {
   return {path.filename().string(),
-          About(path.string(), [&] { return OpaquePicture(module, path); })};
+          About(path.string(), [&] { return OpaquePicture(module, path, maxPixels); })};
 }
 
 // What the picture is and what became of it.
@@ -200,8 +200,8 @@ std::vector<SheetCell> CellsOf(const Results& results, const NamedPicture& a,
 int Modes(const ModesOptions& options) {
   CheckSheetPlace(options.output, {options.source, options.destination});
   Module module;
-  const NamedPicture a = Named(module, options.source);
-  const NamedPicture b = Named(module, options.destination);
+  const NamedPicture a = Named(module, options.source, options.maxPixels);
+  const NamedPicture b = Named(module, options.destination, options.maxPixels);
   About(options.output.string(), [&] {
     const Results results(module, a.picture, b.picture);
     WriteContactSheet(options.output, "The transfer modes of the blit, A onto B",

@@ -5,9 +5,9 @@
 
 namespace pxl {
 
-// Creates an empty file if nothing has the name yet; else, or when it cannot
-// be, gives false with errno.
-bool CreateNewFile(const std::filesystem::path& path);
+// Creates an empty file if nothing has the name yet, and gives a descriptor for
+// writing and reading; else, or when it cannot be, gives -1 with errno.
+int CreateNewFile(const std::filesystem::path& path);
 
 }  // namespace pxl
 

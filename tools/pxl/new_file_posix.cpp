@@ -1,16 +1,17 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <cerrno>
-#include <cstdio>
 
 #include "tools/pxl/new_file.h"
 
 namespace pxl {
 
-bool CreateNewFile(const std::filesystem::path& path) {
+int CreateNewFile(const std::filesystem::path& path) {
   errno = 0;
-  std::FILE* file = std::fopen(path.c_str(), "wbx");
-  if (file == nullptr) return false;
-  std::fclose(file);
-  return true;
+  // Who else may read it is for the user's mask to say.
+  constexpr mode_t kEverybody = 0666;
+  return open(path.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, kEverybody);
 }
 
 }  // namespace pxl

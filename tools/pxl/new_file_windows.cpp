@@ -8,13 +8,10 @@
 
 namespace pxl {
 
-bool CreateNewFile(const std::filesystem::path& path) {
+int CreateNewFile(const std::filesystem::path& path) {
   errno = 0;
-  constexpr int kNewOnly = _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY;
-  const int descriptor = _wopen(path.c_str(), kNewOnly, _S_IREAD | _S_IWRITE);
-  if (descriptor < 0) return false;
-  _close(descriptor);
-  return true;
+  constexpr int kNewOnly = _O_CREAT | _O_EXCL | _O_RDWR | _O_BINARY;
+  return _wopen(path.c_str(), kNewOnly, _S_IREAD | _S_IWRITE);
 }
 
 }  // namespace pxl

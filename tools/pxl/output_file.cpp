@@ -20,12 +20,18 @@ fs::path FolderOf(const fs::path& path) {
   return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-fs::path CreateTemporary(const fs::path& target) {
+struct NewFile {
+  fs::path path;
+  int descriptor = -1;
+};
+
+NewFile CreateTemporary(const fs::path& target) {
   std::random_device random;
   for (int i = 0; i < kAttempts; ++i) {
     // Not derived from the name, which may be as long as a name can be.
     fs::path path = FolderOf(target) / (".pxl-" + std::to_string(random()) + ".tmp");
-    if (CreateNewFile(path)) return path;
+    const int descriptor = CreateNewFile(path);
+    if (descriptor >= 0) return {path, descriptor};
     if (errno != EEXIST) break;
   }
   return {};
@@ -58,13 +64,12 @@ OutputFile::OutputFile(const fs::path& path) : name_(path), target_(path) {
   std::error_code error;
   // A link keeps being one; the file it leads to is replaced.
   if (fs::is_symlink(path, error)) target_ = fs::weakly_canonical(path, error);
-  temporary_.path = CreateTemporary(target_);
-  if (temporary_.path.empty()) {
-    throw Failure(name_.string(), std::string("cannot write there: ") + std::strerror(errno));
+  const NewFile created = CreateTemporary(target_);
+  temporary_.path = created.path;
+  if (created.descriptor >= 0) {
+    buffer_ = Buffer(created.descriptor, std::ios::in | std::ios::out | std::ios::binary);
   }
-  errno = 0;
-  stream_.open(temporary_.path, std::ios::binary | std::ios::trunc | std::ios::in | std::ios::out);
-  if (!stream_) {
+  if (!buffer_.is_open()) {
     throw Failure(name_.string(),
                   std::string("cannot write there: ") + std::strerror(errno != 0 ? errno : EIO));
   }
@@ -78,8 +83,7 @@ OutputFile::Temporary::~Temporary() {
 
 void OutputFile::Commit() {
   errno = 0;
-  stream_.close();
-  if (!stream_) {
+  if (buffer_.close() == nullptr || !stream_) {
     throw Failure(name_.string(),
                   std::string("cannot write: ") + std::strerror(errno != 0 ? errno : EIO));
   }

@@ -2,8 +2,9 @@
 #ifndef TOOLS_PXL_OUTPUT_FILE_H
 #define TOOLS_PXL_OUTPUT_FILE_H
 
+#include <ext/stdio_filebuf.h>
 #include <filesystem>
-#include <fstream>
+#include <istream>
 
 namespace pxl {
 
@@ -34,11 +35,15 @@ class OutputFile {
     ~Temporary();
     std::filesystem::path path;
   };
+  using Buffer = __gnu_cxx::stdio_filebuf<char>;
 
   std::filesystem::path name_;    // as the user gave it
   std::filesystem::path target_;  // behind symbolic links
   Temporary temporary_;           // until it is committed
-  std::fstream stream_;
+  // The file is not opened a second time by its name, which may have become that
+  // of another file in a folder where others may write.
+  Buffer buffer_;
+  std::iostream stream_{&buffer_};
 };
 
 }  // namespace pxl

@@ -61,12 +61,22 @@ struct ChannelSet {
 struct PictureHeader {
   std::int64_t width = 0;  // pixels; what the file claims, however large
   std::int64_t height = 0;
+  // The part that the file holds, where that need not be the picture: the data
+  // window of OpenEXR.
+  std::optional<std::array<std::int64_t, 2>> window;  // width and height
   SampleType samples = SampleType::Integer8;
   ChannelSet channels;
   std::string format;  // for people: "PNG, 16 bits a channel, RGB"
   ColourTags colour;
   Palette palette;  // when a picture is written: rows hold an index a pixel
 };
+
+// What a picture may have if the user says nothing: 16384 x 16384.
+constexpr std::uint64_t kMostPixels = std::uint64_t{1} << 28;
+
+// Throws Failure when the file claims more pixels than that, for its picture or
+// for what it holds. To be asked before any memory is.
+void RefuseMorePixels(const PictureHeader& header, std::uint64_t most);
 
 // "480 x 320 pixels".
 std::string SizeText(const PictureHeader& header);

@@ -45,8 +45,9 @@ std::optional<FileFormat> FormatOfName(const fs::path& path) {
   return std::nullopt;
 }
 
-InputPicture::InputPicture(const fs::path& path) try
+InputPicture::InputPicture(const fs::path& path, std::uint64_t maxPixels) try
     : stream_(OpenInput(path)), reader_(OpenReader(stream_)) {
+  RefuseMorePixels(reader_->header(), maxPixels);
 } catch (const Failure& failure) {
   throw Failure(path.string(), failure.what());
 } catch (const std::bad_alloc&) {

@@ -20,8 +20,9 @@ std::optional<FileFormat> FormatOfName(const std::filesystem::path& path);
 // A picture file that is open.
 class InputPicture {
  public:
-  // Reads the header. Throws Failure, named after the path.
-  explicit InputPicture(const std::filesystem::path& path);
+  // Reads the header. Throws Failure, named after the path; also when the file
+  // claims more pixels than may be.
+  explicit InputPicture(const std::filesystem::path& path, std::uint64_t maxPixels = kMostPixels);
 
   const PictureHeader& header() const { return reader_->header(); }
   void Read(const PixelRows& rows) { reader_->Read(rows); }

@@ -103,6 +103,10 @@ class PngReader : public PictureReader {
         load(bytes, static_cast<int>(file.size()), &width, &height, &channels, kChannels),
         &stbi_image_free);
     if (pixels == nullptr) throw Failure(std::string("damaged PNG: ") + stbi_failure_reason());
+    // The rows have room for what the header said when it was first read.
+    if (width != header_.width || height != header_.height) {
+      throw Failure("the file was changed while it was read");
+    }
     for (std::int64_t y = 0; y < height; ++y) {
       CopyAlphaFirst(pixels.get() + y * width * kChannels, rows.Row(y), width);
     }

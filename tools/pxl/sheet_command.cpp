@@ -23,8 +23,8 @@ struct SmallPicture {
   World world;
 };
 
-SmallPicture LoadSmall(Module& module, const fs::path& path) {
-  InputPicture input(path);
+SmallPicture LoadSmall(Module& module, const SheetOptions& options) {
+  InputPicture input(options.picture, options.maxPixels);
   const PictureHeader header = input.header();
   MeasureWorld(module, DepthOf(header.samples), header.width, header.height);
   const std::int64_t factor = ReductionTo(kThumbnailSide, header);
@@ -103,7 +103,7 @@ int Sheet(const SheetOptions& options) {
   CheckSheetPlace(options.output, {options.picture});
   Module module;
   About(options.picture.string(), [&] {
-    const SmallPicture picture = LoadSmall(module, options.picture);
+    const SmallPicture picture = LoadSmall(module, options);
     const std::string name = OneLine(options.picture.filename().string());
     DepthsSheet(picture).Write(options.output, name + ", " + SizeText(picture.original));
   });

@@ -154,6 +154,12 @@ CLI::Option* AddPaths(CLI::App& verb, const std::string& name,
   return verb.add_option_function<std::vector<std::string>>(name, keep, description);
 }
 
+void AddMaxPixels(CLI::App& verb, std::uint64_t& maxPixels) {
+  verb.add_option("--max-pixels", maxPixels, "Refuse pictures of more pixels (16384 x 16384)")
+      ->check(CLI::PositiveNumber)
+      ->type_name("N");
+}
+
 CLI::Option* AddBacking(CLI::App& verb, ConvertOptions& options, const std::string& name,
                         Backing backing, const std::string& description) {
   const auto choose = [&options, backing](std::int64_t) { options.backing = backing; };
@@ -187,6 +193,7 @@ Verb AddConvert(CLI::App& app) {
       ->excludes(mapped);
   verb->add_flag("--dither", options->dither, "Dither on the way to 8 bits");
   verb->add_flag("--verbose", options->verbose, "Tell the memory of each World");
+  AddMaxPixels(*verb, options->maxPixels);
   return {[options] { return Convert(*options); }, kExitFailure};
 }
 
@@ -199,6 +206,7 @@ Verb AddInfo(CLI::App& app) {
   verb->add_option("--depth", options->depth, "Bits a pixel, if not the picture's own")
       ->check(OneOf({"8", "32", "64", "128"}))
       ->needs("FILE");
+  AddMaxPixels(*verb, options->maxPixels);
   verb->add_flag("--json", options->json, "Print JSON");
   return {[options] { return Info(*options); }, kExitFailure};
 }
@@ -220,6 +228,7 @@ Verb AddDemo(CLI::App& app) {
   AddPath(*verb, "-o,--output", options->folder, "Folder for the results; made if need be")
       ->required()
       ->type_name("FOLDER");
+  AddMaxPixels(*verb, options->maxPixels);
   return {[options] { return Demo(*options); }, kExitFailure};
 }
 
@@ -237,6 +246,7 @@ Verb AddDiff(CLI::App& app) {
                  "Take grey as RGB, and what has no alpha as opaque");
   AddPath(*verb, "-o,--output", options->output, "Picture of the differences, a PNG file")
       ->type_name("FILE");
+  AddMaxPixels(*verb, options->maxPixels);
   verb->add_flag("--json", options->json, "Print JSON");
   return {[options] { return Diff(*options); }, kExitNotCompared};
 }
@@ -274,6 +284,7 @@ Verb AddModes(CLI::App& app) {
       ->required()
       ->type_name("");
   AddSheetOutput(*verb, options->output);
+  AddMaxPixels(*verb, options->maxPixels);
   return {[options] { return Modes(*options); }, kExitFailure};
 }
 
@@ -283,6 +294,7 @@ Verb AddSheet(CLI::App& app) {
   verb->footer(std::string(kSheetFooter) + "\n\n" + CommonHelp());
   AddPath(*verb, "IN", options->picture, "PNG or OpenEXR picture")->required()->type_name("");
   AddSheetOutput(*verb, options->output);
+  AddMaxPixels(*verb, options->maxPixels);
   return {[options] { return Sheet(*options); }, kExitFailure};
 }
 

@@ -1,4 +1,5 @@
-/* What a host may ask of the stand-in QDE besides its imports. C11 and C++17.
+/** \file
+ * What a host may ask of the stand-in QDE besides its imports. C11 and C++17.
  *
  * What is there: handles (in K's store), ticks, rectangles, offscreen worlds
  * of 8 and 32 bits per pixel, ports with their colours, devices, the two 32-bit
@@ -21,22 +22,26 @@ extern "C" {
 
 /* ---- Errors ------------------------------------------------------------- */
 
-/* The result of the last call that can fail: 0 or one of the codes below. For
- * the whole process, as the current port is. Setting and getting the port or
- * the device, UnlockPixels and DisposeGWorld leave it as it is, so that what
- * CopyBits came to can still be read after them. */
+/** Tells the result of the last call that can fail, for the whole process, as the
+ * current port is. Setting and getting the port or the device, UnlockPixels and
+ * DisposeGWorld leave it as it is, so that what CopyBits came to can still be
+ * read after them.
+ * \return 0 or one of the codes below. */
 QDE_API int16_t QDE_Error(void);
 
+/** What QDE's calls come to. */
 enum {
-  QDE_Err_PARAMETER = -50,    /* null, not live, empty, too wide, unknown flag or mode */
-  QDE_Err_MEMORY_FULL = -108, /* no memory, whatever was purged for it */
-  QDE_Err_PURGED = -109,      /* CopyBits: a side's pixels are purged or lost */
-  QDE_Err_DEPTH = -157        /* a depth other than 0, 8 and 32 */
+  QDE_Err_PARAMETER = -50,    /**< null, not live, empty, too wide, unknown flag or mode */
+  QDE_Err_MEMORY_FULL = -108, /**< no memory, whatever was purged for it */
+  QDE_Err_PURGED = -109,      /**< CopyBits: a side's pixels are purged or lost */
+  QDE_Err_DEPTH = -157        /**< a depth other than 0, 8 and 32 */
 };
 
 /* ---- Worlds ------------------------------------------------------------- */
 
-/* NewGWorld
+/** \page qde_worlds Worlds of QDE
+ * \code{.unparsed}
+ * NewGWorld
  * depth   8, 32, or 0 for that of the main device, whose device record the
  *         world then shares. The other published depths are not made: -157.
  * bounds  not empty. A row takes its pixels' bytes rounded up to 16 bytes, or
@@ -82,26 +87,30 @@ enum {
  *
  * DisposeGWorld makes the null port current if the world's was, and the main
  * device if the world's own was. What is no live world is left alone, by this
- * and by every other call; those with a result give null, 0 or -50. */
+ * and by every other call; those with a result give null, 0 or -50.
+ * \endcode */
 
-/* The bits of the two calls' flags and of UpdateGWorld's result. */
+/** The bits of the flags of NewGWorld and UpdateGWorld, and of the latter's
+ * result. */
 enum {
-  QDE_Flag_PIX_PURGE = 0x1,
-  QDE_Flag_NO_NEW_DEVICE = 0x2,
-  QDE_Flag_USE_TEMP_MEM = 0x4,
-  QDE_Flag_KEEP_LOCAL = 0x8,
-  QDE_Flag_MAP_PIX = 0x10000,
-  QDE_Flag_NEW_DEPTH = 0x20000,
-  QDE_Flag_NEW_ROW_BYTES = 0x80000,
-  QDE_Flag_REALLOC_PIX = 0x100000,
-  QDE_Flag_CLIP_PIX = 0x10000000,
-  QDE_Flag_STRETCH_PIX = 0x20000000,
-  QDE_Flag_DITHER_PIX = 0x40000000
+  QDE_Flag_PIX_PURGE = 0x1,          /**< new: purgeable pixels */
+  QDE_Flag_NO_NEW_DEVICE = 0x2,      /**< new: share the device */
+  QDE_Flag_USE_TEMP_MEM = 0x4,       /**< new: changes nothing */
+  QDE_Flag_KEEP_LOCAL = 0x8,         /**< both: changes nothing */
+  QDE_Flag_MAP_PIX = 0x10000,        /**< result: 8 bits with another table */
+  QDE_Flag_NEW_DEPTH = 0x20000,      /**< result: another depth */
+  QDE_Flag_NEW_ROW_BYTES = 0x80000,  /**< result: rows of other bytes */
+  QDE_Flag_REALLOC_PIX = 0x100000,   /**< result: the pixels were made anew */
+  QDE_Flag_CLIP_PIX = 0x10000000,    /**< update: carry the old pixels over */
+  QDE_Flag_STRETCH_PIX = 0x20000000, /**< update: scale them to the new size */
+  QDE_Flag_DITHER_PIX = 0x40000000   /**< update: and dither them */
 };
 
 /* ---- Pixels ------------------------------------------------------------- */
 
-/* Pixels are a relocatable block of K's store. baseAddr of the pixel map holds
+/** \page qde_pixels Pixels of QDE
+ * \code{.unparsed}
+ * Pixels are a relocatable block of K's store. baseAddr of the pixel map holds
  * its handle while the pixels are unlocked, its address while they are locked,
  * and null after they were lost (QDE_LosePixelsInFailedUpdates). An empty
  * handle there stands for purged pixels. A caller may store one: it then
@@ -112,78 +121,107 @@ enum {
  * lock is a flag: any number of locks is undone by one UnlockPixels.
  * GetPixBaseAddr gives the address of the pixels, locked or not, or null when
  * there are none; without a lock it holds until the next call that moves or
- * frees blocks. */
+ * frees blocks.
+ * \endcode */
 
 /* ---- Colour tables ------------------------------------------------------ */
 
-/* Components have 16 bits. */
+/** A colour; components have 16 bits. */
 typedef struct QDE_RGBColor {
-  uint16_t red, green, blue;
+  uint16_t red;   /**< 0 to 65535 */
+  uint16_t green; /**< 0 to 65535 */
+  uint16_t blue;  /**< 0 to 65535 */
 } QDE_RGBColor;
+/** An entry of a colour table. */
 typedef struct QDE_ColorSpec {
-  int16_t value;
-  QDE_RGBColor rgb;
+  int16_t value;    /**< its index, unless bit 15 of ctFlags is set */
+  QDE_RGBColor rgb; /**< its colour */
 } QDE_ColorSpec;
-/* The first ctSize + 1 entries count. An entry's index is its `value`, or its
- * place when bit 15 of ctFlags is set. Tables of equal seed are the same. */
+/** A colour table. The first ctSize + 1 entries count. An entry's index is its
+ * `value`, or its place when bit 15 of ctFlags is set. Tables of equal seed are
+ * the same. */
 typedef struct QDE_ColorTable {
-  int32_t ctSeed;
-  int16_t ctFlags;
-  int16_t ctSize;
-  QDE_ColorSpec ctTable[256];
+  int32_t ctSeed;             /**< one for each content */
+  int16_t ctFlags;            /**< bit 15: an entry's index is its place */
+  int16_t ctSize;             /**< the number of entries, less 1 */
+  QDE_ColorSpec ctTable[256]; /**< the entries */
 } QDE_ColorTable;
 
-/* The standard table of 256 colours, shared by all 8-bit worlds without one of
- * their own; not to be changed. 32-bit worlds share another one, of one entry that nobody uses. */
+/** Gives the standard table of 256 colours, shared by all 8-bit worlds without one
+ * of their own. 32-bit worlds share another one, of one entry that nobody uses.
+ * \return the table, not to be changed. */
 QDE_API CTabHandle QDE_StandardColors(void);
 
 /* ---- Ports and devices -------------------------------------------------- */
 
-/* The current port is null at first, the current device is the main one. Both
+/** \page qde_ports Ports and devices of QDE
+ * \code{.unparsed}
+ * The current port is null at first, the current device is the main one. Both
  * calls keep what they are given without looking at it; SetGDevice of null
  * makes the main device current. Which port goes with which device is the
  * caller's business. CopyBits draws with the colours of the current port, and
  * with the initial ones when that is none of a live world; it does not look at
- * the current device. */
+ * the current device.
+ * \endcode */
 
-/* The colours that a port draws with. Two ports of one world share them. */
+/** The colours that a port draws with. Two ports of one world share them. */
 enum {
-  QDE_PortColor_FORE,   /* foreground; black at first */
-  QDE_PortColor_BACK,   /* background; white at first */
-  QDE_PortColor_OP,     /* pin or weight of the arithmetic modes; black at first */
-  QDE_PortColor_HILITE, /* highlight; CCCC CCCC FFFF at first */
-  QDE_PortColorCount
+  QDE_PortColor_FORE,   /**< foreground; black at first */
+  QDE_PortColor_BACK,   /**< background; white at first */
+  QDE_PortColor_OP,     /**< pin or weight of the arithmetic modes; black at first */
+  QDE_PortColor_HILITE, /**< highlight; CCCC CCCC FFFF at first */
+  QDE_PortColorCount    /**< how many there are */
 };
-/* They give -50 for what is no port of a live world, no such colour, or null. */
+/** Tells a colour of a port.
+ * \param port of a live world.
+ * \param which QDE_PortColor_...
+ * \param[out] color receives it.
+ * \return 0; -50 for what is no port of a live world, no such colour, or null. */
 QDE_API int16_t QDE_GetPortColor(GWorldPtr port, int32_t which, QDE_RGBColor* color);
+/** Sets a colour of a port.
+ * \param port of a live world.
+ * \param which QDE_PortColor_...
+ * \param color what it becomes.
+ * \return 0; -50 as above. */
 QDE_API int16_t QDE_SetPortColor(GWorldPtr port, int32_t which, const QDE_RGBColor* color);
 
-/* The main device: direct, 32 bits, 1920 by 1080, without pixels. */
+/** Gives the main device: direct, 32 bits, 1920 by 1080, without pixels.
+ * \return the device. */
 QDE_API GDHandle QDE_MainDevice(void);
 
-enum { QDE_DeviceType_INDEXED = 0, QDE_DeviceType_DIRECT = 2 };
-/* The record behind a GDHandle. The pixel map of a world's device is the
+/** Kinds of devices. */
+enum {
+  QDE_DeviceType_INDEXED = 0, /**< pixels are indices */
+  QDE_DeviceType_DIRECT = 2   /**< pixels are colours */
+};
+/** The record behind a GDHandle. The pixel map of a world's device is the
  * world's own. */
 typedef struct QDE_Device {
-  int16_t gdType;
-  PixMapHandle gdPMap;
-  Rect gdRect;
+  int16_t gdType;      /**< QDE_DeviceType_... */
+  PixMapHandle gdPMap; /**< its pixel map */
+  Rect gdRect;         /**< its bounds */
 } QDE_Device;
 
 /* ---- 32-bit formats ----------------------------------------------------- */
 
-/* Format 0 keeps the bytes of a pixel in the order A, R, G, B in memory,
+/** \page qde_formats 32-bit formats of QDE
+ * \code{.unparsed}
+ * Format 0 keeps the bytes of a pixel in the order A, R, G, B in memory,
  * format 1 in the order B, G, R, A. QDE_SetGWorld32PixmapFormat converts the
  * pixels that are there in place. Both calls give -50 for a null or 8-bit
- * world, a null variable, and a format other than 0 and 1. */
+ * world, a null variable, and a format other than 0 and 1.
+ * \endcode */
 
-/* Whether QDE_ForceBitmapCreationBitfields was last switched on. The worlds
- * made meanwhile are as all others. */
+/** Tells whether QDE_ForceBitmapCreationBitfields was last switched on. The worlds
+ * made meanwhile are as all others.
+ * \return 1 or 0. */
 QDE_API Boolean QDE_IsBitmapCreationForced(void);
 
 /* ---- CopyBits ----------------------------------------------------------- */
 
-/* Source and destination are the pixel maps of worlds, copies of them, or
+/** \page qde_copybits CopyBits of QDE
+ * \code{.unparsed}
+ * Source and destination are the pixel maps of worlds, copies of them, or
  * pixel maps of the caller's of 8 or 32 bits with the address of their pixels;
  * the latter two count as format 0, and with a null pmTable as standard
  * colours. Bitmaps of 1 bit are refused with -50.
@@ -253,33 +291,39 @@ QDE_API Boolean QDE_IsBitmapCreationForced(void);
  *
  * Pixels need not be locked: CopyBits pins them for the call and notes it in
  * the log (category "QDE"). With purged pixels, an unknown mode, a mask, or
- * anything null it draws nothing and leaves an error. */
+ * anything null it draws nothing and leaves an error.
+ * \endcode */
 
 /* ---- Failures on request ------------------------------------------------ */
 
-/* The calls that can be told to fail. */
+/** The calls that can be told to fail. */
 enum {
-  QDE_Call_NEW_GWORLD,
-  QDE_Call_UPDATE_GWORLD,
-  QDE_Call_GET_PIXMAP_FORMAT,
-  QDE_Call_SET_PIXMAP_FORMAT,
-  QDE_CallCount
+  QDE_Call_NEW_GWORLD,        /**< NewGWorld */
+  QDE_Call_UPDATE_GWORLD,     /**< UpdateGWorld, for a live world */
+  QDE_Call_GET_PIXMAP_FORMAT, /**< QDE_GetGWorld32PixmapFormat */
+  QDE_Call_SET_PIXMAP_FORMAT, /**< QDE_SetGWorld32PixmapFormat */
+  QDE_CallCount               /**< how many there are */
 };
-/* The next such call (of UpdateGWorld: for a live world) fails with this error,
- * before it has done anything. An error that is not negative takes the request back. */
+/** Makes the next such call fail, before it has done anything.
+ * \param call QDE_Call_...
+ * \param error what it fails with; one that is not negative takes the request
+ *     back. */
 QDE_API void QDE_FailNextCall(int32_t call, int16_t error);
 
-/* While on, an update that fails, for whatever reason, loses the pixels of its
+/** While on, an update that fails, for whatever reason, loses the pixels of its
  * world: its baseAddr is then null, and LockPixels gives 0 until an update
- * succeeds. Off at first. */
+ * succeeds. Off at first.
+ * \param on 1 or 0. */
 QDE_API void QDE_LosePixelsInFailedUpdates(Boolean on);
 
-/* The next so many updates of live worlds replace the world's pointer, whether
- * they succeed or not. The old pointer stays good until the world is disposed
- * of by either: both mean the same world. 0 at first. */
+/** Makes updates of live worlds replace the world's pointer, whether they succeed
+ * or not. The old pointer stays good until the world is disposed of by either:
+ * both mean the same world.
+ * \param updates so many of the next; 0 at first. */
 QDE_API void QDE_ReplaceWorldInUpdates(uint32_t updates);
 
-/* The worlds that are alive. */
+/** Counts the worlds that are alive.
+ * \return their number. */
 QDE_API uint64_t QDE_CountWorlds(void);
 
 #ifdef __cplusplus

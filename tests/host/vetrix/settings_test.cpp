@@ -164,6 +164,13 @@ TEST_F(DebugSettings, AreEmptyAfterOneThatIsNestedWithoutEnd) {
   EXPECT_EQ(Entry("a"), "default");
 }
 
+TEST_F(DebugSettings, AreToldWithoutWhatATerminalObeys) {
+  testing::internal::CaptureStderr();
+  vetrix::host::LoadSettingsText("\"a\\u001B[2J\\nb\" = [1]\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vetrix: settings (text), line 1: a?[2J?b is no boolean, integer or string\n");
+}
+
 TEST_F(DebugSettings, KeepTheComplaintsUntilTheNext) {
   testing::internal::CaptureStderr();
   vetrix::host::LoadSettingsText("a = 1\nlist = [1, 2]\n");
