@@ -53,7 +53,7 @@ bool IsAlwaysFatal(const std::string& kind) {
 // Of each kind; for a longer run by hand.
 long LeastPoints() {
   const char* points = std::getenv("PXL_FAILING_POINTS");
-  return points != nullptr ? std::atol(points) : 0;
+  return points != nullptr ? std::strtol(points, nullptr, 10) : 0;
 }
 
 class FailingCalls : public testing::Test {

@@ -121,10 +121,17 @@ void CheckSizes(const EXRHeader& header, const Window& data) {
   }
 }
 
+std::string RestOf(std::istream& stream) {
+  try {
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  } catch (const std::ios_base::failure&) {
+    throw Failure("cannot read: " + SystemReason());
+  }
+}
+
 class ExrReader : public PictureReader {
  public:
-  explicit ExrReader(std::istream& stream)
-      : file_(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()) {
+  explicit ExrReader(std::istream& stream) : file_(RestOf(stream)) {
     RefuseKinds();
     Message message;
     Check(ParseEXRHeaderFromMemory(&exr_, &version_, Bytes(), file_.size(), message.Place()),
