@@ -82,11 +82,18 @@ int Work(unsigned seed, Progress& progress) {
   return testing::Test::HasFailure() || progress.wrong ? 1 : 0;
 }
 
+// Waits, within reason, until the worker has done so much or something is wrong.
+void AwaitWorlds(const Progress& progress, int worlds) {
+  constexpr int kLongestWait = 100000;
+  for (int i = 0; i < kLongestWait && progress.worlds < worlds && !progress.wrong; ++i) usleep(100);
+  EXPECT_GE(progress.worlds, worlds);
+}
+
 // Whether the kill met a World.
 bool KillAfterSomeWork(unsigned seed, useconds_t microseconds) {
   const SharedProgress progress;
   const pid_t child = StartChild([&] { return Work(seed, *progress); });
-  while (progress->worlds == 0 && !progress->wrong) usleep(100);
+  AwaitWorlds(*progress, 1);
   usleep(microseconds);
   kill(child, SIGKILL);
   const int status = WaitForChild(child);
@@ -112,8 +119,7 @@ void ExpectNothingLeftByKills(const TemporaryFolder& folder) {
     EXPECT_TRUE(folder.IsEmpty());
   }
   EXPECT_GT(met, kKills / 3) << "too few kills in the middle of something";
-  const int before = sibling->worlds;
-  while (sibling->worlds < before + 10 && !sibling->wrong) usleep(100);
+  AwaitWorlds(*sibling, sibling->worlds + 10);
   sibling->stop = true;
   EXPECT_EQ(WaitForChild(child), 0);
   EXPECT_TRUE(folder.IsEmpty());

@@ -20,7 +20,7 @@ constexpr std::size_t kMost = 200;
 // The limit that leaves so many descriptors, above which others may lie.
 rlim_t LimitOfDescriptors(const std::set<int>& open, int left) {
   int limit = 0;
-  for (; left > 0; ++limit) left -= open.count(limit) == 0 ? 1 : 0;
+  for (; left > 0; ++limit) left -= open.contains(limit) ? 0 : 1;
   return static_cast<rlim_t>(limit);
 }
 

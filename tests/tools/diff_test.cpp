@@ -101,7 +101,9 @@ TEST_F(Diff, FindsAFileTheSameAsItself) {
     const Outcome outcome = Run(picture, picture);
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_EQ(outcome.output, picture + " and " + picture + " are the same\n");
+    std::string verdict = picture;
+    verdict.append(" and ").append(picture).append(" are the same\n");
+    EXPECT_EQ(outcome.output, verdict);
   }
 }
 

@@ -2,6 +2,9 @@
 // the C library from the start of main, by kind, and lets one of them fail.
 //   PXL_FAILING_CALL=write:3     the third call of that kind fails
 //   PXL_CALL_COUNTS=FILE         gets a line "kind count" for each kind
+// What is fortified would be functions of the header's, not of the library's.
+#undef _FORTIFY_SOURCE
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -36,8 +39,8 @@ Kind folders{"mkdir", EACCES};
 Kind maps{"map", ENOMEM};
 Kind reserves{"reserve", ENOSPC};
 
-constexpr std::array kinds = {&allocations, &opens,   &reads,   &writes, &seeks,
-                              &closes,      &renames, &folders, &maps,   &reserves};
+constexpr std::array kKinds = {&allocations, &opens,   &reads,   &writes, &seeks,
+                               &closes,      &renames, &folders, &maps,   &reserves};
 
 std::atomic<bool> counting{false};
 const Kind* failing = nullptr;
@@ -60,8 +63,8 @@ Function* Next(Function* /*type*/, const char* name) {
 void ChooseFailingCall(const char* text) {
   const char* colon = text != nullptr ? std::strchr(text, ':') : nullptr;
   if (colon == nullptr) return;
-  failingCall = std::atol(colon + 1);
-  for (const Kind* kind : kinds) {
+  failingCall = std::strtol(colon + 1, nullptr, 10);
+  for (const Kind* kind : kKinds) {
     const auto length = static_cast<std::size_t>(colon - text);
     if (std::strlen(kind->name) == length && std::strncmp(kind->name, text, length) == 0) {
       failing = kind;
@@ -72,7 +75,7 @@ void ChooseFailingCall(const char* text) {
 void WriteCounts(const char* path) {
   std::FILE* file = path != nullptr ? std::fopen(path, "w") : nullptr;
   if (file == nullptr) return;
-  for (const Kind* kind : kinds) std::fprintf(file, "%s %ld\n", kind->name, kind->calls.load());
+  for (const Kind* kind : kKinds) std::fprintf(file, "%s %ld\n", kind->name, kind->calls.load());
   std::fclose(file);
 }
 
@@ -97,8 +100,8 @@ mode_t ModeIn(int flags, va_list more) {
 #pragma GCC visibility push(default)
 extern "C" {
 
-// The C library's own names of what is replaced here.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// Functions of the C library, and some of its own names for them.
+// NOLINTBEGIN(bugprone-*,cert-dcl*,readability-inconsistent-*)
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
@@ -110,7 +113,6 @@ int __libc_start_main(Main* program, int count, char** arguments, void (*start)(
   programMain = program;
   return next(CountedMain, count, arguments, start, end, unload, stack);
 }
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 void* malloc(std::size_t size) {
   return Fails(allocations) ? nullptr : __libc_malloc(size);
@@ -234,5 +236,6 @@ int ftruncate(int file, off_t size) noexcept {
   return Fails(reserves) ? -1 : next(file, size);
 }
 
+// NOLINTEND(bugprone-*,cert-dcl*,readability-inconsistent-*)
 }  // extern "C"
 #pragma GCC visibility pop

@@ -7,7 +7,6 @@
 #include "tests/tools/program.h"
 
 using testing::EndsWith;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 namespace {
@@ -39,13 +38,6 @@ TEST(SelftestProgram, FindsEveryLevelOfThisProcessorEqual) {
                 EndsWith(here ? LEVEL_DIGEST + std::string("  ok") : "  not on this processor"));
   }
   EXPECT_EQ(lines.back(), "libPXL    " + std::string(BLIT_DIGEST) + "  ok");
-}
-
-TEST(SelftestProgram, ShowsHowFarItIsOnATerminal) {
-  const Outcome outcome = RunPxlOnATerminal({"selftest", "--quick"});
-  EXPECT_EQ(outcome.code, 0);
-  EXPECT_THAT(outcome.output, HasSubstr("] 1/"));
-  EXPECT_THAT(outcome.output, HasSubstr("libPXL    " + std::string(BLIT_DIGEST) + "  ok"));
 }
 
 TEST(SelftestProgram, TakesNothingElse) {

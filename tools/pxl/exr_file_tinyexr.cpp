@@ -148,10 +148,17 @@ void CheckSizes(const EXRHeader& header, const Window& data) {
   }
 }
 
+std::string RestOf(std::istream& stream) {
+  try {
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  } catch (const std::ios_base::failure&) {
+    throw Failure("cannot read: " + SystemReason());
+  }
+}
+
 class ExrReader : public PictureReader {
  public:
-  explicit ExrReader(std::istream& stream)
-      : file_(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()) {
+  explicit ExrReader(std::istream& stream) : file_(RestOf(stream)) {
     RefuseKinds();
     table_ = CheckExrHeader(file_);
     Guarded([this] { ParseHeader(); });
