@@ -5,16 +5,12 @@
 
 #include "simd/processor.h"
 #include "tests/tools/program.h"
+#include "tests/tools/selftest_digests.h"
 
 using testing::EndsWith;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 namespace {
-
-// Of the plain loops, and so of every level on every machine.
-constexpr const char* LEVEL_DIGEST = "7f6bd7e85a8bad2f";
-constexpr const char* BLIT_DIGEST = "a922527e02849a52";
 
 std::vector<std::string> LinesOf(const std::string& text) {
   std::istringstream stream(text);
@@ -39,13 +35,6 @@ TEST(SelftestProgram, FindsEveryLevelOfThisProcessorEqual) {
                 EndsWith(here ? LEVEL_DIGEST + std::string("  ok") : "  not on this processor"));
   }
   EXPECT_EQ(lines.back(), "libPXL    " + std::string(BLIT_DIGEST) + "  ok");
-}
-
-TEST(SelftestProgram, ShowsHowFarItIsOnATerminal) {
-  const Outcome outcome = RunPxlOnATerminal({"selftest", "--quick"});
-  EXPECT_EQ(outcome.code, 0);
-  EXPECT_THAT(outcome.output, HasSubstr("] 1/"));
-  EXPECT_THAT(outcome.output, HasSubstr("libPXL    " + std::string(BLIT_DIGEST) + "  ok"));
 }
 
 TEST(SelftestProgram, TakesNothingElse) {
