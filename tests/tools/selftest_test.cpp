@@ -5,15 +5,12 @@
 
 #include "simd/processor.h"
 #include "tests/tools/program.h"
+#include "tests/tools/selftest_digests.h"
 
 using testing::EndsWith;
 using testing::StartsWith;
 
 namespace {
-
-// Of the plain loops, and so of every level on every machine.
-constexpr const char* LEVEL_DIGEST = "7f6bd7e85a8bad2f";
-constexpr const char* BLIT_DIGEST = "a922527e02849a52";
 
 std::vector<std::string> LinesOf(const std::string& text) {
   std::istringstream stream(text);

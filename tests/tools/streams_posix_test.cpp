@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/tools/program.h"
+#include "tests/tools/selftest_digests.h"
 #include "tests/tools/temporary_folder.h"
 
 using testing::HasSubstr;
@@ -25,6 +26,13 @@ TEST(Messages, ThatCannotBePrintedAreAFailure) {
     EXPECT_EQ(outcome.code, 1);
     EXPECT_TRUE(IsOneLine(outcome.errors, "pxl: standard output: "));
   }
+}
+
+TEST(SelftestProgram, ShowsHowFarItIsOnATerminal) {
+  const Outcome outcome = RunPxlOnATerminal({"selftest", "--quick"});
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_THAT(outcome.output, HasSubstr("] 1/"));
+  EXPECT_THAT(outcome.output, HasSubstr("libPXL    " + std::string(BLIT_DIGEST) + "  ok"));
 }
 
 TEST(Soak, ShowsHowFarItIsOnATerminal) {
