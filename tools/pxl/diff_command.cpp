@@ -127,7 +127,9 @@ void PrintDifference(const PictureDifference& difference, const PictureHeader& h
 class Comparison {
  public:
   explicit Comparison(const DiffOptions& options)
-      : options_(options), a_(options.first, options.maxPixels), b_(options.second, options.maxPixels) {}
+      : options_(options),
+        a_(options.first, options.maxPixels),
+        b_(options.second, options.maxPixels) {}
 
   int Run() {
     const auto mismatch = MismatchOf(a_.header(), b_.header(), options_);
