@@ -1,5 +1,9 @@
 #include <cpuid.h>
 
+#include <array>
+#include <cstddef>
+#include <span>
+
 #include "simd/processor.h"
 #include "simd/processor_rules.h"
 
@@ -42,18 +46,28 @@ Registers AskForCache(unsigned leaf, unsigned range, unsigned index) {
   return Ask(range, 0).a >= leaf ? Ask(leaf, index) : Registers{};
 }
 
-std::vector<Cache> ReadCaches(unsigned leaf, unsigned range) {
-  std::vector<Cache> caches;
-  for (unsigned index = 0;; ++index) {
+// More than any processor has. A fixed number needs no memory, which the first
+// conversion may not get.
+constexpr unsigned MOST_CACHES = 16;
+struct CacheList {
+  std::array<Cache, MOST_CACHES> caches{};
+  std::size_t count = 0;
+};
+
+CacheList ReadCaches(unsigned leaf, unsigned range) {
+  CacheList list;
+  for (unsigned index = 0; index < MOST_CACHES; ++index) {
     const Registers answer = AskForCache(leaf, range, index);
-    if (TypeOf(answer) == END_OF_LIST) return caches;
-    if (TypeOf(answer) != INSTRUCTIONS) caches.push_back(CacheOf(answer));
+    if (TypeOf(answer) == END_OF_LIST) break;
+    if (TypeOf(answer) != INSTRUCTIONS) list.caches[list.count++] = CacheOf(answer);
   }
+  return list;
 }
 
 Caches FindCaches() {
-  const std::vector<Cache> caches = ReadCaches(4, 0);
-  return CachesOf(caches.empty() ? ReadCaches(0x8000001D, 0x80000000) : caches);
+  CacheList list = ReadCaches(4, 0);
+  if (list.count == 0) list = ReadCaches(0x8000001D, 0x80000000);
+  return CachesOf(std::span(list.caches).first(list.count));
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ Level LevelOf(const Features& features) {
   return level;
 }
 
-Caches CachesOf(const std::vector<Cache>& caches) {
+Caches CachesOf(std::span<const Cache> caches) {
   if (caches.empty()) return {std::size_t{256} * 1024, std::size_t{1024} * 1024};
   Caches found{};
   for (const Cache& cache : caches) {

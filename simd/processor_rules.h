@@ -2,7 +2,7 @@
 #ifndef SIMD_PROCESSOR_RULES_H
 #define SIMD_PROCESSOR_RULES_H
 
-#include <vector>
+#include <span>
 
 #include "simd/processor.h"
 
@@ -21,7 +21,7 @@ struct Cache {
 // The second level counts as a core's own though two threads of it share it; the
 // levels beyond are divided among those who share them. Without any cache: what
 // small processors have.
-Caches CachesOf(const std::vector<Cache>& caches);
+Caches CachesOf(std::span<const Cache> caches);
 
 }  // namespace simd
 

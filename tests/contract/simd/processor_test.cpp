@@ -1,9 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "simd/processor_rules.h"
 #include "simd/streaming.h"
 
 namespace {
+
+simd::Caches CachesOf(const std::vector<simd::Cache>& caches) {
+  return simd::CachesOf(caches);
+}
 
 constexpr std::size_t KIB = 1024;
 
@@ -38,21 +44,21 @@ TEST(ProcessorLevels, HaveNames) {
 
 TEST(ProcessorCaches, AreOwnUpToTheSecondLevelAndSharedBeyond) {
   const simd::Caches caches =
-      simd::CachesOf({{1, 48 * KIB, 2}, {2, 2048 * KIB, 2}, {3, 32768 * KIB, 16}});
+      CachesOf({{1, 48 * KIB, 2}, {2, 2048 * KIB, 2}, {3, 32768 * KIB, 16}});
   EXPECT_EQ(caches.own, 2048 * KIB);
   EXPECT_EQ(caches.shared, 2048 * KIB);
-  EXPECT_EQ(simd::CachesOf({{2, 512 * KIB, 2}, {3, 32768 * KIB, 8}}).shared, 4096 * KIB);
+  EXPECT_EQ(CachesOf({{2, 512 * KIB, 2}, {3, 32768 * KIB, 8}}).shared, 4096 * KIB);
 }
 
 TEST(ProcessorCaches, ShareNoLessThanACoreHas) {
-  const simd::Caches caches = simd::CachesOf({{1, 32 * KIB, 1}, {2, 1024 * KIB, 4}});
+  const simd::Caches caches = CachesOf({{1, 32 * KIB, 1}, {2, 1024 * KIB, 4}});
   EXPECT_EQ(caches.own, 1024 * KIB);
   EXPECT_EQ(caches.shared, 1024 * KIB);
 }
 
 TEST(ProcessorCaches, AreSmallWhereTheProcessorTellsNothing) {
-  EXPECT_EQ(simd::CachesOf({}).own, 256 * KIB);
-  EXPECT_EQ(simd::CachesOf({}).shared, 1024 * KIB);
+  EXPECT_EQ(CachesOf({}).own, 256 * KIB);
+  EXPECT_EQ(CachesOf({}).shared, 1024 * KIB);
 }
 
 TEST(ProcessorCaches, OfThisProcessorAreOfSomeSize) {
