@@ -57,7 +57,7 @@ TEST(OutputFile, FollowsASymbolicLink) {
 TEST(OutputFile, IsOpenedByItsNameOnce) {
   const TemporaryFolder folder;
   const int watch = inotify_init1(IN_NONBLOCK);
-  ASSERT_GE(inotify_add_watch(watch, folder.path().c_str(), IN_OPEN), 0);
+  ASSERT_GE(inotify_add_watch(watch, folder.path().c_str(), IN_OPEN | IN_CLOSE), 0);
   const OutputFile file(folder / "a.png");
   EXPECT_EQ(CountEvents(watch), 1);
   close(watch);
