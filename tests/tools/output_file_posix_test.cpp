@@ -1,6 +1,11 @@
 // Links, devices and the longest names.
 #include <gmock/gmock.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstring>
 
 #include "tests/tools/temporary_folder.h"
 #include "tools/pxl/failure.h"
@@ -23,6 +28,18 @@ std::string ReasonAgainst(const fs::path& path) {
   return "";
 }
 
+int CountEvents(int watch) {
+  alignas(inotify_event) std::array<char, 4096> events{};
+  const ssize_t size = read(watch, events.data(), events.size());
+  int count = 0;
+  for (ssize_t place = 0; place < size; ++count) {
+    inotify_event event{};
+    std::memcpy(&event, &events.at(static_cast<std::size_t>(place)), sizeof event);
+    place += static_cast<ssize_t>(sizeof event + event.len);
+  }
+  return count;
+}
+
 }  // namespace
 
 TEST(OutputFile, FollowsASymbolicLink) {
@@ -34,6 +51,16 @@ TEST(OutputFile, FollowsASymbolicLink) {
   file.Commit();
   EXPECT_TRUE(fs::is_symlink(folder / "link.png"));
   EXPECT_EQ(ReadBytes(folder / "target"), "new");
+}
+
+// Between two times another user could put a link there.
+TEST(OutputFile, IsOpenedByItsNameOnce) {
+  const TemporaryFolder folder;
+  const int watch = inotify_init1(IN_NONBLOCK);
+  ASSERT_GE(inotify_add_watch(watch, folder.path().c_str(), IN_OPEN | IN_CLOSE), 0);
+  const OutputFile file(folder / "a.png");
+  EXPECT_EQ(CountEvents(watch), 1);
+  close(watch);
 }
 
 TEST(OutputFile, IsNotWrittenThroughALinkThatTookItsPlace) {
