@@ -24,7 +24,7 @@ struct EndInForce {
   EndInForce() : other(std::set_terminate(End)) {}
   std::terminate_handler other;
 };
-[[gnu::init_priority(101)]] const EndInForce endInForce;
+[[gnu::init_priority(101)]] const EndInForce kEndInForce;
 
 // Whether that is why the program cannot go on: memory ran out in a destructor,
 // or there was not even enough to throw.
@@ -49,7 +49,7 @@ bool MemoryRanOut() {
     std::fputs("pxl: not enough memory\n", stderr);
     std::_Exit(failureCode);
   }
-  endInForce.other();
+  kEndInForce.other();
   std::abort();
 }
 

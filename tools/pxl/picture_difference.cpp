@@ -62,7 +62,7 @@ bool HasDistance(const Distance& distance) {
 
 template <typename Sample>
 std::array<Sample, kChannels> PixelAt(const Picture& picture, std::int64_t x, std::int64_t y) {
-  std::array<Sample, kChannels> pixel;
+  std::array<Sample, kChannels> pixel{};
   std::memcpy(pixel.data(), picture.Row(y) + sizeof pixel * static_cast<std::size_t>(x),
               sizeof pixel);
   return pixel;
