@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -89,10 +90,10 @@ std::optional<Picture> Read(const std::string& file, Opener open) {
 
 // ---- And back
 
-using Writer = void (*)(std::ostream&, const PictureHeader&, const pxl::RowSource&);
+using Writer = std::function<void(std::iostream&, const PictureHeader&, const pxl::RowSource&)>;
 
-Picture WrittenAndRead(const Picture& picture, Writer write, Opener open) {
-  std::ostringstream stream;
+Picture WrittenAndRead(const Picture& picture, const Writer& write, Opener open) {
+  std::stringstream stream;
   write(stream, picture.header, [&picture](std::int64_t y) { return picture.Row(y); });
   std::optional<Picture> back = Read(stream.str(), open);
   Demand(back.has_value(), "a written picture cannot be read");
@@ -120,7 +121,7 @@ bool SameChromaticities(const PictureHeader& a, const PictureHeader& b) {
   return std::ranges::equal(*first, *second, same);
 }
 
-void CheckWayBack(const Picture& picture, Writer write, Opener open) {
+void CheckWayBack(const Picture& picture, const Writer& write, Opener open) {
   const Picture back = WrittenAndRead(picture, write, open);
   Demand(back.header.width == picture.header.width && back.header.height == picture.header.height &&
              back.header.samples == picture.header.samples,

@@ -40,10 +40,3 @@ TEST(Soak, ShowsHowFarItIsOnATerminal) {
   EXPECT_EQ(outcome.code, 0);
   EXPECT_THAT(outcome.output, HasSubstr("] 0/1 s"));
 }
-
-TEST(SelftestProgram, ShowsHowFarItIsOnATerminal) {
-  const Outcome outcome = RunPxlOnATerminal({"selftest", "--quick"});
-  EXPECT_EQ(outcome.code, 0);
-  EXPECT_THAT(outcome.output, HasSubstr("] 1/"));
-  EXPECT_THAT(outcome.output, HasSubstr("libPXL    a922527e02849a52  ok"));
-}
