@@ -46,7 +46,8 @@ class InputStream : public Imf::IStream {
     stream_.clear();
     errno = 0;
     stream_.seekg(static_cast<std::streamoff>(position));
-    if (!stream_) KeepTrouble();
+    // Without a reason of the system's it is a place that the file has not got.
+    if (!stream_ && errno != 0) KeepTrouble();
   }
   void clear() override { stream_.clear(); }
 

@@ -20,21 +20,19 @@ fs::path FolderOf(const fs::path& path) {
   return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-struct NewFile {
-  fs::path path;
-  int descriptor = -1;
-};
-
-NewFile CreateTemporary(const fs::path& target) {
+// Gives a descriptor, or -1 with errno. The place is known before there is a file:
+// want of memory must not leave one behind.
+int CreateTemporary(const fs::path& target, fs::path& place) {
   std::random_device random;
   for (int i = 0; i < kAttempts; ++i) {
     // Not derived from the name, which may be as long as a name can be.
-    fs::path path = FolderOf(target) / (".pxl-" + std::to_string(random()) + ".tmp");
-    const int descriptor = CreateNewFile(path);
-    if (descriptor >= 0) return {path, descriptor};
+    place = FolderOf(target) / (".pxl-" + std::to_string(random()) + ".tmp");
+    const int descriptor = CreateNewFile(place);
+    if (descriptor >= 0) return descriptor;
     if (errno != EEXIST) break;
   }
-  return {};
+  place.clear();
+  return -1;
 }
 
 }  // namespace
@@ -64,10 +62,9 @@ OutputFile::OutputFile(const fs::path& path) : name_(path), target_(path) {
   std::error_code error;
   // A link keeps being one; the file it leads to is replaced.
   if (fs::is_symlink(path, error)) target_ = fs::weakly_canonical(path, error);
-  const NewFile created = CreateTemporary(target_);
-  temporary_.path = created.path;
-  if (created.descriptor >= 0) {
-    buffer_ = Buffer(created.descriptor, std::ios::in | std::ios::out | std::ios::binary);
+  const int descriptor = CreateTemporary(target_, temporary_.path);
+  if (descriptor >= 0) {
+    buffer_ = Buffer(descriptor, std::ios::in | std::ios::out | std::ios::binary);
   }
   if (!buffer_.is_open()) {
     throw Failure(name_.string(),
