@@ -16,7 +16,7 @@ import shutil
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-TESTS_IN_A_UNIT = 8
+TESTS_IN_A_UNIT = 16
 INCLUDE = re.compile(r"^#include .*$", re.MULTILINE)
 NEIGHBOUR = re.compile(r'"(\w+\.h)"')
 OUTPUT = re.compile(r" -o \S+ -c \S+$")

@@ -1,0 +1,1 @@
+// Nothing but what all test programs include, compiled once for all of them.
