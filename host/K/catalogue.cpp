@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 
+#include "host/immortal.h"
 #include "platform/K.h"
 #include "translations.h"
 #include "zstring.h"
@@ -22,7 +23,7 @@ struct MadeTexts {
 
 // Never destroyed: catalogues point into it until the process is gone.
 MadeTexts& TheTexts() {
-  static auto* const texts = new MadeTexts;
+  static Immortal<MadeTexts> texts;
   return *texts;
 }
 // Made while the library is loaded: there may be no memory for it later.

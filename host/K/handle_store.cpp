@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "budget.h"
+#include "host/immortal.h"
 #include "time_line.h"
 
 namespace k {
@@ -59,7 +60,7 @@ BookedBlock AllocateBooked(HeapCall allocate, std::uint64_t size) {
 
 HandleStore& HandleStore::Instance() {
   // Never destroyed: handles are still used while the process ends.
-  static auto* const store = new HandleStore;
+  static Immortal<HandleStore> store;
   return *store;
 }
 
@@ -70,12 +71,7 @@ Master* HandleStore::Find(Handle handle) const {
 }
 
 Master* HandleStore::TakeMaster() {
-  if (resting_.size() > kResting) {
-    Master* master = resting_.front();
-    resting_.pop_front();
-    return master;
-  }
-  return masters_.Add();
+  return resting_.size() > kResting ? resting_.TakeFirst() : masters_.Add();
 }
 
 Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
@@ -102,7 +98,7 @@ Refuser HandleStore::Allocate(HeapCall heapCall, std::uint64_t size, Handle& han
   if (booked.block != nullptr) {
     handle = MakeLive(master, booked.block, size);
   } else {
-    resting_.push_front(master);
+    resting_.AddFirst(master);
   }
   return booked.refuser;
 }
@@ -134,7 +130,7 @@ bool HandleStore::Free(Handle handle) {
     SetBytes(bytes_ - size);
     Retire(block, size);
   }
-  resting_.push_back(master);
+  resting_.AddLast(master);
   return true;
 }
 

@@ -5,10 +5,10 @@
 
 #include <atomic>
 #include <cstdint>
-#include <deque>
 #include <mutex>
 
 #include "include/PXL_Types.h"
+#include "master_queue.h"
 #include "master_table.h"
 #include "quarantine.h"
 #include "refusals.h"
@@ -72,7 +72,7 @@ class HandleStore {
 
   mutable std::mutex mutex_;
   MasterTable masters_;
-  std::deque<Master*> resting_;  // freed ones, oldest first
+  MasterQueue resting_;  // freed ones, oldest first
   std::uint64_t count_ = 0;
   std::uint64_t bytes_ = 0;
   Quarantine quarantine_;

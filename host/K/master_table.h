@@ -29,6 +29,7 @@ struct alignas(32) Master {
   std::atomic<bool> live = false;
   std::atomic<Hold> hold = Hold::Nobody;
   bool purgeable = false;
+  Master* next = nullptr;  // in the queue that it waits in
 };
 
 class MasterTable {

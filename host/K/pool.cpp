@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "block_checks.h"
+#include "host/immortal.h"
 #include "poison.h"
 #include "time_line.h"
 #include "virtual_memory.h"
@@ -48,7 +49,7 @@ std::uint64_t LargestFit(const BlockShape& shape) {
 
 Pool& Pool::Instance() {
   // Never destroyed: blocks are still freed while the process ends.
-  static auto* const pool = new Pool;
+  static Immortal<Pool> pool;
   return *pool;
 }
 

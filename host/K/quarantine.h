@@ -4,7 +4,7 @@
 #define K_QUARANTINE_H
 
 #include <cstdint>
-#include <deque>
+#include <list>
 
 namespace k {
 
@@ -24,7 +24,7 @@ class Quarantine {
   };
   void FreeOldest();
 
-  std::deque<Place> places_;
+  std::list<Place> places_;
   std::uint64_t bytes_ = 0;
 };
 

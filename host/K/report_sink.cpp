@@ -8,6 +8,7 @@
 
 #include "K_host.h"
 #include "TRC_host.h"
+#include "host/immortal.h"
 
 namespace k {
 namespace {
@@ -28,7 +29,7 @@ struct Output {
 
 // Never destroyed: reports may still come while the process ends.
 Output& TheOutput() {
-  static auto* const output = new Output;
+  static Immortal<Output> output;
   return *output;
 }
 // Made while the library is loaded: there may be no memory for it later.

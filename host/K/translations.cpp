@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "TRC_host.h"
+#include "host/immortal.h"
 #include "placeholders.h"
 #include "zstring.h"
 
@@ -16,7 +17,7 @@ namespace {
 
 Translations& Translations::Instance() {
   // Never destroyed: texts may be looked up while the process ends.
-  static auto* const translations = new Translations;
+  static Immortal<Translations> translations;
   return *translations;
 }
 

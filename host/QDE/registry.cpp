@@ -2,6 +2,8 @@
 
 #include <unordered_map>
 
+#include "host/immortal.h"
+
 namespace qde {
 namespace {
 
@@ -9,7 +11,7 @@ using Addresses = std::unordered_map<const void*, Surface*>;
 
 // Never destroyed: worlds may be disposed of while the process ends.
 Addresses& All() {
-  static auto* const addresses = new Addresses;
+  static Immortal<Addresses> addresses;
   return *addresses;
 }
 // Made while the library is loaded: there may be no memory for it later.

@@ -7,6 +7,7 @@
 #include <mutex>
 
 #include "TRC_host.h"
+#include "host/immortal.h"
 #include "standard_error_sink.h"
 
 namespace {
@@ -33,7 +34,7 @@ struct Output {
 };
 
 Output& TheOutput() {
-  static auto* const output = new Output;
+  static Immortal<Output> output;
   return *output;
 }
 // Made while the library is loaded: there may be no memory for it later.

@@ -4,6 +4,8 @@
 #include <mutex>
 #include <utility>
 
+#include "host/immortal.h"
+
 namespace vetrix {
 namespace {
 
@@ -14,7 +16,7 @@ struct Kept {
 
 // Never destroyed: files may go while the process ends.
 Kept& TheKept() {
-  static auto* const kept = new Kept;
+  static Immortal<Kept> kept;
   return *kept;
 }
 // Made while the library is loaded: there may be no memory for it later.
