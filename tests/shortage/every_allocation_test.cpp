@@ -51,10 +51,10 @@ class EveryAllocation : public ::testing::TestWithParam<Scenario> {
 // Stores grow now and then, and not for good: only what grows with each time is
 // lost.
 void ExpectNoLoss(const Scenario& scenario, Lack& lack) {
-  constexpr int TIMES = 5;
+  constexpr int times = 5;
   const std::int64_t before = scarce::LiveBlocks();
-  for (int i = 0; i < TIMES; ++i) Play(scenario, lack);
-  EXPECT_LT(scarce::LiveBlocks(), before + TIMES);
+  for (int i = 0; i < times; ++i) Play(scenario, lack);
+  EXPECT_LT(scarce::LiveBlocks(), before + times);
 }
 
 // False when there are no more allocations to fail.

@@ -139,7 +139,7 @@ FailingPages::Calls FailingPages::Live(const std::vector<Failure>& wanted) {
   K_FreeRecycledPtr(first);
   K_FreeRecycledPtr(second);
   EmptyCaches();
-  const Calls made = calls;
+  Calls made = calls;
   EXPECT_EQ(failures, wanted.size());
 
   Begin({});

@@ -9,7 +9,7 @@
 #include "tools/pxl/picture.h"
 
 struct Outcome {
-  int code;  // the exit code; 128 and more for a signal
+  int code = 0;  // the exit code; 128 and more for a signal
   std::string output;
   std::string errors;
 };

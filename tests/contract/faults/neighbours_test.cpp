@@ -79,7 +79,7 @@ class EveryPair : public FaultRunner, public ::testing::WithParamInterface<Opera
 
 Outcome EveryPair::Try(const std::vector<Fault>& faults, std::optional<tally::Kind> kind) {
   Prepare();
-  const Outcome outcome = Run(faults);
+  Outcome outcome = Run(faults);
   EXPECT_EQ(outcome.struck, faults.size());
   const Result result = Conclude(outcome);
   const bool allowed = std::find(allowed_.begin(), allowed_.end(), result) != allowed_.end();

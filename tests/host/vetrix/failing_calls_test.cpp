@@ -2,6 +2,7 @@
 // it can have, alone and with the call after it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -77,11 +78,10 @@ class FailingCalls : public testing::TestWithParam<Life> {
 };
 
 bool IsNamedIn(const std::string& message, const std::vector<Failure>& failures) {
-  for (const Failure& failure : failures) {
+  return std::ranges::any_of(failures, [&message](const Failure& failure) {
     const std::string reason = std::generic_category().message(failure.error);
-    if (message.find(reason) != std::string::npos) return true;
-  }
-  return false;
+    return message.find(reason) != std::string::npos;
+  });
 }
 
 // What the life comes to with these failures; gives the calls it made.
