@@ -97,7 +97,9 @@ void TryFrame(DoctorReport& report) {
 
 void AddVolume(DoctorReport& report, const std::string& folder) {
   std::error_code error;
-  const auto space = std::filesystem::space(PathOfUtf8(folder), error);
+  // Some systems would tell the space of the drive for a folder that is not there.
+  const auto path = std::filesystem::canonical(PathOfUtf8(folder), error);
+  const auto space = error ? std::filesystem::space_info{} : std::filesystem::space(path, error);
   if (error) {
     report.Add("free space", nullptr, "unknown: " + error.message());
     return;

@@ -2,6 +2,8 @@
 //
 #include <psapi.h>
 
+#include <algorithm>
+
 #include "tools/pxl/failure.h"
 #include "tools/pxl/process_use.h"
 
@@ -17,7 +19,9 @@ ProcessUse ReadProcessUse() {
       GetProcessHandleCount(GetCurrentProcess(), &handles) == 0) {
     throw Failure("this process", "the system does not tell what it uses");
   }
-  return {0, memory.PrivateUsage, memory.WorkingSetSize, handles};
+  // Some versions of the system tell the one, some the other.
+  const SIZE_T committed = std::max(memory.PrivateUsage, memory.PagefileUsage);
+  return {0, committed, memory.WorkingSetSize, handles};
 }
 
 }  // namespace pxl

@@ -24,7 +24,7 @@ class TemporaryFile {
   explicit TemporaryFile(const std::string& content)
       : path_(testing::TempDir() + "vetrix_settings_" + std::to_string(std::random_device{}()) +
               ".toml") {
-    std::ofstream(path_) << content;
+    std::ofstream(path_, std::ios::binary) << content;
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
