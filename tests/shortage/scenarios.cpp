@@ -320,6 +320,10 @@ void AddReports(std::vector<Scenario>& all) {
                          Reports::EachFailure,
                          BackToEnglish}
                     .Giving(3));
+}
+
+// Of what a host does wrong.
+void AddMistakes(std::vector<Scenario>& all) {
   all.push_back(Scenario{
       "VersionMismatch",
       Nothing,
@@ -415,6 +419,7 @@ std::vector<Scenario> AllScenarios() {
   AddUpdates(all);
   AddFrames(all);
   AddReports(all);
+  AddMistakes(all);
   AddLogged(all);
   AddBlits(all);
   AddPixels(all);
