@@ -62,8 +62,10 @@ int OpenAndUnlinkFile(const std::string& directory) {
   std::string path = directory + "/vetrix.XXXXXX";
   const int descriptor = MakeTemporary(path);
   if (descriptor < 0) Throw(errno, "cannot make a file in " + directory);
-  // The second time for what was only the matter for a moment.
-  if (TakeName(path) || TakeName(path)) return descriptor;
+  bool taken = TakeName(path);
+  // What was the matter for a moment may have passed.
+  if (!taken) taken = TakeName(path);
+  if (taken) return descriptor;
   const int error = errno;
   system::Close(descriptor);
   Throw(error, "cannot take the name from " + path);

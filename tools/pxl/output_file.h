@@ -21,6 +21,7 @@ class OutputFile {
   explicit OutputFile(const std::filesystem::path& path);
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
+  ~OutputFile() = default;
 
   std::iostream& stream() { return stream_; }
   // Gives the file its name, in place of any file that has it. Throws Failure.

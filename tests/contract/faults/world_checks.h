@@ -7,11 +7,11 @@
 #include "tests/contract/faults/operation.h"
 
 struct RecordCheck {
-  Effect effect;
+  Effect effect{};
   const PXL_World& before;  // of a creation: nothing
   const PXL_World& after;
   std::optional<std::int32_t> status;  // none: an exception came out
-  Rect wanted;                         // the bounds asked for
+  Rect wanted{};                       // the bounds asked for
 };
 
 // For a World that is alive after the call.

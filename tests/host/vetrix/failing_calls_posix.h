@@ -15,7 +15,7 @@ struct Failure {
 };
 
 // From now on these calls fail, and all calls are noted anew.
-void Begin(const std::vector<Failure>& failures);
+void Begin(const std::vector<Failure>& wanted);
 // Nothing fails any more.
 void End();
 
