@@ -6,6 +6,7 @@
 #include <barrier>
 #include <functional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 inline constexpr int CREW = 4;
@@ -23,19 +24,19 @@ inline void RunCrew(const std::function<void(int)>& work) {
   }
 }
 
-// Does it again and again on another thread for as long as this lives.
-class Disturbance {
+// Does it again and again for as long as it lives, with a number that grows.
+class Meddler {
  public:
-  explicit Disturbance(std::function<void()> disturb)
-      : thread_([this, disturb = std::move(disturb)] {
-          while (!done_) {
-            disturb();
+  explicit Meddler(std::function<void(unsigned)> meddle)
+      : thread_([this, meddle = std::move(meddle)] {
+          for (unsigned n = 0; !done_; ++n) {
+            meddle(n);
             std::this_thread::yield();
           }
         }) {}
-  Disturbance(const Disturbance&) = delete;
-  Disturbance& operator=(const Disturbance&) = delete;
-  ~Disturbance() {
+  Meddler(const Meddler&) = delete;
+  Meddler& operator=(const Meddler&) = delete;
+  ~Meddler() {
     done_ = true;
     thread_.join();
   }

@@ -68,12 +68,12 @@ TEST(Frames, AreHadOnAllThreadsAtOnce) {
 
 TEST(Frames, AreHadWhileThePoolIsEmptiedAndMemoryIsShort) {
   MakeTheFirstCall();
-  std::uint64_t turns = 0;
+  unsigned turns = 0;
   {
-    const Disturbance pressure([&] {
-      K_SetPoolLimit(turns % 2 == 0 ? 0 : K_DefaultPoolLimit);
-      K_SetMemoryBudget(turns % 3 == 0 ? 2 * POOL_THRESHOLD : 0);
-      ++turns;
+    const Meddler pressure([&](unsigned n) {
+      K_SetPoolLimit(n % 2 == 0 ? 0 : K_DefaultPoolLimit);
+      K_SetMemoryBudget(n % 3 == 0 ? 2 * POOL_THRESHOLD : 0);
+      turns = n + 1;
     });
     RunCrew([](int member) { UseFrames(member); });
   }

@@ -65,7 +65,7 @@ TEST(SinglePixels, AreConvertedWhileTheModuleIsBornAndDies) {
   const std::vector<Converted> expected = ConvertedAlone();
   std::atomic<int> births = 0;
   {
-    const Disturbance lives([&] {
+    const Meddler lives([&](unsigned) {
       PXL_Birth(0);
       PXL_Death();
       ++births;

@@ -129,7 +129,7 @@ TEST_F(ThreadedWorlds, AreWorkedOnAtOnce) {
 TEST_F(ThreadedWorlds, AreWorkedOnWhileOthersAreMadeReSizedDrawnAndDisposedOf) {
   int rounds = 0;
   {
-    const Disturbance administration([&] { Administer(rounds++); });
+    const Meddler administration([&](unsigned) { Administer(rounds++); });
     RunCrew([&](int member) { Work(OwnOf(member), member, 100); });
   }
   EXPECT_GT(rounds, 0);
@@ -166,7 +166,7 @@ TEST_F(ThreadedWorlds, ReportWhatGoesWrongWhereverItDoes) {
   int administered = 0;
   {
     const Locked locked(larger);
-    const Disturbance administration([&] { Administer(administered++); });
+    const Meddler administration([&](unsigned) { Administer(administered++); });
     RunCrew([&](int member) {
       const Locked back(OwnOf(member).back);
       for (int round = 0; round < rounds; ++round) {

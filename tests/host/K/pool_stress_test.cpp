@@ -2,14 +2,13 @@
 // under the thread sanitizer.
 #include <gmock/gmock.h>
 
-#include <atomic>
 #include <cstring>
-#include <functional>
 #include <random>
 #include <thread>
 #include <vector>
 
 #include "memory_fixture.h"
+#include "tests/threads/crew.h"
 
 using testing::Each;
 using testing::IsEmpty;
@@ -44,28 +43,6 @@ int CountUndisturbed(unsigned seed) {
   }
   return good;
 }
-
-// Does it again and again for as long as it lives, with a number that grows.
-class Meddler {
- public:
-  explicit Meddler(std::function<void(unsigned)> meddle)
-      : thread_([this, meddle = std::move(meddle)] {
-          for (unsigned n = 0; !done_; ++n) {
-            meddle(n);
-            std::this_thread::yield();
-          }
-        }) {}
-  Meddler(const Meddler&) = delete;
-  Meddler& operator=(const Meddler&) = delete;
-  ~Meddler() {
-    done_ = true;
-    thread_.join();
-  }
-
- private:
-  std::atomic<bool> done_ = false;
-  std::thread thread_;
-};
 
 class PoolUnderStress : public MemoryTest {
  protected:
