@@ -42,6 +42,10 @@ target_compile_options(pxl_flags INTERFACE
 # The root, for "world/World.h" and the like; include/ for "PXL.h".
 target_include_directories(pxl_flags INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 
+# For what needs no speed: options with which it is compiled quickly. The checks
+# that the sanitizers add take longest to optimise.
+set(PXL_COMPILED_QUICKLY "$<$<CONFIG:Release>:-O1>" "$<$<CONFIG:RelWithDebInfo>:-O0>")
+
 # Builds do not depend on the folder that they are made in.
 target_compile_options(pxl_flags INTERFACE
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
