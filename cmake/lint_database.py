@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Writes a compile database for the linter in which the tests of one program
 share translation units: most of what the linter does for a test it does for
-GoogleTest's headers, and that is then done once for several tests.
+GoogleTest's headers, and that is then done once for several tests. A source that
+several programs have is there once: the linter would do it once for each.
 
 usage: lint_database.py COMPILE_COMMANDS FOLDER
 
@@ -47,7 +48,8 @@ def main():
     shutil.rmtree(folder, ignore_errors=True)
     entries = []
     groups = collections.defaultdict(list)
-    for entry in json.loads(database.read_text(encoding="utf-8")):
+    every_file = {entry["file"]: entry for entry in json.loads(database.read_text(encoding="utf-8"))}
+    for entry in every_file.values():
         file = pathlib.Path(entry["file"])
         entry["command"] = FOREIGN.sub("", entry["command"])
         if file.name.startswith("cmake_pch"):
