@@ -1,3 +1,2 @@
 include(windows/HeaderLibrary)
 pxl_header_library(CLI11::CLI11 CLI)
-set(CLI11_FOUND TRUE)

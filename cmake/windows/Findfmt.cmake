@@ -1,4 +1,3 @@
 include(windows/HeaderLibrary)
 pxl_header_library(fmt::fmt-header-only fmt)
 target_compile_definitions(fmt::fmt-header-only INTERFACE FMT_HEADER_ONLY=1)
-set(fmt_FOUND TRUE)

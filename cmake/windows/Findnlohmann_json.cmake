@@ -1,3 +1,2 @@
 include(windows/HeaderLibrary)
 pxl_header_library(nlohmann_json::nlohmann_json nlohmann)
-set(nlohmann_json_FOUND TRUE)

@@ -1,3 +1,2 @@
 include(windows/HeaderLibrary)
 pxl_header_library(spdlog::spdlog_header_only spdlog fmt)
-set(spdlog_FOUND TRUE)

@@ -1,3 +1,2 @@
 include(windows/HeaderLibrary)
 pxl_header_library(stb::stb stb)
-set(stb_FOUND TRUE)

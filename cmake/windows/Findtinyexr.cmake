@@ -1,3 +1,2 @@
 include(windows/HeaderLibrary)
 pxl_header_library(tinyexr::tinyexr tinyexr.h)
-set(tinyexr_FOUND TRUE)

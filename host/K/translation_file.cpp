@@ -90,7 +90,12 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
-using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
+// A type of its own: what the C library declares of fclose beside its type would be
+// lost in the template's argument, with a warning.
+struct Close {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, Close>;
 
 [[noreturn]] void ThrowSystemError() {
   throw std::runtime_error(std::strerror(errno));
@@ -113,7 +118,7 @@ TranslatedTexts ParseTranslation(std::string_view text) {
 
 std::string ReadTranslationFile(const std::string& path) {
   if (IsEndlessFile(PathOfUtf8(path))) throw std::runtime_error("is not a regular file");
-  const File file(OpenFile(path), &std::fclose);
+  const File file(OpenFile(path));
   if (file == nullptr) ThrowSystemError();
   std::string text;
   std::array<char, 65536> block{};

@@ -1,8 +1,5 @@
 # Most tests make their pictures with the file libraries, and check messages that
 # hold what the system says.
-find_package(PNG REQUIRED)
-find_package(OpenEXR 3.1 REQUIRED)
-
 add_library(test_pictures STATIC exr_maker.cpp png_maker.cpp)
 target_link_libraries(test_pictures PUBLIC pxl_flags pxl_pictures PNG::PNG OpenEXR::OpenEXR)
 
@@ -33,7 +30,6 @@ target_link_libraries(pxl_program_test PRIVATE test_pictures)
 # makes files of every kind. Not under a sanitizer: tinyexr loses what a damaged
 # file made it allocate.
 if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
-  find_package(ZLIB REQUIRED)
   include(${PROJECT_SOURCE_DIR}/tools/pxl/portable_libraries.cmake)
   pxl_add_test(portable_pictures_test
     ${PROJECT_SOURCE_DIR}/tools/pxl/exr_file_tinyexr.cpp

@@ -1,5 +1,7 @@
 #include "tools/pxl/package_version.h"
 
+#include <cstdint>
+
 #include "PXL.h"
 
 namespace pxl {

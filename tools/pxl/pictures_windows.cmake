@@ -1,9 +1,5 @@
 # The libraries behind files of pictures and the letters in them: headers alone,
 # but for zlib, which is linked into the program.
-set(ZLIB_USE_STATIC_LIBS ON)
-find_package(ZLIB REQUIRED)
-find_package(stb REQUIRED)
-find_package(tinyexr REQUIRED)
 include(portable_libraries.cmake)
 target_link_libraries(picture_libraries PUBLIC stb::stb tinyexr::tinyexr)
 
