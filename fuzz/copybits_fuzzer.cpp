@@ -5,7 +5,7 @@
 
 #include "fuzz/bytes.h"
 #include "fuzz/demand.h"
-#include "tests/host/QDE/copies_by_dice.h"
+#include "tests/support/drawing/copies_by_dice.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include "PXL.h"
 #include "fuzz/bytes.h"
 #include "fuzz/demand.h"
-#include "host/QDE/axis.h"
-#include "host/QDE/layout.h"
-#include "world/World.h"
+#include "host/QDE/copy/axis.h"
+#include "host/QDE/pixels/layout.h"
+#include "world/record/geometry.h"
 
 namespace {
 

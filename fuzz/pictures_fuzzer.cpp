@@ -16,10 +16,10 @@
 #include <vector>
 
 #include "fuzz/demand.h"
-#include "tools/pxl/exr_file.h"
-#include "tools/pxl/failure.h"
-#include "tools/pxl/picture.h"
-#include "tools/pxl/png_file.h"
+#include "tools/pxl/formats/exr_file.h"
+#include "tools/pxl/formats/png_file.h"
+#include "tools/pxl/pictures/picture.h"
+#include "tools/pxl/system/failure.h"
 
 namespace {
 

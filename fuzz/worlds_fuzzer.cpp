@@ -5,7 +5,7 @@
 
 #include "fuzz/bytes.h"
 #include "fuzz/demand.h"
-#include "tests/contract/model/player.h"
+#include "tests/model/player.h"
 
 namespace {
 

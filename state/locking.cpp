@@ -3,7 +3,7 @@
 #include "state/State.h"
 #include "state/messages/Messages.h"
 #include "state/reload.h"
-#include "world/World.h"
+#include "world/record/geometry.h"
 
 namespace {
 

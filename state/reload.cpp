@@ -4,7 +4,7 @@
 #include "platform/record_access.h"
 #include "state/messages/Messages.h"
 #include "state/surface_update.h"
-#include "world/World.h"
+#include "world/record/geometry.h"
 
 namespace {
 

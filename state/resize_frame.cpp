@@ -5,7 +5,7 @@
 #include "platform/QDE.h"
 #include "platform/record_access.h"
 #include "state/messages/Messages.h"
-#include "world/World.h"
+#include "world/record/geometry.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "state/messages/Messages.h"
 #include "state/resize_frame.h"
 #include "state/surface_update.h"
-#include "world/World.h"
+#include "world/record/geometry.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The exported conversions of one pixel. Each reads the whole source before it
 // writes, so that source and destination may share their memory.
 #include "PXL.h"
-#include "transfer/channel_formulas.h"
+#include "transfer/kernels/channel_formulas.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include "platform/K.h"
 #include "platform/record_access.h"
 #include "state/messages/Messages.h"
-#include "world/World.h"
 #include "world/creation.h"
+#include "world/record/geometry.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "platform/record_access.h"
 #include "state/State.h"
 #include "state/messages/Messages.h"
-#include "world/World.h"
+#include "world/record/geometry.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include "platform/K.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "world/World.h"
 #include "world/creation.h"
+#include "world/record/geometry.h"
 
 std::int32_t PXL_DisposeWorld(PXL_WorldHandle worldH) {
   std::int32_t status = PXLp_CheckWorld(PXLp_Site::DisposeWorld, worldH);

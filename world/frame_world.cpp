@@ -1,8 +1,8 @@
 #include "memory/Memory.h"
 #include "platform/record_access.h"
 #include "state/messages/Messages.h"
-#include "world/World.h"
 #include "world/creation.h"
+#include "world/record/geometry.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <thread>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 #include "simd/processor.h"
 
 namespace bench {

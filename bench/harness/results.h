@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "bench/harness/contender.h"
 #include "bench/harness/row.h"
+#include "bench/subjects/contender.h"
 
 namespace bench {
 

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "bench/harness/contender.h"
+#include "bench/subjects/contender.h"
 
 namespace bench {
 

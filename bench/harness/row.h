@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/harness/contender.h"
+#include "bench/subjects/contender.h"
 
 namespace bench {
 

@@ -4,9 +4,9 @@
 
 #include <vector>
 
-#include "bench/harness/contender.h"
-#include "bench/harness/operations.h"
 #include "bench/limits/shapes.h"
+#include "bench/subjects/contender.h"
+#include "bench/subjects/operations.h"
 
 namespace bench {
 

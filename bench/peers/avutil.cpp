@@ -5,7 +5,7 @@ extern "C" {
 
 #include <memory>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 
 namespace bench {
 namespace {

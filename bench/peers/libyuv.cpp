@@ -1,7 +1,7 @@
 // libyuv: 16-bit channels at full scale 65535; narrowing truncates.
 #include <libyuv.h>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 
 namespace bench {
 namespace {

@@ -2,7 +2,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 
 namespace bench {
 namespace {

@@ -1,7 +1,7 @@
 // OpenImageIO: 16-bit channels at full scale 65535.
 #include <OpenImageIO/imageio.h>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 
 namespace bench {
 namespace {

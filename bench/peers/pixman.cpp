@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 
 namespace bench {
 namespace {

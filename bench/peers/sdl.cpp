@@ -5,7 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 
 namespace bench {
 namespace {

@@ -8,7 +8,7 @@ extern "C" {
 #include <memory>
 #include <stdexcept>
 
-#include "bench/harness/peers.h"
+#include "bench/subjects/peers.h"
 
 namespace bench {
 namespace {

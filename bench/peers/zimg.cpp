@@ -5,8 +5,8 @@
 #include <memory>
 #include <stdexcept>
 
-#include "bench/harness/peers.h"
-#include "bench/harness/suited_picture.h"
+#include "bench/subjects/peers.h"
+#include "bench/subjects/suited_picture.h"
 
 namespace bench {
 namespace {

@@ -10,10 +10,10 @@
 
 #include "K_host.h"
 #include "bench/harness/keep.h"
-#include "bench/harness/peers.h"
-#include "bench/harness/world.h"
 #include "bench/rows/rows.h"
-#include "tests/whole/system_use.h"
+#include "bench/subjects/peers.h"
+#include "bench/subjects/world.h"
+#include "tests/support/system_use/system_use.h"
 
 namespace bench {
 namespace {

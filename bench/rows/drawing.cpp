@@ -5,11 +5,11 @@
 #include <iterator>
 
 #include "QDE_host.h"
-#include "bench/harness/peers.h"
-#include "bench/harness/world.h"
 #include "bench/limits/limits.h"
 #include "bench/rows/photograph.h"
 #include "bench/rows/rows.h"
+#include "bench/subjects/peers.h"
+#include "bench/subjects/world.h"
 
 namespace bench {
 namespace {

@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <iterator>
 
-#include "bench/harness/peers.h"
-#include "bench/harness/world.h"
 #include "bench/limits/limits.h"
 #include "bench/rows/rows.h"
+#include "bench/subjects/peers.h"
+#include "bench/subjects/world.h"
 
 namespace bench {
 namespace {

@@ -5,9 +5,9 @@
 #include <stdexcept>
 
 #include "bench/harness/keep.h"
-#include "bench/harness/world.h"
 #include "bench/rows/empty_call.h"
 #include "bench/rows/rows.h"
+#include "bench/subjects/world.h"
 
 namespace bench {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "tools/pxl/picture_file.h"
+#include "tools/pxl/formats/picture_file.h"
 
 namespace bench {
 namespace {

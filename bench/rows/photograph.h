@@ -2,7 +2,7 @@
 #ifndef BENCH_ROWS_PHOTOGRAPH_H
 #define BENCH_ROWS_PHOTOGRAPH_H
 
-#include "bench/harness/picture.h"
+#include "bench/subjects/picture.h"
 
 namespace bench {
 

@@ -5,9 +5,9 @@
 #include <cstring>
 #include <memory>
 
-#include "bench/harness/own_picture.h"
 #include "bench/harness/session.h"
 #include "bench/rows/rows.h"
+#include "bench/subjects/own_picture.h"
 #include "simd/routines.h"
 #include "simd/streaming.h"
 #include "transfer/kernels/Kernels.h"

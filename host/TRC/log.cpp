@@ -7,8 +7,8 @@
 #include <mutex>
 
 #include "TRC_host.h"
+#include "host/TRC/standard_error_sink.h"
 #include "host/immortal.h"
-#include "standard_error_sink.h"
 
 namespace {
 

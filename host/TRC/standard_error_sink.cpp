@@ -1,4 +1,4 @@
-#include "standard_error_sink.h"
+#include "host/TRC/standard_error_sink.h"
 
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>

@@ -4,6 +4,7 @@
 set -eu
 
 here=$(dirname -- "$(readlink -f -- "$0")")
+projects=$here/../shipped/consumers
 prefix=$(readlink -f -- "$1")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -49,7 +50,7 @@ export CC CXX
 
 # Only the package's own files may be found, wherever the prefix lies.
 for consumer in c11 cpp17; do
-  cp -r "$here/$consumer" "$work/"
+  cp -r "$projects/$consumer" "$work/"
   quietly cmake -S "$work/$consumer" -B "$work/$consumer/build" -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_PREFIX_PATH="$prefix" ${target:+"$target"}
   quietly cmake --build "$work/$consumer/build"
@@ -64,4 +65,4 @@ eval "$CC -std=c11 '$work/c11/main.c' $(pkg-config --cflags --libs pxl)" \
 must_say_good 'c11 by pkg-config' run "$work/by_pkg_config$end"
 
 [ -n "$target" ] ||
-  must_say_good python python3 "$here/python/consumer.py" "$library"
+  must_say_good python python3 "$projects/python/consumer.py" "$library"

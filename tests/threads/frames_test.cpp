@@ -6,7 +6,7 @@
 
 #include "K_host.h"
 #include "PXL.h"
-#include "tests/threads/crew.h"
+#include "tests/support/host/crew.h"
 
 namespace {
 

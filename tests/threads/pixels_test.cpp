@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "PXL.h"
-#include "tests/threads/crew.h"
+#include "tests/support/host/crew.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <cstring>
 
-#include "tests/threads/crew.h"
-#include "tests/whole/whole.h"
+#include "tests/support/host/crew.h"
+#include "tests/support/host/whole.h"
 
 namespace {
 

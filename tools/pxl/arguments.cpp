@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "tools/pxl/commands.h"
-#include "tools/pxl/failure.h"
-#include "tools/pxl/package_version.h"
+#include "tools/pxl/commands/commands.h"
+#include "tools/pxl/module/package_version.h"
+#include "tools/pxl/system/failure.h"
 #include "tools/pxl/verbs.h"
 
 namespace pxl {

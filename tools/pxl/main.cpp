@@ -5,11 +5,11 @@
 #include <new>
 
 #include "tools/pxl/arguments.h"
-#include "tools/pxl/command_line.h"
-#include "tools/pxl/commands.h"
-#include "tools/pxl/console.h"
-#include "tools/pxl/environment.h"
-#include "tools/pxl/failure.h"
+#include "tools/pxl/commands/commands.h"
+#include "tools/pxl/module/environment.h"
+#include "tools/pxl/system/command_line.h"
+#include "tools/pxl/system/console.h"
+#include "tools/pxl/system/failure.h"
 
 namespace {
 

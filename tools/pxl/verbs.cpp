@@ -5,8 +5,8 @@
 #include <string>
 
 #include "host/utf8_path.h"
-#include "tools/pxl/commands.h"
-#include "tools/pxl/language.h"
+#include "tools/pxl/commands/commands.h"
+#include "tools/pxl/module/language.h"
 
 namespace pxl {
 

@@ -1,7 +1,7 @@
 #include <cstdint>
 
-#include "transfer/conversion_tables.h"
 #include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/conversion_tables.h"
 
 namespace {
 

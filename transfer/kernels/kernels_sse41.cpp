@@ -1,7 +1,7 @@
 #include <cstdint>
 
 #include "simd/vector_sse41.h"
-#include "transfer/channel_formulas.h"
+#include "transfer/kernels/channel_formulas.h"
 #include "transfer/kernels/level_kernels.h"
 #include "transfer/kernels/vector_rows.h"
 

@@ -1,7 +1,7 @@
 #include <cstdint>
 
-#include "transfer/channel_formulas.h"
 #include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/channel_formulas.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "memory/Memory.h"
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::AllOf;
 using ::testing::ElementsAre;

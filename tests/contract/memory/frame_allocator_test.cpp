@@ -4,7 +4,7 @@
 
 #include "memory/Memory.h"
 #include "memory/frame_settings.h"
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -1,5 +1,5 @@
 // Copies, fills and byte swaps of every level that this processor has.
-#include "tests/contract/levels.h"
+#include "tests/support/module/levels.h"
 #include "tools/proof/shapes.h"
 
 using RoutinesOfLevel = EachLevel;

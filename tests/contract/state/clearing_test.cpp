@@ -2,10 +2,10 @@
 #include <numeric>
 #include <type_traits>
 
-#include "tests/contract/born_module.h"
-#include "tests/contract/record_fields.h"
 #include "tests/contract/state/scripted_provider.h"
-#include "tests/system/page_before_nothing.h"
+#include "tests/support/module/born_module.h"
+#include "tests/support/module/record_fields.h"
+#include "tests/support/system/page_before_nothing.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

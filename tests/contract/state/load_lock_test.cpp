@@ -1,9 +1,9 @@
 #include <type_traits>
 
-#include "tests/contract/born_module.h"
-#include "tests/contract/record_fields.h"
 #include "tests/contract/state/expected_reports.h"
 #include "tests/contract/state/scripted_provider.h"
+#include "tests/support/module/born_module.h"
+#include "tests/support/module/record_fields.h"
 
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;

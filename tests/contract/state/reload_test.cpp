@@ -1,8 +1,8 @@
 #include "state/reload.h"
 
-#include "tests/contract/born_module.h"
-#include "tests/contract/record_fields.h"
 #include "tests/contract/state/expected_reports.h"
+#include "tests/support/module/born_module.h"
+#include "tests/support/module/record_fields.h"
 
 using ::testing::Each;
 using ::testing::ElementsAre;

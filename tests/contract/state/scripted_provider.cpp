@@ -1,7 +1,7 @@
 #include "tests/contract/state/scripted_provider.h"
 
 #include "platform/record_access.h"
-#include "tests/recorder/recorder.h"
+#include "tests/support/recorder/recorder.h"
 
 ScriptedProvider::ScriptedProvider(PXL_WorldHandle worldH)
     : worldH_(worldH), provider_{Map, Unmap, nullptr, nullptr, this} {

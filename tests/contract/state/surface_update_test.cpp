@@ -1,9 +1,9 @@
 #include "state/surface_update.h"
 
-#include "tests/contract/born_module.h"
-#include "tests/contract/record_fields.h"
 #include "tests/contract/state/expected_reports.h"
-#include "world/World.h"
+#include "tests/support/module/born_module.h"
+#include "tests/support/module/record_fields.h"
+#include "world/record/geometry.h"
 
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;

@@ -1,7 +1,7 @@
 // Which kernel a blit hands its rows to, and with what.
 #include "simd/streaming.h"
-#include "tests/contract/contract.h"
 #include "tests/contract/transfer/image.h"
+#include "tests/support/module/contract.h"
 #include "transfer/kernels/Kernels.h"
 
 using ::testing::IsEmpty;

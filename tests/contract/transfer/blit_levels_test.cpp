@@ -2,8 +2,8 @@
 #include <cstdlib>
 
 #include "simd/streaming.h"
-#include "tests/contract/levels.h"
 #include "tests/contract/transfer/image.h"
+#include "tests/support/module/levels.h"
 #include "transfer/deep_blit.h"
 #include "transfer/kernels/Kernels.h"
 

@@ -4,11 +4,11 @@
 #include <cstring>
 #include <limits>
 
-#include "tests/contract/born_module.h"
-#include "tests/contract/record_fields.h"
 #include "tests/contract/state/scripted_provider.h"
 #include "tests/contract/transfer/image.h"
-#include "tests/oracle/channel_oracle.h"
+#include "tests/support/module/born_module.h"
+#include "tests/support/module/record_fields.h"
+#include "tests/support/oracle/channel_oracle.h"
 
 using ::testing::Each;
 using ::testing::ElementsAre;

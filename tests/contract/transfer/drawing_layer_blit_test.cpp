@@ -1,7 +1,7 @@
 #include <type_traits>
 
-#include "tests/contract/born_module.h"
-#include "tests/contract/record_fields.h"
+#include "tests/support/module/born_module.h"
+#include "tests/support/module/record_fields.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -6,9 +6,9 @@
 #include <memory>
 #include <type_traits>
 
-#include "tests/contract/contract.h"
-#include "tests/oracle/channel_oracle.h"
-#include "transfer/channel_formulas.h"
+#include "tests/support/module/contract.h"
+#include "tests/support/oracle/channel_oracle.h"
+#include "transfer/kernels/channel_formulas.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

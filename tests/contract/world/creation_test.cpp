@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "memory/frame_settings.h"
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -1,7 +1,7 @@
 // Worlds that are made without pixel memory.
 #include <utility>
 
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "memory/frame_settings.h"
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 #include "world/creation.h"
 
 using ::testing::ElementsAre;

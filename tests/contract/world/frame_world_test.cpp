@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "memory/frame_settings.h"
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;

@@ -1,5 +1,5 @@
-#include "tests/contract/contract.h"
-#include "transfer/conversion_tables.h"
+#include "tests/support/module/contract.h"
+#include "transfer/kernels/conversion_tables.h"
 
 using ::testing::ElementsAre;
 

@@ -1,5 +1,5 @@
 // Worlds whose pixels are a surface of the drawing layer.
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;

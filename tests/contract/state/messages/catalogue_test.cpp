@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "platform/K.h"
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::StartsWith;
 

@@ -3,7 +3,7 @@
 
 #include "platform/K.h"
 #include "state/messages/Messages.h"
-#include "tests/contract/contract.h"
+#include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
 

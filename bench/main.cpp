@@ -1,0 +1,81 @@
+// pxl_bench: how fast is the module, next to what the memory allows and to what
+// other libraries do?
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstring>
+#include <exception>
+
+#include "PXL.h"
+#include "bench/report/files.h"
+#include "bench/report/reporter.h"
+#include "bench/rows/rows.h"
+#include "transfer/Transfer.h"
+
+namespace {
+
+constexpr int kExitFailure = 1;
+constexpr int kExitUsage = 2;
+
+struct Options {
+  bool quick = false;
+  std::filesystem::path folder = "build/bench";
+};
+
+// Takes the program's own options out; Google Benchmark takes the others.
+Options TakeOptions(int* count, char** arguments) {
+  constexpr const char* kFolder = "--output=";
+  Options options;
+  int kept = 1;
+  for (int i = 1; i < *count; ++i) {
+    if (std::strcmp(arguments[i], "--quick") == 0) {
+      options.quick = true;
+    } else if (std::strncmp(arguments[i], kFolder, std::strlen(kFolder)) == 0) {
+      options.folder = arguments[i] + std::strlen(kFolder);
+    } else {
+      arguments[kept++] = arguments[i];
+    }
+  }
+  *count = kept;
+  return options;
+}
+
+void AddAllRows() {
+  bench::AddConversions();
+  bench::AddFills();
+  bench::AddDrawing();
+  bench::AddAllocations();
+  bench::AddLocks();
+  bench::AddLife();
+  bench::AddPixels();
+  bench::AddGrowth();
+  bench::AddThresholds();
+}
+
+int Run(const Options& options) {
+  bench::Session& session = bench::CurrentSession();
+  session.quick = options.quick;
+  if (options.quick) session.pace = {0.002, 3};
+  PXLp_BuildConversionTables();  // those of the plain loops; Birth builds the library's own
+  PXL_Birth(0);
+  AddAllRows();
+  bench::Reporter reporter(session);
+  if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) return kExitUsage;  // it says why
+  PXL_Death();
+  if (!session.results.empty()) bench::WriteFiles(session, options.folder);
+  return session.failures.empty() ? 0 : kExitFailure;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  try {
+    const Options options = TakeOptions(&count, arguments);
+    benchmark::Initialize(&count, arguments);
+    if (benchmark::ReportUnrecognizedArguments(count, arguments)) return kExitUsage;
+    return Run(options);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "pxl_bench: %s\n", failure.what());
+    return kExitFailure;
+  }
+}

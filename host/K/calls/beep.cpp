@@ -1,0 +1,21 @@
+// The audible signal.
+#include <atomic>
+#include <cstdint>
+
+#include "K_host.h"
+#include "host/K/system/console.h"
+
+namespace {
+
+std::atomic<std::uint64_t> theBeeps{0};
+
+}  // namespace
+
+void K_Beep() {
+  ++theBeeps;
+  k::RingBell();
+}
+
+std::uint64_t K_CountBeeps() {
+  return theBeeps;
+}

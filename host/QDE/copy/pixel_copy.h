@@ -1,0 +1,18 @@
+// Copies whose pixels stay as they are, byte by byte.
+#ifndef QDE_PIXEL_COPY_H
+#define QDE_PIXEL_COPY_H
+
+#include "host/QDE/copy/plan.h"
+#include "host/QDE/pixels/image.h"
+
+namespace qde {
+
+// Images of one depth, which do not overlap. Throws std::bad_alloc.
+void CopyPixels(const Image& source, const Image& destination, const Plan& plan);
+
+// Not scaled; images that overlap, with rows of one stride.
+void ShiftPixels(const Image& source, const Image& destination, const Plan& plan);
+
+}  // namespace qde
+
+#endif

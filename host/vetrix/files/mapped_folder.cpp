@@ -1,0 +1,18 @@
+#include "host/vetrix/files/mapped_folder.h"
+
+#include <utility>
+
+#include "host/vetrix/system/environment.h"
+#include "vetrix_host.h"
+
+namespace vetrix::host {
+
+MappedFolder FindMappedFolder() {
+  for (const char* variable : {"VETRIX_MAPPED_DIR", "TMPDIR"}) {
+    std::string folder = Variable(variable);
+    if (!folder.empty()) return {std::move(folder), variable};
+  }
+  return {DefaultMappedFolder(), ""};
+}
+
+}  // namespace vetrix::host

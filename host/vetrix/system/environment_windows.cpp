@@ -1,0 +1,21 @@
+#include <windows.h>
+
+#include "host/vetrix/system/environment.h"
+#include "platform/vetrix.h"
+
+namespace vetrix {
+
+std::string Variable(const char* name) {
+  const std::wstring wideName(name, name + std::char_traits<char>::length(name));
+  std::wstring value;
+  DWORD length = GetEnvironmentVariableW(wideName.c_str(), nullptr, 0);
+  // It may grow while it is being asked for.
+  while (length > value.size()) {
+    value.resize(length);
+    length = GetEnvironmentVariableW(wideName.c_str(), value.data(), length);
+  }
+  value.resize(length);
+  return utility::UTF16to8({value.begin(), value.end()});
+}
+
+}  // namespace vetrix

@@ -1,9 +1,0 @@
-// What the library of fences tells those who find it loaded.
-#ifndef TESTS_FENCED_FENCES_H
-#define TESTS_FENCED_FENCES_H
-
-// Whether the address is in a block with fences.
-using IsFencedFunction = bool(const void* address);
-inline constexpr const char* IS_FENCED = "IsFenced";
-
-#endif

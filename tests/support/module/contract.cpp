@@ -1,0 +1,79 @@
+#include "tests/support/module/contract.h"
+
+#include <cstring>
+
+#include "memory/frame_settings.h"
+#include "memory/mapped_provider.h"
+#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/conversion_tables.h"
+#include "world/version_check.h"
+
+namespace {
+
+// The module's state as it was loaded, before any test could change it.
+struct LoadedState {
+  PXL_ModuleState module = PXLp_G;
+  PXLp_FrameSettings frameSettings = PXLp_frameSettings;
+  std::uint32_t nextMappedFile = PXLp_nextMappedFile;
+  bool librariesChecked = PXLp_librariesChecked;
+  PXLp_KernelSet kernels = PXLp_kernels;
+};
+const LoadedState LOADED;
+
+}  // namespace
+
+// What happens once a process happens once a test.
+void Contract::UnloadModule() {
+  PXLp_G = LOADED.module;
+  PXLp_frameSettings = LOADED.frameSettings;
+  PXLp_nextMappedFile = LOADED.nextMappedFile;
+  PXLp_librariesChecked = LOADED.librariesChecked;
+  PXLp_kernels = LOADED.kernels;
+  PXLp_table8to16.fill(0);
+  PXLp_table8toF.fill(0.0F);
+  Kp_G_err_buf = -1;
+  std::memset(Kp_G_buffer, 0, sizeof Kp_G_buffer);
+}
+
+Contract::Contract() : recorder_(recorder::Current()) {
+  Unload();
+}
+
+Contract::~Contract() {
+  recorder_.Reset();
+}
+
+void Contract::Unload() {
+  recorder_.Reset();
+  UnloadModule();
+}
+
+void Contract::BeBorn() {
+  PXL_Birth(0);
+  ForgetLog();
+}
+
+void Contract::ForgetLog() {
+  recorder_.log.clear();
+}
+
+const std::vector<std::string>& Contract::Log() const {
+  return recorder_.log;
+}
+
+PXL_WorldHandle Contract::Make(std::int32_t depth, const Rect& rect, std::uint32_t flags) {
+  PXL_WorldHandle worldH = nullptr;
+  PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &worldH);
+  return worldH;
+}
+
+PXL_WorldHandle Contract::CallerHandle() {
+  Handle handle = recorder_.NewHandle(sizeof(PXL_World));
+  std::memset(*handle, 0x5A, sizeof(PXL_World));
+  recorder_.Name(handle, "caller");
+  return reinterpret_cast<PXL_WorldHandle>(handle);
+}
+
+Rect Sized(int width, int height) {
+  return {0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
+}

@@ -1,0 +1,9 @@
+#include <windows.h>
+
+#include "tests/support/system/memory_state.h"
+
+bool IsMapped(void* address) {
+  MEMORY_BASIC_INFORMATION information{};
+  return VirtualQuery(address, &information, sizeof information) != 0 &&
+         information.State == MEM_COMMIT;
+}

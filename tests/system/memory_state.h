@@ -1,7 +1,0 @@
-#ifndef TESTS_SYSTEM_MEMORY_STATE_H
-#define TESTS_SYSTEM_MEMORY_STATE_H
-
-// Whether there is memory, or a view of a file, at the address.
-bool IsMapped(void* address);
-
-#endif

@@ -1,0 +1,28 @@
+// Child processes, and the limits that the system sets them.
+#ifndef TESTS_SYSTEM_LIMITS_CHILD_H
+#define TESTS_SYSTEM_LIMITS_CHILD_H
+
+#include <sys/resource.h>
+#include <sys/types.h>
+
+#include <cstdint>
+#include <functional>
+
+// A child that does the work and ends with the code that it gives.
+pid_t StartChild(const std::function<int()>& work);
+// How it ended, as waitpid tells it.
+int WaitForChild(pid_t child);
+
+// Runs the body, with its expectations, in a child; a failure in it fails the
+// test, and so does a crash.
+void ExpectInChild(const std::function<void()>& body);
+
+// Sets the limit in force, of this process.
+void Limit(__rlimit_resource resource, rlim_t value);
+void Lift(__rlimit_resource resource);
+
+// What the process has of that now, in bytes: address space, private memory.
+std::uint64_t AddressSpaceInUse();
+std::uint64_t DataInUse();
+
+#endif

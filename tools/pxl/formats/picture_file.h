@@ -1,0 +1,48 @@
+// Picture files by kind: the kind of an input is seen from its content, that
+// of an output from the ending of its name.
+#ifndef TOOLS_PXL_FORMATS_PICTURE_FILE_H
+#define TOOLS_PXL_FORMATS_PICTURE_FILE_H
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+
+#include "tools/pxl/pictures/picture.h"
+
+namespace pxl {
+
+enum class FileFormat { Png, Exr };
+
+// By the ending, .png or .exr in any case; none for any other.
+std::optional<FileFormat> FormatOfName(const std::filesystem::path& path);
+
+// A picture file that is open.
+class InputPicture {
+ public:
+  // Reads the header. Throws Failure, named after the path; also when the file
+  // claims more pixels than may be.
+  explicit InputPicture(const std::filesystem::path& path, std::uint64_t maxPixels = kMostPixels);
+
+  const PictureHeader& header() const { return reader_->header(); }
+  void Read(const PixelRows& rows) { reader_->Read(rows); }
+  // The whole picture.
+  Picture Read() { return ReadPicture(*reader_); }
+
+ private:
+  std::ifstream stream_;
+  std::unique_ptr<PictureReader> reader_;
+};
+
+// Writes the picture: Integer8 or Integer16 rows for PNG, Float for OpenEXR.
+// The file is there complete or not at all. Throws Failure, named after the
+// path.
+void WritePictureFile(const std::filesystem::path& path, FileFormat format,
+                      const PictureHeader& header, const RowSource& rows);
+
+// In words, which colour tags a file of that format cannot keep; empty if none.
+std::string ColourTagsLost(FileFormat format, const ColourTags& colour);
+
+}  // namespace pxl
+
+#endif

@@ -1,3 +1,0 @@
-# The libraries behind files of pictures and the letters in them.
-target_sources(pxl_pictures PRIVATE exr_file_openexr.cpp label_freetype.cpp png_file_libpng.cpp)
-target_link_libraries(pxl_pictures PRIVATE PNG::PNG OpenEXR::OpenEXR Freetype::Freetype)

@@ -1,0 +1,22 @@
+// What this process holds of the operating system.
+#ifndef TOOLS_PXL_SYSTEM_PROCESS_USE_H
+#define TOOLS_PXL_SYSTEM_PROCESS_USE_H
+
+#include <cstdint>
+
+namespace pxl {
+
+struct ProcessUse {
+  std::uint64_t heap = 0;       // bytes of blocks in use; 0 where the runtime does not tell
+  std::uint64_t addresses = 0;  // bytes of addresses; on Windows, of memory committed to it alone
+  std::uint64_t resident = 0;   // bytes of memory
+  std::uint64_t handles = 0;    // of files and the like; descriptors on Linux
+};
+
+// What the heap keeps for later is given back first, as far as it can be.
+// Throws Failure when the system does not answer.
+ProcessUse ReadProcessUse();
+
+}  // namespace pxl
+
+#endif
