@@ -10,7 +10,7 @@
 #include "bench/report/files.h"
 #include "bench/report/reporter.h"
 #include "bench/rows/rows.h"
-#include "transfer/Transfer.h"
+#include "transfer/kernels/conversion_tables.h"
 
 namespace {
 

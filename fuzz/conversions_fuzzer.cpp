@@ -12,7 +12,7 @@
 #include "fuzz/demand.h"
 #include "tools/proof/fenced_memory.h"
 #include "tools/proof/subject.h"
-#include "transfer/Transfer.h"
+#include "transfer/kernels/conversion_tables.h"
 
 namespace {
 

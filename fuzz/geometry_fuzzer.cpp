@@ -43,7 +43,7 @@ struct Geometry {
   bool operator==(const Geometry&) const = default;
 };
 
-// What World.h says of ComputeGeometry.
+// What geometry.h says of ComputeGeometry.
 Geometry ExpectedGeometry(std::int32_t depth, const Rect& rect) {
   const Wide spare = depth <= 32 ? 1 : 0;
   const Wide pixels = Wide{rect.right} - rect.left + spare;

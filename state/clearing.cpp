@@ -1,8 +1,10 @@
+#include "state/clearing.h"
+
 #include <cstring>
 
 #include "platform/record_access.h"
 #include "simd/pixels32.h"
-#include "state/State.h"
+#include "world/record/base_address.h"
 
 namespace {
 

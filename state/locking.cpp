@@ -1,9 +1,11 @@
+#include "PXL.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "state/State.h"
 #include "state/messages/Messages.h"
 #include "state/reload.h"
+#include "world/record/base_address.h"
 #include "world/record/geometry.h"
+#include "world/record/validity.h"
 
 namespace {
 
@@ -34,10 +36,6 @@ bool CountUnlock(PXL_WorldHandle worldH) {
   return --RecordOf(worldH)->pixels.lockCount == 0;
 }
 
-void* FirstPixelOfFrame(const PXL_PixelBuffer& pixels) {
-  return static_cast<char*>(pixels.frame) + pixels.alignOffset;
-}
-
 // Says whether the pixels turned out to be purged; nothing is locked then.
 bool LockSurface(PXL_WorldHandle worldH) {
   if (!CountLock(worldH)) return false;
@@ -66,7 +64,7 @@ std::int32_t LockProvider(PXL_WorldHandle worldH) {
 void LockFrame(PXL_WorldHandle worldH) {
   if (!CountLock(worldH)) return;
   PXL_PixelBuffer& pixels = RecordOf(worldH)->pixels;
-  pixels.baseAddr = FirstPixelOfFrame(pixels);
+  pixels.baseAddr = PXLp_FirstPixelOfFrame(pixels);
 }
 
 void UnlockSurface(PXL_WorldHandle worldH) {
@@ -168,15 +166,4 @@ std::int32_t PXL_LoadLockPixels(std::uint32_t /*reserved*/, PXL_WorldHandle worl
   }
   if (reloadedOut != nullptr) *reloadedOut = relocked ? 1 : 0;
   return status;
-}
-
-void* PXLp_PixBaseAddr(PXL_WorldHandle worldH) {
-  const PXL_World& world = *RecordOf(worldH);
-  if (world.pixels.baseAddr != nullptr) return world.pixels.baseAddr;
-  if (world.hasGWorld != 0) return GetPixBaseAddr(GetPortPixMap(world.gworld));
-  return world.pixels.frame != nullptr ? FirstPixelOfFrame(world.pixels) : nullptr;
-}
-
-void* PXLp_GetPixBaseAddr(PXL_WorldHandle worldH) {
-  return PXLp_PixBaseAddr(worldH);
 }

@@ -2,9 +2,9 @@
 
 #include "memory/Memory.h"
 #include "platform/K.h"
-#include "platform/QDE.h"
 #include "platform/record_access.h"
 #include "state/messages/Messages.h"
+#include "world/record/bounds.h"
 #include "world/record/geometry.h"
 
 namespace {
@@ -85,11 +85,4 @@ std::int32_t PXLp_SetWorldGeometry(const Rect* rect, std::uint32_t rowBytes, std
   world.pixels.rowBytes = static_cast<std::int32_t>(rowBytes);
   world.depth = depth;
   return PXLp_ComputeAlignOffset(&world.pixels);
-}
-
-Rect PXLp_MovedToOrigin(const Rect& rect) {
-  Rect moved = rect;
-  MacOffsetRect(&moved, static_cast<std::int16_t>(-rect.left),
-                static_cast<std::int16_t>(-rect.top));
-  return moved;
 }

@@ -18,7 +18,4 @@
 std::int32_t PXLp_SetWorldGeometry(const Rect* rect, std::uint32_t rowBytes, std::int16_t depth,
                                    PXL_WorldHandle worldH);
 
-// The rectangle with its top left corner at the origin.
-[[nodiscard]] Rect PXLp_MovedToOrigin(const Rect& rect);
-
 #endif

@@ -4,7 +4,9 @@
 #include "state/messages/Messages.h"
 #include "state/resize_frame.h"
 #include "state/surface_update.h"
+#include "world/record/bounds.h"
 #include "world/record/geometry.h"
+#include "world/record/validity.h"
 
 namespace {
 

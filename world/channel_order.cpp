@@ -1,8 +1,8 @@
 #include "PXL.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "state/State.h"
 #include "state/messages/Messages.h"
+#include "world/record/base_address.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "platform/K.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "state/State.h"
+#include "state/clearing.h"
 #include "state/messages/Messages.h"
 #include "world/record/geometry.h"
 

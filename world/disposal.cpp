@@ -3,7 +3,7 @@
 #include "platform/QDE.h"
 #include "platform/record_access.h"
 #include "world/creation.h"
-#include "world/record/geometry.h"
+#include "world/record/validity.h"
 
 std::int32_t PXL_DisposeWorld(PXL_WorldHandle worldH) {
   std::int32_t status = PXLp_CheckWorld(PXLp_Site::DisposeWorld, worldH);

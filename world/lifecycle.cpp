@@ -1,7 +1,8 @@
 #include "PXL.h"
 #include "platform/TRC.h"
 #include "state/messages/Messages.h"
-#include "transfer/Transfer.h"
+#include "transfer/kernels/conversion_tables.h"
+#include "transfer/kernels/selection.h"
 
 constinit PXL_ModuleState PXLp_G = {0, 0, 0};
 

@@ -1,6 +1,5 @@
 #include "transfer/kernels/conversion_tables.h"
 
-#include "transfer/Transfer.h"
 #include "transfer/kernels/channel_formulas.h"
 
 constinit std::array<std::uint16_t, 256> PXLp_table8to16{};

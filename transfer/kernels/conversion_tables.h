@@ -10,4 +10,8 @@ extern std::array<std::uint16_t, 256> PXLp_table8to16;
 // Entry i has the bits of what PXL_Pixel8toF gives for a channel of i.
 extern std::array<float, 256> PXLp_table8toF;
 
+// Builds both. Birth calls it; until then the tables hold zeros. Every call
+// writes the same values.
+void PXLp_BuildConversionTables();
+
 #endif

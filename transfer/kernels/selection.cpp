@@ -1,4 +1,5 @@
-#include "transfer/Transfer.h"
+#include "transfer/kernels/selection.h"
+
 #include "transfer/kernels/Kernels.h"
 #include "transfer/kernels/level_kernels.h"
 

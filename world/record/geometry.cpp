@@ -5,6 +5,7 @@
 #include "memory/Memory.h"
 #include "platform/K.h"
 #include "platform/record_access.h"
+#include "state/messages/Messages.h"
 
 namespace {
 

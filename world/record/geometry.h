@@ -1,4 +1,4 @@
-// The World record: its marks, its geometry, its row bytes.
+// The geometry of a World: its row bytes, its size, its first pixel.
 #ifndef WORLD_RECORD_GEOMETRY_H
 #define WORLD_RECORD_GEOMETRY_H
 
@@ -6,11 +6,6 @@
 
 #include "PXL.h"
 #include "platform/QDE.h"
-#include "state/messages/Messages.h"
-
-// Whether the handle holds a live World: both marks stand. If not, reports
-// under the site and gives what K makes of PXL_Err_INVALID; 0 means go on.
-[[nodiscard]] std::int32_t PXLp_CheckWorld(PXLp_Site site, PXL_WorldHandle worldH);
 
 // Bytes from one row to the next, and of the whole frame, for a rectangle at a
 // depth in bits. Rows are multiples of 16 bytes; up to 32 bits a pixel they

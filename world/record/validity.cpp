@@ -1,5 +1,6 @@
+#include "world/record/validity.h"
+
 #include "platform/record_access.h"
-#include "world/record/geometry.h"
 
 std::int32_t PXLp_CheckWorld(PXLp_Site site, PXL_WorldHandle worldH) {
   const PXL_World& world = *RecordOf(worldH);

@@ -7,9 +7,6 @@
 
 #include "K_host.h"
 #include "host/K/events/decimated_samples.h"
-#include "host/K/handles/handle_store.h"
-#include "host/K/limits/accounting.h"
-#include "host/K/pool/pool.h"
 
 namespace k {
 namespace {
@@ -48,34 +45,26 @@ void Tell(std::int32_t event, Change change) {
   if (theState == State::On) Record(event);
 }
 
-void Prepare() {
+}  // namespace
+
+void PrepareTimeLine() {
   const std::lock_guard lock(theMutex);
   theValues = {};
   theSamples.Clear();
   theState = State::Starting;
 }
 
-void Begin() {
+void BeginTimeLine() {
   const std::lock_guard lock(theMutex);
   theStart = Clock::now();
   theState = State::On;
   Record(K_TimeLineEvent_START);
 }
 
-void Start() {
-  Prepare();
-  Pool::Instance().TellTimeLine();
-  HandleStore::Instance().TellTimeLine();
-  TellTimeLineOfBookings();
-  Begin();
-}
-
-void Stop() {
+void StopTimeLine() {
   const std::lock_guard lock(theMutex);
   theState = State::Off;
 }
-
-}  // namespace
 
 void TellBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes) {
   Tell(K_TimeLineEvent_BLOCKS, [=](K_TimeLineSample& values) {
@@ -104,14 +93,6 @@ void TellFailure() {
 }
 
 }  // namespace k
-
-void K_SetTimeLine(Boolean on) {
-  if (on != 0) {
-    k::Start();
-  } else {
-    k::Stop();
-  }
-}
 
 Boolean K_IsTimeLineOn() {
   return k::theState != k::State::Off ? 1 : 0;

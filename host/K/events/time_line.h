@@ -15,6 +15,12 @@ void TellBookings(std::int64_t application, std::int64_t system);
 void TellPurge();
 void TellFailure();
 
+// Empties the record, which takes the totals in from then on; records them and
+// all changes after them; records no more.
+void PrepareTimeLine();
+void BeginTimeLine();
+void StopTimeLine();
+
 }  // namespace k
 
 #endif

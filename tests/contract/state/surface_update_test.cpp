@@ -3,7 +3,6 @@
 #include "tests/contract/state/expected_reports.h"
 #include "tests/support/module/born_module.h"
 #include "tests/support/module/record_fields.h"
-#include "world/record/geometry.h"
 
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;

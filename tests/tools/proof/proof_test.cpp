@@ -15,7 +15,7 @@
 #include "tools/proof/shapes.h"
 #include "tools/proof/values.h"
 #include "tools/proof/verdict.h"
-#include "transfer/Transfer.h"
+#include "transfer/kernels/conversion_tables.h"
 
 using proof::Finding;
 using proof::Run;

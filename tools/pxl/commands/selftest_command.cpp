@@ -6,7 +6,7 @@
 #include "tools/pxl/commands/commands.h"
 #include "tools/pxl/commands/shipped_blit.h"
 #include "tools/pxl/system/progress.h"
-#include "transfer/Transfer.h"
+#include "transfer/kernels/conversion_tables.h"
 
 namespace pxl {
 namespace {

@@ -4,7 +4,6 @@
 
 #include "tests/support/module/contract.h"
 #include "tests/support/oracle/channel_oracle.h"
-#include "transfer/Transfer.h"
 
 using ::testing::Each;
 using ::testing::IsEmpty;

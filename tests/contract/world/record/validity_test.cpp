@@ -1,5 +1,6 @@
+#include "world/record/validity.h"
+
 #include "tests/support/module/contract.h"
-#include "world/record/geometry.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

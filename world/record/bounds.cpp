@@ -1,0 +1,12 @@
+#include "world/record/bounds.h"
+
+#include <cstdint>
+
+#include "platform/QDE.h"
+
+Rect PXLp_MovedToOrigin(const Rect& rect) {
+  Rect moved = rect;
+  MacOffsetRect(&moved, static_cast<std::int16_t>(-rect.left),
+                static_cast<std::int16_t>(-rect.top));
+  return moved;
+}
