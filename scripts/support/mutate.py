@@ -20,7 +20,7 @@ import sys
 import threading
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 WORK = ROOT / "build/mutate"
 TREE = WORK / "tree"
 BUILD = WORK / "objects"

@@ -4,7 +4,7 @@
 set -eu
 
 scripts=$(dirname -- "$(readlink -f -- "$0")")
-consumers=${scripts%/*}/tests/shipped/consumers
+consumers=${scripts%/*/*}/tests/shipped/consumers
 prefix=$(readlink -f -- "$1")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

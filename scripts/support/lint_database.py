@@ -21,7 +21,7 @@ import shutil
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 SOURCES_IN_A_UNIT = 16
 COMPILER = "clang++"
 INCLUDE = re.compile(r"^#include .*$", re.MULTILINE)

@@ -146,7 +146,7 @@ regex_of() { echo "^($(echo "$*" | tr ' ' '|'))\$"; }
 try_installed() {
   prefix=$(mktemp -d)
   quietly cmake --install "$root/build/$1" --prefix "$prefix" || stop "cannot be installed: $1"
-  "$scripts/try_consumers.sh" "$prefix" || stop "the installed package does not work: $prefix"
+  "$scripts/support/try_consumers.sh" "$prefix" || stop "the installed package does not work: $prefix"
   rm -rf "$prefix"
 }
 
