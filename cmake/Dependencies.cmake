@@ -45,6 +45,7 @@ endif()
 
 if(PXL_BUILD_TESTS)
   pxl_find(GTest)
+  pxl_find(Python3 COMPONENTS Interpreter)
   if(GTest_FOUND AND NOT TARGET GTest::gmock)
     list(APPEND missing_packages "GMock (a part of GTest)")
   endif()

@@ -12,7 +12,7 @@
 template <class Object>
 class Immortal {
  public:
-  Immortal() : object_(*::new (memory_.data()) Object) {}
+  Immortal() = default;
   Immortal(const Immortal&) = delete;
   Immortal& operator=(const Immortal&) = delete;
   ~Immortal() = default;
@@ -21,7 +21,7 @@ class Immortal {
 
  private:
   alignas(Object) std::array<std::byte, sizeof(Object)> memory_{};
-  Object& object_;
+  Object& object_ = *::new (memory_.data()) Object;
 };
 
 #endif

@@ -128,18 +128,12 @@ void AddRefusals(std::vector<Operation>& all) {
 
 std::vector<Operation> UpdateOperations() {
   std::vector<Operation> all;
-  AddFrames(
-      all, "AHeapFrame",
-      [](std::int32_t) {
-        return Sizes{SMALL, TALLER};
-      },
-      "malloc");
-  AddFrames(
-      all, "APoolFrame",
-      [](std::int32_t depth) {
-        return Sizes{RectOfThePool(depth), RectOfThePool(depth, 10)};
-      },
-      "K_AllocateRecycledPtr");
+  const auto small = [](std::int32_t) -> Sizes { return {SMALL, TALLER}; };
+  AddFrames(all, "AHeapFrame", small, "malloc");
+  const auto large = [](std::int32_t depth) -> Sizes {
+    return {RectOfThePool(depth), RectOfThePool(depth, 10)};
+  };
+  AddFrames(all, "APoolFrame", large, "K_AllocateRecycledPtr");
   AddSurfaces(all);
   AddRefusals(all);
   return all;

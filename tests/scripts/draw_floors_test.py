@@ -11,7 +11,7 @@ import unittest
 import xml.etree.ElementTree
 
 DRAW = sys.argv.pop()
-STALE = "docs/floors.svg is not drawn from docs/floors.txt: run scripts/draw_floors.py\n"
+STALE = "docs/floors.svg is not drawn from docs/floors.txt: run scripts/support/draw_floors.py\n"
 
 
 class DrawFloors(unittest.TestCase):

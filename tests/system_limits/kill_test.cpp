@@ -33,8 +33,7 @@ class SharedProgress {
  public:
   SharedProgress()
       : place_(mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS,
-                    -1, 0)),
-        progress_(new (place_) Progress) {}
+                    -1, 0)) {}
   SharedProgress(const SharedProgress&) = delete;
   SharedProgress& operator=(const SharedProgress&) = delete;
   ~SharedProgress() { munmap(place_, sizeof(Progress)); }
@@ -44,7 +43,7 @@ class SharedProgress {
 
  private:
   void* place_;
-  Progress* progress_;
+  Progress* progress_ = new (place_) Progress;
 };
 
 Rect AnyRect(std::mt19937& random) {
@@ -103,7 +102,7 @@ bool KillAfterSomeWork(unsigned seed, useconds_t microseconds) {
 }
 
 std::uint64_t FreeBlocks(const std::string& folder) {
-  struct statvfs status {};
+  struct statvfs status = {};
   EXPECT_EQ(statvfs(folder.c_str(), &status), 0);
   return status.f_bfree;
 }

@@ -16,7 +16,7 @@ constexpr std::uint64_t kVolume = std::uint64_t{1} << 20;
 constexpr int kSide = 100;  // 160000 bytes at 128 bits
 
 std::uint64_t FreeBytes(const std::string& folder) {
-  struct statvfs status {};
+  struct statvfs status = {};
   EXPECT_EQ(statvfs(folder.c_str(), &status), 0);
   return status.f_bfree * status.f_frsize;
 }

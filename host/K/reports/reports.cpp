@@ -72,8 +72,8 @@ void K_ReportFailedVerification(std::uint32_t code, std::int32_t line, std::int3
 
 void K_ReportError(std::uint32_t code, std::uint16_t cls, const std::u16string& text) {
   const std::u16string_view plain = text;
-  k::ReportMade(
-      code, cls, 0, [&text] { return vetrix::utility::UTF16to8(text); }, plain);
+  const auto converted = [&text] { return vetrix::utility::UTF16to8(text); };
+  k::ReportMade(code, cls, 0, converted, plain);
 }
 
 std::int32_t K_TranslateAndReportException(const std::exception& exception) {

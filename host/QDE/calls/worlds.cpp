@@ -185,9 +185,8 @@ std::int16_t NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect* bounds,
   const Error fault = qde::TakeFault(QDE_Call_NEW_GWORLD);
   if (fault != qde::kNoError) return qde::SetError(fault);
   K_MoveUnlockedHandles();
-  return qde::SetError(Guarded([&] {
-    return MakeWorld({depth, bounds, colors, device, flags}, world);
-  }));
+  const auto make = [&] { return MakeWorld({depth, bounds, colors, device, flags}, world); };
+  return qde::SetError(Guarded(make));
 }
 
 std::uint32_t UpdateGWorld(GWorldPtr* world, std::int16_t depth, const Rect* bounds,

@@ -132,8 +132,8 @@ TEST_F(FrameSettings, AreNotReadAgainWhenThereIsNoDatabase) {
 TEST_F(FrameSettings, KeepWhatWasReadBeforeAFailure) {
   recorder_.script.settings["VirtualAllocFrames"] = "false";
   recorder_.script.settings["VirtualAllocMinSizeInK3"] = "5";
-  recorder_.Throw(
-      "GetEntry", [] { throw std::runtime_error("no database"); }, 2);
+  const auto fail = [] { throw std::runtime_error("no database"); };
+  recorder_.Throw("GetEntry", fail, 2);
   EXPECT_THROW(PXLp_LoadFrameSettings(), std::runtime_error);
   EXPECT_FALSE(PXLp_frameSettings.poolEnabled);
   EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300);

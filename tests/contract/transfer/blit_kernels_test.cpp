@@ -27,10 +27,12 @@ void NoteStreaming(const void* source, void* destination, std::size_t channels) 
 constexpr PXLp_KernelPair NOTING = {NoteCaching, NoteStreaming};
 
 // One of the four conversions, which alone is replaced.
+using KernelsOfADepth = PXLp_KernelPair PXLp_KernelSet::*;
+
 struct Conversion {
   std::int32_t from;
   std::int32_t to;
-  PXLp_KernelPair PXLp_KernelSet::*kernels;
+  KernelsOfADepth kernels;
 };
 
 class BlitKernels : public Contract, public ::testing::WithParamInterface<Conversion> {

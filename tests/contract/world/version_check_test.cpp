@@ -34,9 +34,8 @@ TEST_F(VersionCheck, AsksTheOtherLibrariesAfterAMismatchOfTheFirst) {
 }
 
 TEST_F(VersionCheck, FailsForAMismatchOfEachLibraryWithoutAReportOfItsOwn) {
-  std::int32_t recorder::Script::*const answers[] = {&recorder::Script::versionsOfK,
-                                                     &recorder::Script::versionsOfQ,
-                                                     &recorder::Script::versionsOfTXT};
+  const auto answers = {&recorder::Script::versionsOfK, &recorder::Script::versionsOfQ,
+                        &recorder::Script::versionsOfTXT};
   for (const auto answer : answers) {
     Unload();
     recorder_.script.*answer = 5;

@@ -23,7 +23,10 @@ Samples Read(std::uint64_t capacity = K_MostTimeLineSamples) {
 }
 
 template <typename Value>
-std::vector<Value> Each(const Samples& samples, Value K_TimeLineSample::*member) {
+using Member = Value K_TimeLineSample::*;
+
+template <typename Value>
+std::vector<Value> Each(const Samples& samples, Member<Value> member) {
   std::vector<Value> values;
   for (const K_TimeLineSample& sample : samples) values.push_back(sample.*member);
   return values;

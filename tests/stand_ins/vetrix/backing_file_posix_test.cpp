@@ -29,7 +29,7 @@ class BackingFile : public testing::TestWithParam<Way> {
   ~BackingFile() override { close(descriptor_); }
 
   struct stat Status() const {
-    struct stat status {};
+    struct stat status = {};
     EXPECT_EQ(fstat(descriptor_, &status), 0);
     return status;
   }
@@ -77,7 +77,7 @@ TEST_P(BackingFile, IsGoneWithAProcessThatIsKilled) {
 
 TEST_P(BackingFile, IsNeverTheSameTwice) {
   const int other = GetParam().open(folder_.Path());
-  struct stat status {};
+  struct stat status = {};
   ASSERT_EQ(fstat(other, &status), 0);
   EXPECT_NE(status.st_ino, Status().st_ino);
   close(other);

@@ -43,7 +43,7 @@ TEST_F(MappedFile, CannotBeMadeInAFolderThatIsNotThere) {
 // could never hold.
 std::uint64_t SizeOfMemoryDisk(const char* folder) {
   constexpr long kMemoryDisk = 0x01021994;
-  struct statfs status {};
+  struct statfs status = {};
   if (statfs(folder, &status) != 0 || status.f_type != kMemoryDisk) return 0;
   return static_cast<std::uint64_t>(status.f_blocks) * static_cast<std::uint64_t>(status.f_bsize);
 }

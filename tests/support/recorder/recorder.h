@@ -164,8 +164,10 @@ std::string Text(const std::u16string& text);
 std::string Text(const Rect* rect);
 std::string Hex(std::uint32_t value);
 std::string Text(const void* address);
-template <class Number>
-requires std::is_arithmetic_v<Number> std::string Text(Number number) {
+template <class Type>
+concept ANumber = std::is_arithmetic_v<Type>;
+template <ANumber Number>
+std::string Text(Number number) {
   const Aside aside;
   return std::to_string(number);
 }

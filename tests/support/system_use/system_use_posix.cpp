@@ -28,7 +28,7 @@ void OnForbiddenCall(int, siginfo_t* info, void*) {
 
 // From here on each call but the one that ends the process raises a signal.
 bool ForbidSystemCalls() {
-  struct sigaction action {};
+  struct sigaction action = {};
   action.sa_sigaction = OnForbiddenCall;
   action.sa_flags = SA_SIGINFO;
   std::array<sock_filter, 4> program = {

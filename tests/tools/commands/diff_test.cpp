@@ -154,8 +154,8 @@ TEST_F(Diff, IsReadableWithoutJson) {
 
 TEST_F(Diff, Tells16BitsAsTheFilesHaveThem) {
   const std::string a = Png("a.png", {}, 16);
-  const std::string b = Png(
-      "b.png", [](auto x, auto, int) { return x == 3 ? 2U : 0U; }, 16);
+  const auto twoAtThree = [](auto x, auto, int) { return x == 3 ? 2U : 0U; };
+  const std::string b = Png("b.png", twoAtThree, 16);
   const json differing = Told(a, b)["differing"];
   EXPECT_EQ(differing["pixels"], 3);
   EXPECT_EQ(differing["samples"], 12);
@@ -202,8 +202,8 @@ TEST_F(Diff, ToleratesStepsOfTheFiles) {
               HasSubstr(" are the same within the tolerance\n  largest    5 steps"));
 
   const std::string deep = Png("deep.png", {}, 16);
-  const std::string other = Png(
-      "other.png", [](auto, auto, int) { return 2U; }, 16);
+  const auto two = [](auto, auto, int) { return 2U; };
+  const std::string other = Png("other.png", two, 16);
   EXPECT_EQ(Run(deep, other, {"--tolerance", "1"}).code, 1);
   EXPECT_EQ(Run(deep, other, {"--tolerance", "2"}).code, 0);
 }
@@ -302,8 +302,8 @@ TEST_F(Diff, TakesOtherChannelsForDifferentUnlessToldNotTo) {
 
 TEST_F(Diff, TakesAPaletteForItsColoursAndTransparencyForAlpha) {
   const std::string palette = Png("palette.png", {}, 8, kPalette);
-  const std::string black = Png(
-      "black.png", [](auto, auto, int) { return static_cast<unsigned>(-100); }, 8, kRgb);
+  const auto dark = [](auto, auto, int) { return static_cast<unsigned>(-100); };
+  const std::string black = Png("black.png", dark, 8, kRgb);
   EXPECT_EQ(Run(palette, black).code, 0);
   PngRecipe recipe;
   recipe.width = 4;

@@ -101,10 +101,9 @@ pxl::Picture Differences(const Floats& before, const pxl::Picture& after) {
 }
 
 pxl::Picture Black(const pxl::Picture& size) {
+  const auto black = [](int, int) { return Pixel8{255, 0, 0, 0}; };
   return PictureBy(static_cast<int>(size.header.width), static_cast<int>(size.header.height),
-                   [](int, int) -> Pixel8 {
-                     return {255, 0, 0, 0};
-                   });
+                   black);
 }
 
 class DepthsSheet : public testing::Test {

@@ -15,9 +15,10 @@ namespace {
 
 constexpr std::uint64_t kMiB = 1024 * 1024;
 
+using Number = std::uint64_t ProcessUse::*;
+
 // Samples of a process of which one number is given, and nothing else changes.
-std::vector<ProcessUse> Samples(std::uint64_t ProcessUse::*number,
-                                const std::vector<std::uint64_t>& values) {
+std::vector<ProcessUse> Samples(Number number, const std::vector<std::uint64_t>& values) {
   std::vector<ProcessUse> samples(values.size(), ProcessUse{kMiB, 90 * kMiB, 40 * kMiB, 5});
   for (std::size_t i = 0; i < values.size(); ++i) samples[i].*number = values[i];
   return samples;

@@ -38,14 +38,14 @@ TEST(OutputFile, AppearsWhenItIsCommitted) {
 
 TEST(OutputFile, LeavesNothingWhenItIsNot) {
   const TemporaryFolder folder;
-  { OutputFile(folder / "a.png").stream() << "half"; }
+  OutputFile(folder / "a.png").stream() << "half";
   EXPECT_THAT(folder.Names(), IsEmpty());
 }
 
 TEST(OutputFile, ReplacesAFileOnlyAtTheEnd) {
   const TemporaryFolder folder;
   WriteBytes(folder / "a.png", "old");
-  { OutputFile(folder / "a.png").stream() << "half"; }
+  OutputFile(folder / "a.png").stream() << "half";
   EXPECT_EQ(ReadBytes(folder / "a.png"), "old");
   OutputFile file(folder / "a.png");
   file.stream() << "new";

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <sstream>
 
 using pxl::Progress;
@@ -25,6 +26,6 @@ TEST(ProgressBar, FillsWithWhatIsDone) {
 
 TEST(ProgressBar, IsTakenAwayAtTheEnd) {
   std::ostringstream stream;
-  { Progress bar(stream, 2, true); }
+  std::make_unique<Progress>(stream, 2, true).reset();
   EXPECT_EQ(stream.str(), "\r\x1B[K");
 }

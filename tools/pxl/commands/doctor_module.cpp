@@ -18,10 +18,12 @@
 namespace pxl {
 namespace {
 
+using Flag = bool simd::Features::*;
+
 // A set of instructions, and the first level that needs it.
 struct Feature {
   const char* name;
-  bool simd::Features::*there;
+  Flag there;
   simd::Level level;
 };
 

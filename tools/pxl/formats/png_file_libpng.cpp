@@ -253,9 +253,8 @@ class PngWriter {
  private:
   void SetPalette(const Palette& palette) {
     std::array<png_color, PNG_MAX_PALETTE_LENGTH> colours{};
-    std::transform(palette.begin(), palette.end(), colours.begin(), [](const auto& rgb) {
-      return png_color{rgb[0], rgb[1], rgb[2]};
-    });
+    const auto converted = [](const auto& rgb) { return png_color{rgb[0], rgb[1], rgb[2]}; };
+    std::transform(palette.begin(), palette.end(), colours.begin(), converted);
     png_set_PLTE(png_, info_, colours.data(), static_cast<int>(palette.size()));
   }
 

@@ -12,9 +12,11 @@ constexpr std::uint64_t kMiB = 1024 * kKiB;
 // The table of the nearest colours.
 constexpr std::uint64_t kTouchedLater = 16 * kMiB;
 
+using Number = std::uint64_t ProcessUse::*;
+
 struct Quantity {
   const char* name;
-  std::uint64_t ProcessUse::*number;
+  Number number;
   std::uint64_t allowance;
 };
 constexpr std::array<Quantity, 4> kQuantities = {{
@@ -26,13 +28,13 @@ constexpr std::array<Quantity, 4> kQuantities = {{
 
 using Samples = std::vector<ProcessUse>::const_iterator;
 
-std::uint64_t Most(Samples begin, Samples end, std::uint64_t ProcessUse::*number) {
+std::uint64_t Most(Samples begin, Samples end, Number number) {
   std::uint64_t most = 0;
   for (; begin != end; ++begin) most = std::max(most, (*begin).*number);
   return most;
 }
 
-std::uint64_t Least(Samples begin, Samples end, std::uint64_t ProcessUse::*number) {
+std::uint64_t Least(Samples begin, Samples end, Number number) {
   std::uint64_t least = (*begin).*number;
   for (; begin != end; ++begin) least = std::min(least, (*begin).*number);
   return least;

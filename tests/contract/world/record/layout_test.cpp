@@ -6,7 +6,10 @@
 namespace {
 
 template <class Record, class Field>
-std::size_t Offset(Field Record::*field) {
+using FieldOf = Field Record::*;
+
+template <class Record, class Field>
+std::size_t Offset(FieldOf<Record, Field> field) {
   static Record record;
   return static_cast<std::size_t>(reinterpret_cast<char*>(&(record.*field)) -
                                   reinterpret_cast<char*>(&record));

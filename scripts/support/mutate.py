@@ -20,7 +20,7 @@ import sys
 import threading
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 WORK = ROOT / "build/mutate"
 TREE = WORK / "tree"
 BUILD = WORK / "objects"
@@ -212,7 +212,7 @@ def prepare(jobs):
     # No optimisation, no debug information and gold: what compiles and links fastest.
     run(["cmake", "-G", "Ninja", "-S", TREE, "-B", BUILD, "-DCMAKE_CXX_COMPILER=g++",
          "-DCMAKE_C_COMPILER=gcc", "-DCMAKE_BUILD_TYPE=",
-         "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=gold"])
+         "-DCMAKE_COMPILE_WARNING_AS_ERROR=ON", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=gold"])
     run(["cmake", "--build", BUILD, "--target", "contract_tests", "--parallel", str(jobs)])
     run([BUILD / "bin/contract_tests", "--gtest_brief=1"])
 

@@ -1,10 +1,10 @@
 #!/bin/sh
-# Builds and runs the consumers: run.sh PREFIX, where the package was installed.
+# Builds and runs the consumers: try_consumers.sh PREFIX, where the package was installed.
 # A package for Windows is cross-built against and run under Wine.
 set -eu
 
-here=$(dirname -- "$(readlink -f -- "$0")")
-projects=$here/../shipped/consumers
+scripts=$(dirname -- "$(readlink -f -- "$0")")
+consumers=${scripts%/*/*}/tests/shipped/consumers
 prefix=$(readlink -f -- "$1")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -36,7 +36,7 @@ if [ -e "$prefix/bin/PXL.dll" ]; then
   folder=$prefix/lib
   end=.exe
   # As users do who do not lay the libraries beside their program.
-  run() { WINEPATH=$prefix/bin "$here/../../cmake/windows/wine.sh" "$@" | tr -d '\r'; }
+  run() { WINEPATH=$prefix/bin "$scripts/wine.sh" "$@" | tr -d '\r'; }
 else
   target=
   CC=cc
@@ -50,7 +50,7 @@ export CC CXX
 
 # Only the package's own files may be found, wherever the prefix lies.
 for consumer in c11 cpp17; do
-  cp -r "$projects/$consumer" "$work/"
+  cp -r "$consumers/$consumer" "$work/"
   quietly cmake -S "$work/$consumer" -B "$work/$consumer/build" -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_PREFIX_PATH="$prefix" ${target:+"$target"}
   quietly cmake --build "$work/$consumer/build"
@@ -65,4 +65,4 @@ eval "$CC -std=c11 '$work/c11/main.c' $(pkg-config --cflags --libs pxl)" \
 must_say_good 'c11 by pkg-config' run "$work/by_pkg_config$end"
 
 [ -n "$target" ] ||
-  must_say_good python python3 "$projects/python/consumer.py" "$library"
+  must_say_good python python3 "$consumers/python/consumer.py" "$library"

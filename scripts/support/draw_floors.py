@@ -90,7 +90,7 @@ def drawing(floors):
     yield (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width:.0f}" height="{ground + 50}"'
            f' viewBox="0 0 {width:.0f} {ground + 50}" font-family="DejaVu Sans, Helvetica, Arial,'
            ' sans-serif" font-size="13" fill="#18181c">')
-    yield '<!-- made from docs/floors.txt by scripts/draw_floors.py -->'
+    yield '<!-- made from docs/floors.txt by scripts/support/draw_floors.py -->'
     yield f'<rect width="{width:.0f}" height="{ground + 50}" fill="#ffffff"/>'
     x = MARGIN
     for title, floors_of_tower in towers.items():
@@ -108,13 +108,13 @@ def main():
     roots = arguments[1:] if check else arguments
     if len(roots) > 1 or (roots and roots[0].startswith("-")):
         sys.exit(__doc__)
-    root = pathlib.Path(roots[0]) if roots else pathlib.Path(__file__).resolve().parent.parent
+    root = pathlib.Path(roots[0]) if roots else pathlib.Path(__file__).resolve().parents[2]
     file = root / "docs/floors.svg"
     drawn = "\n".join(drawing(read_floors(root))) + "\n"
     if not check:
         file.write_text(drawn, encoding="utf-8")
     elif not file.is_file() or file.read_text(encoding="utf-8") != drawn:
-        sys.exit("docs/floors.svg is not drawn from docs/floors.txt: run scripts/draw_floors.py")
+        sys.exit("docs/floors.svg is not drawn from docs/floors.txt: run scripts/support/draw_floors.py")
 
 
 if __name__ == "__main__":

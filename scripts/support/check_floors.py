@@ -79,7 +79,7 @@ def faults(root):
 def main():
     if len(sys.argv) > 2:
         sys.exit(__doc__)
-    here = pathlib.Path(__file__).resolve().parent.parent
+    here = pathlib.Path(__file__).resolve().parents[2]
     found = list(faults(pathlib.Path(sys.argv[1]) if len(sys.argv) == 2 else here))
     print("\n".join(found), end="\n" if found else "", file=sys.stderr)
     return 1 if found else 0

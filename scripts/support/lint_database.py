@@ -21,9 +21,9 @@ import shutil
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 SOURCES_IN_A_UNIT = 16
-COMPILER = "clang++-14"
+COMPILER = "clang++"
 INCLUDE = re.compile(r"^#include .*$", re.MULTILINE)
 NEIGHBOUR = re.compile(r'"(\w+\.h)"')
 # What is right in a source, but not beside others: a name taken into the global
