@@ -114,7 +114,8 @@ def main():
     if not check:
         file.write_text(drawn, encoding="utf-8")
     elif not file.is_file() or file.read_text(encoding="utf-8") != drawn:
-        sys.exit("docs/floors.svg is not drawn from docs/floors.txt: run scripts/support/draw_floors.py")
+        sys.exit("docs/floors.svg is not drawn from docs/floors.txt: "
+                 "run scripts/support/draw_floors.py")
 
 
 if __name__ == "__main__":
