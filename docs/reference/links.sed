@@ -1,5 +1,5 @@
-# The papers link to files of the checkout; the reference has pages of its own
-# for headers and examples, and copies of the rest beside its pages.
+# The pages of docs/ link to files of the checkout. The reference has its own pages
+# for headers and examples, and copies of the other files.
 s#](\(\.\./\)*include/\([A-Za-z_]*\.h\))#](@ref \2)#g
 # A source's page is named after it, with underscores doubled and the dot as _8.
 /](\(\.\.\/\)*examples\// {
@@ -10,5 +10,5 @@ s#](\(\.\./\)*include/\([A-Za-z_]*\.h\))#](@ref \2)#g
   s#@\([a-z]*_8[a-z]*_source\)#__\1#g
 }
 s#](\(\.\./\)*tests/\([a-z-]*\.txt\))#](\2)#g
-# A name without a dot is no link for doxygen.
+# doxygen does not take a name without a dot for a link.
 s#\[LICENSE\](LICENSE)#<a href="LICENSE">LICENSE</a>#g
