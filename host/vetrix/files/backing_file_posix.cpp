@@ -26,7 +26,7 @@ std::uint64_t LargestFile() {
 }
 
 // Some volumes let a signal into these calls.
-template <class Call>
+template <typename Call>
 int Uninterrupted(Call call) {
   int result = 0;
   do {

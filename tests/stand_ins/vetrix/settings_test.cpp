@@ -138,8 +138,10 @@ TEST_F(DebugSettings, LeaveOutValuesOfOtherKinds) {
   testing::internal::CaptureStderr();
   EXPECT_TRUE(vetrix::host::LoadSettingsText("a = 1\nlist = [1, 2]\nreal = 1.5\n"));
   const std::string told = testing::internal::GetCapturedStderr();
-  EXPECT_NE(told.find("line 2: list is no boolean, integer or string\n"), std::string::npos);
-  EXPECT_NE(told.find("line 3: real is no boolean, integer or string\n"), std::string::npos);
+  EXPECT_NE(told.find("line 2: list is not a boolean, an integer or a string\n"),
+            std::string::npos);
+  EXPECT_NE(told.find("line 3: real is not a boolean, an integer or a string\n"),
+            std::string::npos);
   EXPECT_EQ(Entry("a"), "1");
   EXPECT_EQ(Entry("list"), "default");
 }
@@ -168,15 +170,15 @@ TEST_F(DebugSettings, AreToldWithoutWhatATerminalObeys) {
   testing::internal::CaptureStderr();
   vetrix::host::LoadSettingsText("\"a\\u001B[2J\\nb\" = [1]\n");
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "vetrix: settings (text), line 1: a?[2J?b is no boolean, integer or string\n");
+            "vetrix: settings (text), line 1: a?[2J?b is not a boolean, an integer or a string\n");
 }
 
 TEST_F(DebugSettings, KeepTheComplaintsUntilTheNext) {
   testing::internal::CaptureStderr();
   vetrix::host::LoadSettingsText("a = 1\nlist = [1, 2]\n");
-  EXPECT_EQ(
-      vetrix::host::SettingsComplaints(),
-      std::vector<std::string>{"settings (text), line 2: list is no boolean, integer or string"});
+  EXPECT_EQ(vetrix::host::SettingsComplaints(),
+            std::vector<std::string>{
+                "settings (text), line 2: list is not a boolean, an integer or a string"});
   vetrix::host::LoadSettingsFile("/nowhere/settings.toml");
   EXPECT_EQ(vetrix::host::SettingsComplaints(),
             std::vector<std::string>{"the settings file /nowhere/settings.toml cannot be read"});
