@@ -9,7 +9,7 @@
 // Holds an object in memory of its own and never destroys it. For those that are
 // made while a library is loaded, where nobody could catch what want of memory
 // throws.
-template <class Object>
+template <typename Object>
 class Immortal {
  public:
   Immortal() : object_(*::new (memory_.data()) Object) {}

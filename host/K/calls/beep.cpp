@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "K_host.h"
-#include "host/K/system/console.h"
+#include "host/K/system/streams.h"
 
 namespace {
 

@@ -36,7 +36,7 @@ bool Free(Handle handle) {
 }
 
 Handle NewClear(std::uint64_t size) {
-  return NullWhenShort([size] { return HandleStore::Instance().NewClear(size); });
+  return NullWhenShort([size] { return HandleStore::Instance().New(size, k::Content::Clear); });
 }
 
 Handle NewClearAfterFreeing(std::uint64_t size) {
@@ -94,7 +94,7 @@ Handle K_NewEmptyHandle() {
 }
 
 Handle K_NewHandle(std::uint64_t size) {
-  return NullWhenShort([size] { return HandleStore::Instance().New(size); });
+  return NullWhenShort([size] { return HandleStore::Instance().New(size, k::Content::Unset); });
 }
 
 void K_LockHandle(Handle handle) {

@@ -16,19 +16,19 @@ std::uint64_t FreeMemory(std::uint64_t bytesNeeded) {
   // A need of nothing still asks for something: the last try failed.
   const std::uint64_t needed = std::max<std::uint64_t>(bytesNeeded, 1);
   TRC_Log(TRC_Level_DETAIL, "K", "purge", "memory is short");
-  std::uint64_t freed = Pool::Instance().GiveBack(needed);
+  std::uint64_t freed = Pool::Instance().ReleaseKept(needed);
   if (freed < needed) freed += HandleStore::Instance().FreeOldPlaces();
   if (freed < needed) freed += HandleStore::Instance().PurgeAtLeast(needed - freed);
   if (freed < needed) freed += RunPurgers(needed - freed);
-  TellPurge();
+  NotePurge();
   return freed;
 }
 
 void FreePurgeable() {
   constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
-  Pool::Instance().GiveBack(kAll);
+  Pool::Instance().ReleaseKept(kAll);
   HandleStore::Instance().PurgeAtLeast(kAll);
-  TellPurge();
+  NotePurge();
 }
 
 }  // namespace k

@@ -9,9 +9,9 @@ namespace {
 
 void Start() {
   k::PrepareTimeLine();
-  k::Pool::Instance().TellTimeLine();
-  k::HandleStore::Instance().TellTimeLine();
-  k::TellTimeLineOfBookings();
+  k::Pool::Instance().NoteTotals();
+  k::HandleStore::Instance().NoteTotals();
+  k::NoteBookedTotals();
   k::BeginTimeLine();
 }
 

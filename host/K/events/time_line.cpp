@@ -66,29 +66,29 @@ void StopTimeLine() {
   theState = State::Off;
 }
 
-void TellBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes) {
+void NoteBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes) {
   Tell(K_TimeLineEvent_BLOCKS, [=](K_TimeLineSample& values) {
     values.liveBytes = liveBytes;
     values.keptBytes = keptBytes;
   });
 }
 
-void TellHandles(std::uint64_t bytes) {
+void NoteHandles(std::uint64_t bytes) {
   Tell(K_TimeLineEvent_HANDLES, [=](K_TimeLineSample& values) { values.handleBytes = bytes; });
 }
 
-void TellBookings(std::int64_t application, std::int64_t system) {
+void NoteBookings(std::int64_t application, std::int64_t system) {
   Tell(K_TimeLineEvent_BOOKING, [=](K_TimeLineSample& values) {
     values.application = application;
     values.system = system;
   });
 }
 
-void TellPurge() {
+void NotePurge() {
   Tell(K_TimeLineEvent_PURGE, [](K_TimeLineSample& values) { ++values.purges; });
 }
 
-void TellFailure() {
+void NoteFailure() {
   Tell(K_TimeLineEvent_FAILURE, [](K_TimeLineSample& values) { ++values.failures; });
 }
 

@@ -9,11 +9,11 @@ namespace k {
 // Tell the time line of a change; one comparison while it is off. They are
 // called under the lock that guards the value, so that changes come in their
 // order. They call nothing that locks in turn.
-void TellBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes);
-void TellHandles(std::uint64_t bytes);
-void TellBookings(std::int64_t application, std::int64_t system);
-void TellPurge();
-void TellFailure();
+void NoteBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes);
+void NoteHandles(std::uint64_t bytes);
+void NoteBookings(std::int64_t application, std::int64_t system);
+void NotePurge();
+void NoteFailure();
 
 // Empties the record, which takes the totals in from then on; records them and
 // all changes after them; records no more.

@@ -43,7 +43,7 @@ class MasterTable {
   [[nodiscard]] Master* At(Handle handle) const;
 
   // In the order in which they were added. Not while another thread adds.
-  template <class Visit>
+  template <typename Visit>
   void ForEach(Visit visit) {
     for (std::size_t i = 0; i < count_; ++i) visit((*blocks_[i / kPerBlock])[i % kPerBlock]);
   }

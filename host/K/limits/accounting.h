@@ -5,7 +5,7 @@
 namespace k {
 
 // Tells the time line of the totals as they are.
-void TellTimeLineOfBookings();
+void NoteBookedTotals();
 
 }  // namespace k
 

@@ -50,7 +50,7 @@ void Log(Refuser refuser, std::uint64_t bytes) {
 void NoteRefusal(Refuser refuser, std::uint64_t bytes) {
   if (refuser == Refuser::Nobody) return;
   Count(refuser, bytes);
-  TellFailure();
+  NoteFailure();
   Log(refuser, bytes);
 }
 

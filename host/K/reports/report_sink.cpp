@@ -52,7 +52,7 @@ void Deliver(std::uint32_t code, std::uint16_t cls, std::int32_t error, char* te
   output.sink(&report, output.context);
 }
 
-template <class View>
+template <typename View>
 void DeliverPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error, View text) {
   std::array<char, sizeof Kp_G_buffer> plain{};
   const std::size_t length = std::min(text.size(), plain.size() - 1);

@@ -23,7 +23,7 @@ void ReportPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error,
 
 // Reports the text that `make` gives or, when there is no memory for it,
 // `plain`.
-template <class Make, class Plain>
+template <typename Make, typename Plain>
 void ReportMade(std::uint32_t code, std::uint16_t cls, std::int32_t error, Make make,
                 const Plain& plain) {
   std::string text;

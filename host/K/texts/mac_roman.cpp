@@ -55,7 +55,7 @@ bool IsLacking(char16_t character) {
 
 // Takes what precedes the first character for which `ends` holds off the front
 // of the text.
-template <class Text, class Ends>
+template <typename Text, typename Ends>
 Text TakeUntil(Text& text, Ends ends) {
   const auto length = static_cast<std::size_t>(std::ranges::find_if(text, ends) - text.begin());
   const Text taken = text.substr(0, length);

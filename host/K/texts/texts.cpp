@@ -29,7 +29,7 @@ void CopyThatFits(const std::string& text, char* target, std::uint64_t size) {
 }
 
 // Puts the texts in force that `read` gives; its failure becomes the problem.
-template <class Read>
+template <typename Read>
 Boolean Replace(Read read, char* problem, std::uint64_t size) {
   try {
     k::Translations::Instance().Replace(read());

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "K_host.h"
-#include "host/K/system/open_file.h"
+#include "host/K/system/streams.h"
 #include "host/K/texts/mac_roman.h"
 #include "host/K/texts/zstring.h"
 #include "host/endless_file.h"
