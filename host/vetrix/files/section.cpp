@@ -30,14 +30,14 @@ void Section::Discard(std::unique_ptr<Section> section) {
   const bool gone = section->Unmap(reason);
   Kept& kept = TheKept();
   const std::lock_guard lock(kept.mutex);
-  DropWhatGoes(kept.first);
+  RetryUnmapping(kept.first);
   if (gone) return;
-  section->GiveSpaceBack();
+  section->ReleaseSpace();
   section->next_ = std::move(kept.first);
   kept.first = std::move(section);
 }
 
-void Section::DropWhatGoes(std::unique_ptr<Section>& first) {
+void Section::RetryUnmapping(std::unique_ptr<Section>& first) {
   std::unique_ptr<Section>* place = &first;
   std::error_code reason;
   while (*place != nullptr) {

@@ -53,7 +53,7 @@ bool Section::Unmap(std::error_code& error) {
 }
 
 // Where even that fails, the file keeps its space as long as its view is there.
-void Section::GiveSpaceBack() {
+void Section::ReleaseSpace() {
   system::Truncate(handles_->descriptor, 0);
   handles_->Close();
 }

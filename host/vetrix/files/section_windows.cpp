@@ -102,7 +102,7 @@ bool Section::Unmap(std::error_code& error) {
 }
 
 // A file cannot shrink here while it is mapped.
-void Section::GiveSpaceBack() {
+void Section::ReleaseSpace() {
 }
 
 }  // namespace vetrix
