@@ -1,3 +1,4 @@
+// Tests of translations: lookup, placeholders, characters, files.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -26,7 +27,7 @@ using testing::IsEmpty;
 
 constexpr std::string_view kJapanese = "\u30D4\u30AF\u30BB\u30EB";  // beyond Mac Roman
 
-// Brings the default texts back in the end.
+// Restores the default texts at the end.
 class Translation : public testing::Test {
  protected:
   Translation() { TRC_SetSink(Keep, &log_); }
@@ -35,7 +36,7 @@ class Translation : public testing::Test {
     TRC_SetSink(nullptr, nullptr);
   }
 
-  // Why a translation is malformed; empty when it is not.
+  // The reason why a translation is malformed; empty when it is not.
   static std::string ProblemOf(const std::string& text) {
     char problem[256] = "unset";
     const bool good = K_SetTranslation(text.c_str(), problem, sizeof problem) != 0;
@@ -68,7 +69,7 @@ class Translation : public testing::Test {
   }
 };
 
-// ---- What is looked up ------------------------------------------------------
+// ---- Lookup -----------------------------------------------------------------
 
 TEST_F(Translation, ReplacesTheDefaultText) {
   Use("$$$/t/1 = World wird gepr\u00FCft");
@@ -253,7 +254,7 @@ TEST_F(Translation, NamesAHandleInAnyScript) {
   EXPECT_THAT(reports.Take().at(0).text, HasSubstr(kJapanese));
 }
 
-TEST(TextToUTF8, GivesWholeCharactersAndTheLengthOfAll) {
+TEST(TextToUTF8, WritesWholeCharactersAndReturnsTheLengthOfAll) {
   char utf8[8];
   EXPECT_EQ(K_TextToUTF8("a\xD5"
                          "b",
@@ -286,7 +287,7 @@ TEST(TextToUTF8, MakesIllFormedShiftedTextWellFormed) {
   EXPECT_STREQ(utf8, "\uFFFD\uFFFD\u2019\x0E");
 }
 
-// ---- The file ---------------------------------------------------------------
+// ---- Files ------------------------------------------------------------------
 
 TEST_F(Translation, TakesCommentsBlanksAndEitherLineEnd) {
   Use("\xEF\xBB\xBF# comment = none\r\n"
@@ -346,7 +347,7 @@ TEST_F(Translation, StaysInForceWhenTheNextIsMalformed) {
   EXPECT_EQ(Text(1), "eins");
 }
 
-TEST_F(Translation, TellsTheProblemInTheRoomThereIs) {
+TEST_F(Translation, CutsTheProblemToTheRoomForIt) {
   char problem[8];
   EXPECT_EQ(K_SetTranslation("rubbish", problem, sizeof problem), 0);
   EXPECT_STREQ(problem, "line 1:");

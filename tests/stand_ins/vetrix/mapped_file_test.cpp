@@ -1,3 +1,4 @@
+// Tests of mapped files on every system.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -67,8 +68,8 @@ TEST_F(MappedFile, TakesAnyName) {
   EXPECT_NO_THROW(file_.Init("../../no/such/folder", kSize, kMode));
 }
 
-TEST_F(MappedFile, GivesItsDescriptorBack) {
-  // The first file may make the runtime open what it keeps for good.
+TEST_F(MappedFile, ClosesItsDescriptor) {
+  // The first file may make the runtime open descriptors that stay open.
   file_.Init("a", kSize, kMode);
   file_.Reset();
   const std::set<int> before = OpenDescriptors();
