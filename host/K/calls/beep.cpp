@@ -1,4 +1,4 @@
-// The audible signal.
+// The audible signal, and the count of its calls.
 #include <atomic>
 #include <cstdint>
 

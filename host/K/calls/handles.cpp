@@ -1,4 +1,4 @@
-// The calls on handles.
+// The exported calls on handles.
 #include <new>
 #include <string>
 
@@ -14,7 +14,7 @@ namespace {
 
 using k::HandleStore;
 
-// The store's own tables may run out of memory too.
+// The store throws when its own tables cannot grow.
 template <typename Allocate>
 Handle NullWhenShort(Allocate allocate) {
   try {
@@ -25,8 +25,8 @@ Handle NullWhenShort(Allocate allocate) {
   }
 }
 
-// Whether it was a live handle. It is freed even when the store has no memory
-// to note its place for later use.
+// Returns whether the handle was live. The store throws after it has freed the
+// handle.
 bool Free(Handle handle) {
   try {
     return HandleStore::Instance().Free(handle);
@@ -56,7 +56,7 @@ void ReportShortage(std::uint32_t code, const char* what, std::uint64_t size) {
 
 // Callers may lock a handle that they made themselves.
 void NoteForeign(bool known, const char* call) {
-  if (!known) TRC_Log(TRC_Level_NOTE, "K", call, "no live handle of this store");
+  if (!known) TRC_Log(TRC_Level_NOTE, "K", call, "the handle is not live");
 }
 
 }  // namespace
@@ -71,8 +71,8 @@ Handle K_AllocateHandleClear(std::uint32_t code, const char* what, std::uint64_t
 void K_FreeHandle(Handle handle) {
   if (handle == nullptr || Free(handle)) return;
   k::ReportPlain(K_Code_HANDLE, K_ReportClass_ERROR, 0,
-                 std::string_view("a handle was freed that is not live: freed twice, or not made "
-                                  "here"));
+                 std::string_view("K_FreeHandle: the handle is not live (freed twice, or not made "
+                                  "by K)"));
 }
 
 void K_PurgeHandlesAndCompact() {

@@ -1,4 +1,4 @@
-// Starts and stops the record of K's memory.
+// Switches the time line on and off.
 #include "K_host.h"
 #include "host/K/events/time_line.h"
 #include "host/K/handles/handle_store.h"

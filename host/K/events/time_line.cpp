@@ -1,3 +1,4 @@
+// The time line: samples of K's memory at each change.
 #include "host/K/events/time_line.h"
 
 #include <algorithm>
@@ -15,12 +16,12 @@ using Clock = std::chrono::steady_clock;
 
 enum class State {
   Off,
-  Starting,  // takes the values in, records nothing yet
+  Starting,  // changes set the values but make no samples
   On
 };
 
 std::atomic<State> theState{State::Off};
-// The innermost lock of K: nothing else is locked under it.
+// The innermost lock of K: no other lock is taken while it is held.
 std::mutex theMutex;
 Clock::time_point theStart;
 K_TimeLineSample theValues{};  // the latest

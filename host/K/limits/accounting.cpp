@@ -1,3 +1,4 @@
+// The totals of booked memory.
 #include "host/K/limits/accounting.h"
 
 #include <algorithm>

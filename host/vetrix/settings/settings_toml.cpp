@@ -88,12 +88,13 @@ ParsedSettings TextsOf(const toml::table& table, const std::string& name) {
 
 }  // namespace
 
-// The parser throws its errors, and does not get the name: in either other case
-// it would end the program when memory runs out.
+// The parser is built with exceptions and does not receive the name: otherwise it
+// would end the program when memory runs out.
 ParsedSettings ParseSettings(const std::string& toml, const std::string& name) {
   const std::optional<std::string> shifted = Shifted(toml);
   if (!shifted) {
-    return {std::nullopt, {"settings " + name + ": not UTF-8, or with private characters"}};
+    return {std::nullopt,
+            {"settings " + name + ": the text is not UTF-8 or contains private characters"}};
   }
   try {
     return TextsOf(toml::parse(*shifted), name);

@@ -313,14 +313,14 @@ TEST_F(Translation, IsMalformedByTheLine) {
   EXPECT_EQ(ProblemOf("# c\n\n$$$/t/1 eins\n"), "line 3: there is no '='");
   EXPECT_EQ(ProblemOf("t/1 = eins"), "line 1: the key does not start with $$$/");
   EXPECT_EQ(ProblemOf("= eins"), "line 1: the key does not start with $$$/");
-  EXPECT_EQ(ProblemOf("$$$/t 1 = eins"), "line 1: the key holds blanks");
+  EXPECT_EQ(ProblemOf("$$$/t 1 = eins"), "line 1: the key contains blanks");
   EXPECT_EQ(ProblemOf("$$$/t/1 = eins\r\n$$$/t/2 =\r\n$$$/t/1 = zwei\r\n"),
-            "line 3: the key is there already: $$$/t/1");
-  EXPECT_EQ(ProblemOf("$$$/t/\r1 = a"), "line 1: the key holds a control character");
-  EXPECT_EQ(ProblemOf("$$$/t/\u0085 = a"), "line 1: the key holds a control character");
-  EXPECT_EQ(ProblemOf("$$$/t/1 = a\tb"), "line 1: the text holds a control character");
-  EXPECT_EQ(ProblemOf("\n$$$/t/1 = \x0E\u30D4"), "line 2: the text holds a control character");
-  EXPECT_EQ(ProblemOf("$$$/t/1 = \u009B"), "line 1: the text holds a control character");
+            "line 3: the key occurs twice: $$$/t/1");
+  EXPECT_EQ(ProblemOf("$$$/t/\r1 = a"), "line 1: the key contains a control character");
+  EXPECT_EQ(ProblemOf("$$$/t/\u0085 = a"), "line 1: the key contains a control character");
+  EXPECT_EQ(ProblemOf("$$$/t/1 = a\tb"), "line 1: the text contains a control character");
+  EXPECT_EQ(ProblemOf("\n$$$/t/1 = \x0E\u30D4"), "line 2: the text contains a control character");
+  EXPECT_EQ(ProblemOf("$$$/t/1 = \u009B"), "line 1: the text contains a control character");
   EXPECT_EQ(ProblemOf("$$$/t/1 = gepr\x9F"
                       "ft"),
             "line 1: is not UTF-8");
@@ -392,7 +392,7 @@ TEST_F(TranslationFile, SaysWhyItCannotBeRead) {
             "is too large for a translation");
   EXPECT_EQ(FileProblem(Write("bad", "# c\nrubbish")), "line 2: there is no '='");
   EXPECT_EQ(FileProblem(Write("zero", std::string("$$$/t/1 = a\0b", 13))),
-            "line 1: the text holds a control character");
+            "line 1: the text contains a control character");
 }
 
 TEST_F(TranslationFile, IsFoundByItsLanguage) {

@@ -86,7 +86,7 @@ using MappedFileDeathTest = MappedFile;
 
 TEST_F(MappedFileDeathTest, ThrowsAtAFileSizeLimitAndTakesNoSignal) {
   EXPECT_EXIT(ExitAfterMappingUnderFileLimit(kSize, kSize - 1), testing::ExitedWithCode(1),
-              "100001 bytes are over the limit for files: File too large");
+              "100001 bytes exceed the limit on file sizes: File too large");
   EXPECT_EXIT(ExitAfterMappingUnderFileLimit(kSize, kSize), testing::ExitedWithCode(0), "");
 }
 

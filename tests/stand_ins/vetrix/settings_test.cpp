@@ -131,7 +131,7 @@ TEST_F(DebugSettings, AreEmptyAfterATextThatIsNotUTF8) {
     testing::internal::CaptureStderr();
     EXPECT_FALSE(vetrix::host::LoadSettingsText(text));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "vetrix: settings (text): not UTF-8, or with private characters\n");
+              "vetrix: settings (text): the text is not UTF-8 or contains private characters\n");
   }
 }
 

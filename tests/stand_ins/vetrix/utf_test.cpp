@@ -22,7 +22,7 @@ std::u16string EveryCharacter() {
   return all;
 }
 
-TEST(UTF, ConvertsEveryCharacterThereAndBack) {
+TEST(UTF, GivesEveryCharacterBack) {
   const std::u16string all = EveryCharacter();
   EXPECT_EQ(UTF8to16(UTF16to8(all)), all);
 }
