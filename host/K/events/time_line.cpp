@@ -39,7 +39,7 @@ void Record(std::int32_t event) {
 }
 
 template <typename Change>
-void Tell(std::int32_t event, Change change) {
+void Note(std::int32_t event, Change change) {
   if (theState.load(std::memory_order_relaxed) == State::Off) return;
   const std::lock_guard lock(theMutex);
   change(theValues);
@@ -68,29 +68,29 @@ void StopTimeLine() {
 }
 
 void NoteBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes) {
-  Tell(K_TimeLineEvent_BLOCKS, [=](K_TimeLineSample& values) {
+  Note(K_TimeLineEvent_BLOCKS, [=](K_TimeLineSample& values) {
     values.liveBytes = liveBytes;
     values.keptBytes = keptBytes;
   });
 }
 
 void NoteHandles(std::uint64_t bytes) {
-  Tell(K_TimeLineEvent_HANDLES, [=](K_TimeLineSample& values) { values.handleBytes = bytes; });
+  Note(K_TimeLineEvent_HANDLES, [=](K_TimeLineSample& values) { values.handleBytes = bytes; });
 }
 
 void NoteBookings(std::int64_t application, std::int64_t system) {
-  Tell(K_TimeLineEvent_BOOKING, [=](K_TimeLineSample& values) {
+  Note(K_TimeLineEvent_BOOKING, [=](K_TimeLineSample& values) {
     values.application = application;
     values.system = system;
   });
 }
 
 void NotePurge() {
-  Tell(K_TimeLineEvent_PURGE, [](K_TimeLineSample& values) { ++values.purges; });
+  Note(K_TimeLineEvent_PURGE, [](K_TimeLineSample& values) { ++values.purges; });
 }
 
 void NoteFailure() {
-  Tell(K_TimeLineEvent_FAILURE, [](K_TimeLineSample& values) { ++values.failures; });
+  Note(K_TimeLineEvent_FAILURE, [](K_TimeLineSample& values) { ++values.failures; });
 }
 
 }  // namespace k

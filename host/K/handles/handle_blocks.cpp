@@ -35,7 +35,7 @@ void* AllocateClear(std::uint64_t size) {
 
 HandleBlocks::Result HandleBlocks::Allocate(std::uint64_t size, Content content) {
   const Refuser refuser = ReserveMemory(size);
-  if (refuser != Refuser::Nobody) return {nullptr, refuser};
+  if (refuser != Refuser::None) return {nullptr, refuser};
   const std::uint64_t heapSize = HeapSize(size);
   void* block = content == Content::Clear ? AllocateClear(heapSize) : AllocateUnset(heapSize);
   if (block == nullptr) {
@@ -44,7 +44,7 @@ HandleBlocks::Result HandleBlocks::Allocate(std::uint64_t size, Content content)
   }
   bytes_ += size;
   NoteBytes();
-  return {block, Refuser::Nobody};
+  return {block, Refuser::None};
 }
 
 void HandleBlocks::Free(void* block, std::uint64_t size) {

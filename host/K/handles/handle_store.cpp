@@ -37,7 +37,7 @@ Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
   master->block = static_cast<Ptr>(block);
   master->size = size;
   master->purgeable = false;
-  master->hold.store(Hold::Nobody, std::memory_order_relaxed);
+  master->hold.store(Hold::None, std::memory_order_relaxed);
   master->live.store(true, std::memory_order_release);
   ++count_;
   return HandleOf(master);
@@ -96,10 +96,10 @@ bool HandleStore::IsLocked(Handle handle) const {
 bool HandleStore::Lock(Handle handle) {
   Master* master = Find(handle);
   if (master == nullptr) return false;
-  Hold hold = Hold::Nobody;
+  Hold hold = Hold::None;
   while (!master->hold.compare_exchange_strong(hold, Hold::Caller) && hold == Hold::Store) {
     const std::lock_guard lock(mutex_);
-    hold = Hold::Nobody;
+    hold = Hold::None;
   }
   return true;
 }
@@ -108,7 +108,7 @@ bool HandleStore::Unlock(Handle handle) {
   Master* master = Find(handle);
   if (master == nullptr) return false;
   Hold hold = Hold::Caller;
-  master->hold.compare_exchange_strong(hold, Hold::Nobody);
+  master->hold.compare_exchange_strong(hold, Hold::None);
   return true;
 }
 
@@ -125,10 +125,10 @@ bool HandleStore::SetPurgeable(Handle handle, bool purgeable) {
 template <typename Change>
 bool HandleStore::UnlessLocked(Master& master, Change change) {
   if (master.block == nullptr) return false;
-  Hold hold = Hold::Nobody;
+  Hold hold = Hold::None;
   if (!master.hold.compare_exchange_strong(hold, Hold::Store)) return false;
   change(master);
-  master.hold.store(Hold::Nobody, std::memory_order_release);
+  master.hold.store(Hold::None, std::memory_order_release);
   return true;
 }
 

@@ -15,7 +15,7 @@ namespace k {
 
 // Why a block must stay at its address.
 enum class Hold : std::uint8_t {
-  Nobody,  // it may move
+  None,    // it may move
   Caller,  // it is locked
   Store,   // the store is moving or purging it
 };
@@ -26,7 +26,7 @@ struct alignas(32) Master {
   Ptr block = nullptr;
   std::uint64_t size = 0;
   std::atomic<bool> live = false;
-  std::atomic<Hold> hold = Hold::Nobody;
+  std::atomic<Hold> hold = Hold::None;
   bool purgeable = false;
   Master* next = nullptr;  // in its MasterQueue
 };

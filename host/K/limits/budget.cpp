@@ -73,11 +73,11 @@ Refuser ReserveMemory(std::uint64_t bytes) {
   // No system has as much, and below it the sums above cannot overflow.
   if (bytes > kMostBytes) return Refuser::System;
   const std::uint64_t budget = theBudget;
-  if (budget != 0) return Book(bytes, budget) ? Refuser::Nobody : Refuser::Budget;
-  if (Book(bytes, GroupBudgetFor(bytes))) return Refuser::Nobody;
+  if (budget != 0) return Book(bytes, budget) ? Refuser::None : Refuser::Budget;
+  if (Book(bytes, GroupBudgetFor(bytes))) return Refuser::None;
   // The group may use less by now.
   ReadGroup();
-  return Book(bytes, theGroupBudget) ? Refuser::Nobody : Refuser::Group;
+  return Book(bytes, theGroupBudget) ? Refuser::None : Refuser::Group;
 }
 
 void ReleaseMemory(std::uint64_t bytes) {

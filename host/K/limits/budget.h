@@ -8,7 +8,7 @@
 
 namespace k {
 
-// Books `bytes` of memory that K allocates for callers. Returns Refuser::Nobody; or
+// Books `bytes` of memory that K allocates for callers. Returns Refuser::None; or
 // books nothing and returns whose budget would be exceeded.
 [[nodiscard]] Refuser ReserveMemory(std::uint64_t bytes);
 void ReleaseMemory(std::uint64_t bytes);

@@ -49,7 +49,7 @@ void Log(Refuser refuser, std::uint64_t bytes) {
 }  // namespace
 
 void NoteRefusal(Refuser refuser, std::uint64_t bytes) {
-  if (refuser == Refuser::Nobody) return;
+  if (refuser == Refuser::None) return;
   Count(refuser, bytes);
   NoteFailure();
   Log(refuser, bytes);

@@ -43,7 +43,7 @@ char* Map(const k::BlockShape& shape) {
 
 char* MapBooked(const k::BlockShape& shape) {
   const k::Refuser refuser = k::ReserveMemory(shape.capacity);
-  if (refuser != k::Refuser::Nobody) Refuse(refuser, shape.capacity);
+  if (refuser != k::Refuser::None) Refuse(refuser, shape.capacity);
   char* base = Map(shape);
   if (base != nullptr) return base;
   k::ReleaseMemory(shape.capacity);
