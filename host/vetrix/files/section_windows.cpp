@@ -30,7 +30,7 @@ constexpr int kAttempts = 16;
 
 HANDLE CreateBackingFile(const fs::path& path) {
   constexpr DWORD kNoSharing = 0;
-  return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, kNobodyElse, nullptr,
+  return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, kNoSharing, nullptr,
                      CREATE_NEW, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
 }
 
