@@ -25,16 +25,6 @@ Handle NullWhenShort(Allocate allocate) {
   }
 }
 
-// Returns whether the handle was live. The store throws after it has freed the
-// handle.
-bool Free(Handle handle) {
-  try {
-    return HandleStore::Instance().Free(handle);
-  } catch (const std::bad_alloc&) {
-    return true;
-  }
-}
-
 Handle NewClear(std::uint64_t size) {
   return NullWhenShort([size] { return HandleStore::Instance().New(size, k::Content::Clear); });
 }
@@ -69,7 +59,7 @@ Handle K_AllocateHandleClear(std::uint32_t code, const char* what, std::uint64_t
 }
 
 void K_FreeHandle(Handle handle) {
-  if (handle == nullptr || Free(handle)) return;
+  if (handle == nullptr || HandleStore::Instance().Free(handle)) return;
   k::ReportPlain(K_Code_HANDLE, K_ReportClass_ERROR, 0,
                  std::string_view("K_FreeHandle: the handle is not live (freed twice, or not made "
                                   "by K)"));
