@@ -1,12 +1,12 @@
-// Files that might never end.
+// Recognises files whose reading may never end.
 #ifndef HOST_ENDLESS_FILE_H
 #define HOST_ENDLESS_FILE_H
 
 #include <filesystem>
 #include <system_error>
 
-// Whether it opens like a file and may be waited for or read for ever, as a pipe
-// or a device. A folder is none: reading it fails at once.
+// Whether opening or reading the file may block or never end, as with a pipe or a
+// device. False for a folder: reading it fails at once.
 [[nodiscard]] inline bool IsEndlessFile(const std::filesystem::path& path) {
   namespace fs = std::filesystem;
   std::error_code ignored;

@@ -1,4 +1,4 @@
-// Objects of libraries, there until the process is gone.
+// Objects that a library never destroys.
 #ifndef HOST_IMMORTAL_H
 #define HOST_IMMORTAL_H
 
@@ -6,10 +6,10 @@
 #include <cstddef>
 #include <new>
 
-// Holds an object in memory of its own and never destroys it. For those that are
-// made while a library is loaded, where nobody could catch what want of memory
-// throws.
-template <class Object>
+// Holds an object inside itself, without the heap, and never destroys it. For
+// objects that are made while a library is loaded, where a std::bad_alloc would
+// end the process.
+template <typename Object>
 class Immortal {
  public:
   Immortal() = default;

@@ -1,4 +1,4 @@
-// Names of files, which are UTF-8 wherever they stand in a std::string.
+// Converts file names between std::string, always UTF-8, and paths.
 #ifndef HOST_UTF8_PATH_H
 #define HOST_UTF8_PATH_H
 
@@ -6,14 +6,14 @@
 #include <string>
 #include <string_view>
 
-// A path is made of bytes here and of UTF-16 on Windows, where one made of a
-// plain string would take it for some other encoding.
+// On Windows a path made directly from a std::string would be decoded in the code
+// page.
 [[nodiscard]] inline std::filesystem::path PathOfUtf8(std::string_view name) {
   const auto* bytes = reinterpret_cast<const char8_t*>(name.data());
   return {bytes, bytes + name.size()};
 }
 
-// The other way round.
+// The reverse of PathOfUtf8.
 [[nodiscard]] inline std::string Utf8OfPath(const std::filesystem::path& path) {
   const auto name = path.u8string();
   return {name.begin(), name.end()};

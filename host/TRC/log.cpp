@@ -1,4 +1,4 @@
-// The log: a threshold, and a sink behind a lock.
+// The log: the lowest level that is logged, and the sink.
 #include <atomic>
 #include <charconv>
 #include <cstdint>
@@ -16,7 +16,7 @@ std::int32_t LevelFromEnvironment() {
   std::int32_t level = TRC_Level_PROBLEM;
   const char* text = std::getenv("TRC_LEVEL");
   if (text == nullptr) return level;
-  // An unusable text leaves the level as it is.
+  // A text that is not a number does not change `level`.
   std::from_chars(text, text + std::strlen(text), level);
   return level;
 }
@@ -27,7 +27,7 @@ std::atomic<std::int32_t>& Threshold() {
 }
 
 struct Output {
-  // Recursive, so that a sink may itself call what logs.
+  // Recursive, since a sink may log.
   std::recursive_mutex mutex;
   TRC_Sink sink = trc::LogToStandardError;
   void* context = nullptr;
@@ -37,7 +37,7 @@ Output& TheOutput() {
   static Immortal<Output> output;
   return *output;
 }
-// Made while the library is loaded: there may be no memory for it later.
+// Made while the library is loaded: later there may be no memory for it.
 [[maybe_unused]] const Output& kLoadedOutput = TheOutput();
 
 const char* OrEmpty(const char* text) {

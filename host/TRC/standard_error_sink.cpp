@@ -1,3 +1,4 @@
+// The default sink of the log.
 #include "host/TRC/standard_error_sink.h"
 
 #include <spdlog/logger.h>
@@ -12,7 +13,7 @@ namespace trc {
 namespace {
 
 spdlog::logger& Logger() {
-  // Never destroyed: events may still come while the process ends.
+  // Never destroyed: events may be logged while the process ends.
   static auto* const logger = [] {
     auto* made = new spdlog::logger("TRC", std::make_shared<spdlog::sinks::stderr_sink_mt>());
     made->set_pattern("%H:%M:%S.%e %v");
@@ -28,7 +29,7 @@ void LogToStandardError(std::int32_t level, const char* category, const char* ev
   try {
     Logger().info("{} {} {}: {}", level, category, event, text);
   } catch (const std::bad_alloc&) {
-    // The line matters more than its form.
+    // Without the time: this needs no memory.
     std::fprintf(stderr, "%" PRId32 " %s %s: %s\n", level, category, event, text);
   }
 }

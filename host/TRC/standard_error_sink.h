@@ -6,7 +6,8 @@
 
 namespace trc {
 
-// Writes one line with time, level, category, event and text. Matches TRC_Sink.
+// Prints one line with time, level, category, event and text on standard error. A
+// TRC_Sink.
 void LogToStandardError(std::int32_t level, const char* category, const char* event,
                         const char* text, void* context);
 

@@ -1,4 +1,4 @@
-/* Compiled, not run: a use of each header of the stand-in host from C. */
+/* Uses each C header of the stand-in host from C11. Compiled, not run. */
 #include "K_host.h"
 #include "QDE_host.h"
 #include "Q_host.h"

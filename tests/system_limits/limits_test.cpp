@@ -140,7 +140,7 @@ TEST_F(Limits, OfFilesEndMappedWorldsThatAreLarger) {
     Pile large(PXL_Depth_128, kSide, kInMappedFile);
     EXPECT_NE(large.AddUntilRefused(1), 0);
     EXPECT_EQ(reports.Count(), 1);
-    EXPECT_THAT(reports.Text(), HasSubstr("are over the limit for files: File too large"));
+    EXPECT_THAT(reports.Text(), HasSubstr("exceed the limit on file sizes: File too large"));
     Pile small(PXL_Depth_128, kSide / 4, kInMappedFile);
     EXPECT_EQ(small.AddUntilRefused(10), 0);
     EXPECT_TRUE(small.AllHold());

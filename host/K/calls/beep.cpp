@@ -1,9 +1,9 @@
-// The audible signal.
+// The audible signal, and the count of its calls.
 #include <atomic>
 #include <cstdint>
 
 #include "K_host.h"
-#include "host/K/system/console.h"
+#include "host/K/system/streams.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-// The calls on handles.
+// The exported calls on handles.
 #include <new>
 #include <string>
 
@@ -14,7 +14,7 @@ namespace {
 
 using k::HandleStore;
 
-// The store's own tables may run out of memory too.
+// The store throws when its own tables cannot grow.
 template <typename Allocate>
 Handle NullWhenShort(Allocate allocate) {
   try {
@@ -25,18 +25,8 @@ Handle NullWhenShort(Allocate allocate) {
   }
 }
 
-// Whether it was a live handle. It is freed even when the store has no memory
-// to note its place for later use.
-bool Free(Handle handle) {
-  try {
-    return HandleStore::Instance().Free(handle);
-  } catch (const std::bad_alloc&) {
-    return true;
-  }
-}
-
 Handle NewClear(std::uint64_t size) {
-  return NullWhenShort([size] { return HandleStore::Instance().NewClear(size); });
+  return NullWhenShort([size] { return HandleStore::Instance().New(size, k::Content::Clear); });
 }
 
 Handle NewClearAfterFreeing(std::uint64_t size) {
@@ -56,7 +46,7 @@ void ReportShortage(std::uint32_t code, const char* what, std::uint64_t size) {
 
 // Callers may lock a handle that they made themselves.
 void NoteForeign(bool known, const char* call) {
-  if (!known) TRC_Log(TRC_Level_NOTE, "K", call, "no live handle of this store");
+  if (!known) TRC_Log(TRC_Level_NOTE, "K", call, "the handle is not live");
 }
 
 }  // namespace
@@ -69,10 +59,10 @@ Handle K_AllocateHandleClear(std::uint32_t code, const char* what, std::uint64_t
 }
 
 void K_FreeHandle(Handle handle) {
-  if (handle == nullptr || Free(handle)) return;
+  if (handle == nullptr || HandleStore::Instance().Free(handle)) return;
   k::ReportPlain(K_Code_HANDLE, K_ReportClass_ERROR, 0,
-                 std::string_view("a handle was freed that is not live: freed twice, or not made "
-                                  "here"));
+                 std::string_view("K_FreeHandle: the handle is not live (freed twice, or not made "
+                                  "by K)"));
 }
 
 void K_PurgeHandlesAndCompact() {
@@ -94,7 +84,7 @@ Handle K_NewEmptyHandle() {
 }
 
 Handle K_NewHandle(std::uint64_t size) {
-  return NullWhenShort([size] { return HandleStore::Instance().New(size); });
+  return NullWhenShort([size] { return HandleStore::Instance().New(size, k::Content::Unset); });
 }
 
 void K_LockHandle(Handle handle) {

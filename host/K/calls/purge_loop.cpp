@@ -1,3 +1,4 @@
+// The purge loop.
 #include "host/K/calls/purge_loop.h"
 
 #include <algorithm>
@@ -13,28 +14,28 @@
 namespace k {
 
 std::uint64_t FreeMemory(std::uint64_t bytesNeeded) {
-  // A need of nothing still asks for something: the last try failed.
+  // The caller's last attempt failed, so that even 0 means that memory is needed.
   const std::uint64_t needed = std::max<std::uint64_t>(bytesNeeded, 1);
   TRC_Log(TRC_Level_DETAIL, "K", "purge", "memory is short");
-  std::uint64_t freed = Pool::Instance().GiveBack(needed);
+  std::uint64_t freed = Pool::Instance().ReleaseKept(needed);
   if (freed < needed) freed += HandleStore::Instance().FreeOldPlaces();
   if (freed < needed) freed += HandleStore::Instance().PurgeAtLeast(needed - freed);
   if (freed < needed) freed += RunPurgers(needed - freed);
-  TellPurge();
+  NotePurge();
   return freed;
 }
 
 void FreePurgeable() {
   constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
-  Pool::Instance().GiveBack(kAll);
+  Pool::Instance().ReleaseKept(kAll);
   HandleStore::Instance().PurgeAtLeast(kAll);
-  TellPurge();
+  NotePurge();
 }
 
 }  // namespace k
 
-// The last argument says that the caller has no other way out; the loop always
-// does all it can.
+// The last argument states that the caller has no alternative. It has no effect:
+// the loop always tries everything.
 std::int32_t K_PurgeLoop(std::uint64_t bytesNeeded, K_PurgeAttempt attempt, void* context,
                          Boolean) {
   for (;;) {

@@ -1,4 +1,4 @@
-// Freeing memory that can be had back.
+// Frees memory that K or the application can do without.
 #ifndef K_PURGE_LOOP_H
 #define K_PURGE_LOOP_H
 
@@ -6,13 +6,13 @@
 
 namespace k {
 
-// One round: gives back kept blocks of the pool, then what scrambling left
-// behind, then purgeable handles, then what the application's purgers find, and
-// stops as soon as `bytesNeeded` are free. Gives the bytes freed; 0 says that
-// nothing is left. Moves nothing.
+// Runs one round: releases kept blocks of the pool, then the places that scrambled
+// blocks left behind, then purgeable handles, then runs the application's purgers;
+// stops as soon as `bytesNeeded` are free. Returns the bytes freed, 0 when nothing
+// is left to free. Moves nothing.
 std::uint64_t FreeMemory(std::uint64_t bytesNeeded);
 
-// Gives back all kept blocks and purges all purgeable handles.
+// Releases all kept blocks and purges all purgeable handles.
 void FreePurgeable();
 
 }  // namespace k

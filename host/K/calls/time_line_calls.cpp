@@ -1,4 +1,4 @@
-// Starts and stops the record of K's memory.
+// Switches the time line on and off.
 #include "K_host.h"
 #include "host/K/events/time_line.h"
 #include "host/K/handles/handle_store.h"
@@ -9,9 +9,9 @@ namespace {
 
 void Start() {
   k::PrepareTimeLine();
-  k::Pool::Instance().TellTimeLine();
-  k::HandleStore::Instance().TellTimeLine();
-  k::TellTimeLineOfBookings();
+  k::Pool::Instance().NoteTotals();
+  k::HandleStore::Instance().NoteTotals();
+  k::NoteBookedTotals();
   k::BeginTimeLine();
 }
 

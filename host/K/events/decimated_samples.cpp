@@ -1,3 +1,4 @@
+// Any number of samples in a fixed space.
 #include "host/K/events/decimated_samples.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@ std::uint64_t Height(const K_TimeLineSample& sample) {
   return sample.liveBytes + sample.keptBytes + sample.handleBytes + booked;
 }
 
-// Whether `later` is the one of the two to hold.
+// Of equal samples the later one counts as higher.
 bool IsHigher(const K_TimeLineSample& later, const K_TimeLineSample& earlier) {
   return Height(later) >= Height(earlier);
 }

@@ -1,4 +1,4 @@
-// Samples in a bounded space, however many there are.
+// Any number of samples in a fixed space.
 #ifndef K_DECIMATED_SAMPLES_H
 #define K_DECIMATED_SAMPLES_H
 
@@ -9,31 +9,31 @@
 
 namespace k {
 
-// Each slot stands for the same number of samples, the last for up to as many,
-// and holds the highest of them, so that no peak is lost. When all slots are
-// full, neighbours are merged and each stands for twice as many. Zero-filled
-// at first, and to be cleared before use: so it takes no room in the program's
-// file and no memory until then.
+// Each slot represents the same number of samples, the last one up to as many, and
+// holds the highest of them, so that no peak is lost. When all slots are full,
+// neighbours are merged and each represents twice as many. Clear must come before
+// any other use: an object of zeros takes no space in the library's file, and no
+// memory before it is used.
 class DecimatedSamples {
  public:
   void Clear();
-  // `sample.changes` is set here.
+  // Ignores `sample.changes` and counts the sample as one change.
   void Add(const K_TimeLineSample& sample);
 
-  // Those of the slots, then the one that was added last when its slot holds
-  // another; that one counts no changes.
+  // The samples of the slots, then the sample added last unless it is that of its
+  // slot; `changes` of that extra one is 0.
   std::uint64_t Count() const;
   const K_TimeLineSample& At(std::uint64_t index) const;
 
  private:
   void Halve();
 
-  // One place is the last sample's, and pairs need an even number.
+  // One place is for the last sample, and merging needs an even number.
   std::array<K_TimeLineSample, K_MostTimeLineSamples - 2> slots_;
   K_TimeLineSample last_;
   std::uint64_t count_;
   std::uint64_t changesPerSlot_;
-  bool lastIsShown_;  // by the last slot
+  bool lastIsShown_;  // the last slot holds last_
 };
 
 }  // namespace k

@@ -1,3 +1,4 @@
+// The time line: samples of K's memory at each change.
 #include "host/K/events/time_line.h"
 
 #include <algorithm>
@@ -15,12 +16,12 @@ using Clock = std::chrono::steady_clock;
 
 enum class State {
   Off,
-  Starting,  // takes the values in, records nothing yet
+  Starting,  // changes set the values but make no samples
   On
 };
 
 std::atomic<State> theState{State::Off};
-// The innermost lock of K: nothing else is locked under it.
+// The innermost lock of K: no other lock is taken while it is held.
 std::mutex theMutex;
 Clock::time_point theStart;
 K_TimeLineSample theValues{};  // the latest
@@ -38,7 +39,7 @@ void Record(std::int32_t event) {
 }
 
 template <typename Change>
-void Tell(std::int32_t event, Change change) {
+void Note(std::int32_t event, Change change) {
   if (theState.load(std::memory_order_relaxed) == State::Off) return;
   const std::lock_guard lock(theMutex);
   change(theValues);
@@ -66,30 +67,30 @@ void StopTimeLine() {
   theState = State::Off;
 }
 
-void TellBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes) {
-  Tell(K_TimeLineEvent_BLOCKS, [=](K_TimeLineSample& values) {
+void NoteBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes) {
+  Note(K_TimeLineEvent_BLOCKS, [=](K_TimeLineSample& values) {
     values.liveBytes = liveBytes;
     values.keptBytes = keptBytes;
   });
 }
 
-void TellHandles(std::uint64_t bytes) {
-  Tell(K_TimeLineEvent_HANDLES, [=](K_TimeLineSample& values) { values.handleBytes = bytes; });
+void NoteHandles(std::uint64_t bytes) {
+  Note(K_TimeLineEvent_HANDLES, [=](K_TimeLineSample& values) { values.handleBytes = bytes; });
 }
 
-void TellBookings(std::int64_t application, std::int64_t system) {
-  Tell(K_TimeLineEvent_BOOKING, [=](K_TimeLineSample& values) {
+void NoteBookings(std::int64_t application, std::int64_t system) {
+  Note(K_TimeLineEvent_BOOKING, [=](K_TimeLineSample& values) {
     values.application = application;
     values.system = system;
   });
 }
 
-void TellPurge() {
-  Tell(K_TimeLineEvent_PURGE, [](K_TimeLineSample& values) { ++values.purges; });
+void NotePurge() {
+  Note(K_TimeLineEvent_PURGE, [](K_TimeLineSample& values) { ++values.purges; });
 }
 
-void TellFailure() {
-  Tell(K_TimeLineEvent_FAILURE, [](K_TimeLineSample& values) { ++values.failures; });
+void NoteFailure() {
+  Note(K_TimeLineEvent_FAILURE, [](K_TimeLineSample& values) { ++values.failures; });
 }
 
 }  // namespace k

@@ -6,18 +6,19 @@
 
 namespace k {
 
-// Tell the time line of a change; one comparison while it is off. They are
-// called under the lock that guards the value, so that changes come in their
-// order. They call nothing that locks in turn.
-void TellBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes);
-void TellHandles(std::uint64_t bytes);
-void TellBookings(std::int64_t application, std::int64_t system);
-void TellPurge();
-void TellFailure();
+// Note a change in the time line; one comparison while it is off. Callers hold the
+// lock that guards the value, so that changes are recorded in order. They take the
+// time line's own lock and no other.
+void NoteBlocks(std::uint64_t liveBytes, std::uint64_t keptBytes);
+void NoteHandles(std::uint64_t bytes);
+void NoteBookings(std::int64_t application, std::int64_t system);
+void NotePurge();
+void NoteFailure();
 
-// Empties the record, which takes the totals in from then on; records them and
-// all changes after them; records no more.
+// Discards all samples; from now on changes set the current totals but make no
+// samples.
 void PrepareTimeLine();
+// Makes a first sample of the totals, and one of each later change.
 void BeginTimeLine();
 void StopTimeLine();
 

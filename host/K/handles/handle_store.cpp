@@ -1,60 +1,19 @@
+// The store of relocatable blocks.
 #include "host/K/handles/handle_store.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <cstring>
 #include <utility>
 
-#include "host/K/events/time_line.h"
-#include "host/K/limits/budget.h"
 #include "host/immortal.h"
 
 namespace k {
 namespace {
 
-// So many freed master pointers rest before the oldest is used again, so that a
-// handle freed twice is not soon somebody else's.
+// The number of freed master pointers that wait before the oldest is used again,
+// so that a handle freed twice seldom belongs to another caller by then.
 constexpr std::size_t kResting = 256;
 
-// An empty block has an address of its own: only empty handles have none.
-std::uint64_t HeapSize(std::uint64_t size) {
-  return std::max<std::uint64_t>(size, 1);
-}
-
-// Made while the library is loaded: there may be no memory for it later.
+// Made while the library is loaded: later there may be no memory for it.
 [[maybe_unused]] const HandleStore& kLoadedStore = HandleStore::Instance();
-
-using HeapCall = void* (*)(std::uint64_t size);
-
-// Not inline, or compilers make one calloc of this and of clearing.
-[[gnu::noinline]] void* AllocateUnset(std::uint64_t size) {
-  return std::malloc(size);
-}
-
-// The runtime has a quick store of small blocks, but not for calloc, which in
-// turn knows that fresh memory of the system is clear.
-void* AllocateClear(std::uint64_t size) {
-  constexpr std::uint64_t kSmall = 1024;
-  if (size > kSmall) return std::calloc(1, size);
-  void* block = AllocateUnset(size);
-  if (block != nullptr) std::memset(block, 0, size);
-  return block;
-}
-
-struct BookedBlock {
-  void* block;  // null when somebody refused
-  Refuser refuser;
-};
-
-// A block from the heap, booked in the budget.
-BookedBlock AllocateBooked(HeapCall allocate, std::uint64_t size) {
-  const Refuser refuser = ReserveMemory(size);
-  if (refuser != Refuser::Nobody) return {nullptr, refuser};
-  void* block = allocate(HeapSize(size));
-  if (block != nullptr) return {block, Refuser::Nobody};
-  ReleaseMemory(size);
-  return {nullptr, Refuser::System};
-}
 
 }  // namespace
 
@@ -78,43 +37,36 @@ Handle HandleStore::MakeLive(Master* master, void* block, std::uint64_t size) {
   master->block = static_cast<Ptr>(block);
   master->size = size;
   master->purgeable = false;
-  master->hold.store(Hold::Nobody, std::memory_order_relaxed);
+  master->hold.store(Hold::None, std::memory_order_relaxed);
   master->live.store(true, std::memory_order_release);
   ++count_;
-  SetBytes(bytes_ + size);
   return HandleOf(master);
 }
 
 Handle HandleStore::NewEmpty() {
   const std::lock_guard lock(mutex_);
-  return MakeLive(TakeMaster(), nullptr, 0);
-}
-
-// The master pointer comes first: what throws must not leave a block behind.
-Refuser HandleStore::Allocate(HeapCall heapCall, std::uint64_t size, Handle& handle) {
-  const std::lock_guard lock(mutex_);
-  Master* master = TakeMaster();
-  const BookedBlock booked = AllocateBooked(heapCall, size);
-  if (booked.block != nullptr) {
-    handle = MakeLive(master, booked.block, size);
-  } else {
-    resting_.AddFirst(master);
-  }
-  return booked.refuser;
-}
-
-Handle HandleStore::AllocateOrNote(HeapCall heapCall, std::uint64_t size) {
-  Handle handle = nullptr;
-  NoteRefusal(Allocate(heapCall, size, handle), size);
+  Handle handle = MakeLive(TakeMaster(), nullptr, 0);
+  blocks_.NoteBytes();
   return handle;
 }
 
-Handle HandleStore::New(std::uint64_t size) {
-  return AllocateOrNote(AllocateUnset, size);
+// The master pointer comes first: an exception must not leak a block.
+Refuser HandleStore::Allocate(std::uint64_t size, Content content, Handle& handle) {
+  const std::lock_guard lock(mutex_);
+  Master* master = TakeMaster();
+  const auto [block, refuser] = blocks_.Allocate(size, content);
+  if (block != nullptr) {
+    handle = MakeLive(master, block, size);
+  } else {
+    resting_.AddFirst(master);
+  }
+  return refuser;
 }
 
-Handle HandleStore::NewClear(std::uint64_t size) {
-  return AllocateOrNote(AllocateClear, size);
+Handle HandleStore::New(std::uint64_t size, Content content) {
+  Handle handle = nullptr;
+  NoteRefusal(Allocate(size, content, handle), size);
+  return handle;
 }
 
 bool HandleStore::Free(Handle handle) {
@@ -125,11 +77,7 @@ bool HandleStore::Free(Handle handle) {
   --count_;
   void* block = std::exchange(master->block, nullptr);
   const std::uint64_t size = std::exchange(master->size, 0);
-  if (block != nullptr) {
-    ReleaseMemory(size);
-    SetBytes(bytes_ - size);
-    Retire(block, size);
-  }
+  if (block != nullptr) blocks_.Free(block, size);
   resting_.AddLast(master);
   return true;
 }
@@ -143,15 +91,15 @@ bool HandleStore::IsLocked(Handle handle) const {
   return master != nullptr && master->hold == Hold::Caller;
 }
 
-// Hosts lock and unlock all the time, so that the store's own lock is taken only
-// to wait until it has moved the block.
+// Locking is frequent: the store's own lock is taken only to wait until the store
+// has moved the block.
 bool HandleStore::Lock(Handle handle) {
   Master* master = Find(handle);
   if (master == nullptr) return false;
-  Hold hold = Hold::Nobody;
+  Hold hold = Hold::None;
   while (!master->hold.compare_exchange_strong(hold, Hold::Caller) && hold == Hold::Store) {
     const std::lock_guard lock(mutex_);
-    hold = Hold::Nobody;
+    hold = Hold::None;
   }
   return true;
 }
@@ -160,7 +108,7 @@ bool HandleStore::Unlock(Handle handle) {
   Master* master = Find(handle);
   if (master == nullptr) return false;
   Hold hold = Hold::Caller;
-  master->hold.compare_exchange_strong(hold, Hold::Nobody);
+  master->hold.compare_exchange_strong(hold, Hold::None);
   return true;
 }
 
@@ -172,15 +120,15 @@ bool HandleStore::SetPurgeable(Handle handle, bool purgeable) {
   return true;
 }
 
-// Does what takes an unlocked block away from its place; callers that lock it
-// wait meanwhile. False when it is locked, or none.
-template <class Change>
+// Runs a change of an unlocked block's place; callers that lock the handle wait
+// meanwhile. Returns false when the handle is locked or empty.
+template <typename Change>
 bool HandleStore::UnlessLocked(Master& master, Change change) {
   if (master.block == nullptr) return false;
-  Hold hold = Hold::Nobody;
+  Hold hold = Hold::None;
   if (!master.hold.compare_exchange_strong(hold, Hold::Store)) return false;
   change(master);
-  master.hold.store(Hold::Nobody, std::memory_order_release);
+  master.hold.store(Hold::None, std::memory_order_release);
   return true;
 }
 
@@ -188,11 +136,6 @@ bool HandleStore::Purge(Handle handle) {
   const std::lock_guard lock(mutex_);
   Master* master = Find(handle);
   return master != nullptr && UnlessLocked(*master, [this](Master& held) { Discard(held); });
-}
-
-std::uint64_t HandleStore::FreeOldPlaces() {
-  const std::lock_guard lock(mutex_);
-  return quarantine_.Clear();
 }
 
 std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
@@ -209,56 +152,32 @@ std::uint64_t HandleStore::PurgeAtLeast(std::uint64_t bytes) {
   return freed;
 }
 
-// Takes the block away for good, so that its memory is free at once.
 void HandleStore::Discard(Master& master) {
-  ReleaseMemory(master.size);
-  SetBytes(bytes_ - master.size);
-  std::free(master.block);
+  blocks_.Discard(master.block, master.size);
   master.block = nullptr;
   master.size = 0;
 }
 
-void HandleStore::SetBytes(std::uint64_t bytes) {
-  bytes_ = bytes;
-  TellHandles(bytes_);
-}
-
-void HandleStore::TellTimeLine() const {
+std::uint64_t HandleStore::FreeOldPlaces() {
   const std::lock_guard lock(mutex_);
-  TellHandles(bytes_);
-}
-
-// Lets go of a place that somebody may still point to.
-void HandleStore::Retire(void* block, std::uint64_t size) {
-  if (scramble_) {
-    quarantine_.Add(block, HeapSize(size));
-  } else {
-    std::free(block);
-  }
+  return blocks_.FreeOldPlaces();
 }
 
 void HandleStore::SetScramble(bool on) {
   const std::lock_guard lock(mutex_);
-  scramble_ = on;
-  if (!on) quarantine_.Clear();
+  blocks_.SetScramble(on);
 }
 
 void HandleStore::MoveUnlocked() {
   const std::lock_guard lock(mutex_);
-  masters_.ForEach(
-      [this](Master& master) { UnlessLocked(master, [this](Master& held) { Move(held); }); });
+  const auto move = [this](Master& held) {
+    held.block = static_cast<Ptr>(blocks_.Move(held.block, held.size));
+  };
+  masters_.ForEach([&](Master& master) { UnlessLocked(master, move); });
 }
 
 void HandleStore::ScrambleUnlocked() {
-  if (scramble_) MoveUnlocked();
-}
-
-void HandleStore::Move(Master& master) {
-  void* place = std::malloc(HeapSize(master.size));
-  if (place == nullptr) return;
-  std::memcpy(place, master.block, master.size);
-  Retire(master.block, master.size);
-  master.block = static_cast<Ptr>(place);
+  if (blocks_.Scrambles()) MoveUnlocked();
 }
 
 std::uint64_t HandleStore::SizeOf(Handle handle) const {
@@ -270,6 +189,11 @@ std::uint64_t HandleStore::SizeOf(Handle handle) const {
 std::uint64_t HandleStore::Count() const {
   const std::lock_guard lock(mutex_);
   return count_;
+}
+
+void HandleStore::NoteTotals() const {
+  const std::lock_guard lock(mutex_);
+  blocks_.NoteBytes();
 }
 
 }  // namespace k

@@ -3,15 +3,13 @@
 #ifndef K_HANDLE_STORE_H
 #define K_HANDLE_STORE_H
 
-#include <atomic>
 #include <cstdint>
 #include <mutex>
 
 #include "PXL_Types.h"
+#include "host/K/handles/handle_blocks.h"
 #include "host/K/handles/master_queue.h"
 #include "host/K/handles/master_table.h"
-#include "host/K/handles/quarantine.h"
-#include "host/K/limits/refusals.h"
 
 namespace k {
 
@@ -21,17 +19,17 @@ class HandleStore {
  public:
   static HandleStore& Instance();
 
-  // Null, and noted, when a budget or the heap refuses; std::bad_alloc when the store's
-  // own tables cannot grow.
+  // The caller frees the handle. Null when the budget or the heap refuses, which
+  // is counted as a refusal. Throws std::bad_alloc when the store's own tables
+  // cannot grow.
   Handle NewEmpty();
-  Handle New(std::uint64_t size);
-  Handle NewClear(std::uint64_t size);
+  Handle New(std::uint64_t size, Content content);
 
   bool IsLive(Handle handle) const;
-  // False for what is no live handle.
+  // False when the handle is not live.
   bool IsLocked(Handle handle) const;
 
-  // These give false, and do nothing, for what is no live handle.
+  // These return false, and do nothing, when the handle is not live.
   bool Free(Handle handle);
   bool Lock(Handle handle);
   bool Unlock(Handle handle);
@@ -40,43 +38,37 @@ class HandleStore {
   bool Purge(Handle handle);
 
   // Purges unlocked purgeable blocks, in the order of their master pointers,
-  // until `bytes` are free; gives the bytes freed. Moves nothing.
+  // until `bytes` are free. Returns the bytes freed. Moves nothing.
   std::uint64_t PurgeAtLeast(std::uint64_t bytes);
 
-  // Frees the places that scrambled blocks left behind; gives their bytes.
+  // Frees the places that scrambled blocks left behind. Returns their bytes.
   std::uint64_t FreeOldPlaces();
 
   void SetScramble(bool on);
-  // Moves all unlocked blocks: always, or only when the scramble switch is on.
+  // Moves all unlocked blocks: always, or only while scrambling is on.
   void MoveUnlocked();
   void ScrambleUnlocked();
 
   std::uint64_t SizeOf(Handle handle) const;
   std::uint64_t Count() const;
-  // Tells it of the bytes of all blocks as they are.
-  void TellTimeLine() const;
+  // Notes the bytes of all blocks in the time line.
+  void NoteTotals() const;
 
  private:
   static Handle HandleOf(Master* master) { return &master->block; }
   Master* Find(Handle handle) const;
   Master* TakeMaster();
   Handle MakeLive(Master* master, void* block, std::uint64_t size);
-  Refuser Allocate(void* (*heapCall)(std::uint64_t size), std::uint64_t size, Handle& handle);
-  Handle AllocateOrNote(void* (*heapCall)(std::uint64_t size), std::uint64_t size);
-  template <class Change>
+  Refuser Allocate(std::uint64_t size, Content content, Handle& handle);
+  template <typename Change>
   bool UnlessLocked(Master& master, Change change);
   void Discard(Master& master);
-  void SetBytes(std::uint64_t bytes);
-  void Retire(void* block, std::uint64_t size);
-  void Move(Master& master);
 
   mutable std::mutex mutex_;
   MasterTable masters_;
   MasterQueue resting_;  // freed ones, oldest first
   std::uint64_t count_ = 0;
-  std::uint64_t bytes_ = 0;
-  Quarantine quarantine_;
-  std::atomic<bool> scramble_ = false;
+  HandleBlocks blocks_;
 };
 
 }  // namespace k

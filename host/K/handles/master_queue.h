@@ -1,4 +1,4 @@
-// Master pointers that wait, one after the other.
+// A queue of master pointers.
 #ifndef K_MASTER_QUEUE_H
 #define K_MASTER_QUEUE_H
 
@@ -8,7 +8,8 @@
 
 namespace k {
 
-// Takes no memory: each refers to the next. Not safe for use on several threads.
+// Needs no memory: each master pointer refers to the next. Not safe for use on
+// several threads.
 class MasterQueue {
  public:
   [[nodiscard]] std::size_t size() const { return size_; }
@@ -27,7 +28,7 @@ class MasterQueue {
     ++size_;
   }
 
-  // Not when there is none.
+  // The queue must not be empty.
   Master* TakeFirst() {
     Master* master = first_;
     first_ = master->next;

@@ -1,3 +1,4 @@
+// The table of master pointers.
 #include "host/K/handles/master_table.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ Master* MasterTable::Add() {
   return master;
 }
 
-// All memory comes first: what throws must leave nothing half done.
+// Allocates everything first: an exception must leave the table unchanged.
 void MasterTable::AddBlock() {
   auto block = std::make_unique<Block>();
   const auto address = reinterpret_cast<std::uintptr_t>(block.get());
@@ -31,7 +32,7 @@ Master* MasterTable::At(Handle handle) const {
   const auto address = reinterpret_cast<std::uintptr_t>(handle);
   if (index == nullptr || address % sizeof(Master) != 0) return nullptr;
   const std::uintptr_t block = address - address % sizeof(Block);
-  // Most programs have the one.
+  // Most programs have a single block.
   const bool known =
       index->front() == block || std::binary_search(index->begin(), index->end(), block);
   return known ? reinterpret_cast<Master*>(handle) : nullptr;

@@ -1,4 +1,4 @@
-// Where master pointers live: in blocks that stay where they are.
+// The table of master pointers, in blocks that never move.
 #ifndef K_MASTER_TABLE_H
 #define K_MASTER_TABLE_H
 
@@ -13,43 +13,43 @@
 
 namespace k {
 
-// Who keeps a block where it is.
+// Why a block must stay at its address.
 enum class Hold : std::uint8_t {
-  Nobody,
+  None,    // it may move
   Caller,  // it is locked
-  Store,   // it is being moved or purged
+  Store,   // the store is moving or purging it
 };
 
-// A handle is the address of the first member. The size makes places in a
-// table a matter of shifts. What is atomic is also looked at without the lock of
-// the store.
+// A handle is the address of the first member. The alignment makes the index in
+// the table a shift. Atomic members are also read without the lock of the store.
 struct alignas(32) Master {
   Ptr block = nullptr;
   std::uint64_t size = 0;
   std::atomic<bool> live = false;
-  std::atomic<Hold> hold = Hold::Nobody;
+  std::atomic<Hold> hold = Hold::None;
   bool purgeable = false;
-  Master* next = nullptr;  // in the queue that it waits in
+  Master* next = nullptr;  // in its MasterQueue
 };
 
 class MasterTable {
  public:
-  // A master pointer of its own, never taken back. Throws std::bad_alloc. One
-  // thread at a time.
+  // Adds a master pointer, which stays until the process ends. Throws
+  // std::bad_alloc. One thread at a time.
   Master* Add();
 
-  // The place of a master pointer, taken or not yet; null for any other address.
-  // Nothing is read there. Safe on any thread, also while another one adds.
+  // The master pointer of a handle, added or not yet; null for any other address.
+  // Reads nothing at the address. Safe on any thread, also during Add.
   [[nodiscard]] Master* At(Handle handle) const;
 
-  // In the order in which they were added. Not while another thread adds.
-  template <class Visit>
+  // Visits in the order of addition. Not during Add on another thread.
+  template <typename Visit>
   void ForEach(Visit visit) {
     for (std::size_t i = 0; i < count_; ++i) visit((*blocks_[i / kPerBlock])[i % kPerBlock]);
   }
 
  private:
-  // Each begins at a multiple of its size, so that an address tells its block.
+  // Each block begins at a multiple of its size, so that the block of an address
+  // can be computed.
   static constexpr std::size_t kPerBlock = 1024;
   struct alignas(kPerBlock * sizeof(Master)) Block : std::array<Master, kPerBlock> {};
   // The addresses of the blocks, in order.
@@ -59,7 +59,7 @@ class MasterTable {
 
   std::vector<std::unique_ptr<Block>> blocks_;  // the oldest first
   std::size_t count_ = 0;
-  // One for each number of blocks there was: readers may still use an old one.
+  // All versions of the index: readers may still use an old one.
   std::vector<std::unique_ptr<const Index>> indexes_;
   std::atomic<const Index*> index_ = nullptr;
 };

@@ -1,3 +1,4 @@
+// Old places of blocks that moved or were freed.
 #include "host/K/handles/quarantine.h"
 
 #include <cstdlib>

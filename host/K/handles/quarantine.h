@@ -1,5 +1,5 @@
-// Places that blocks moved away from. They stay allocated for a while, filled
-// with a pattern, so that a stale pointer is seen and does not crash.
+// Old places of blocks that moved or were freed. They stay allocated for some
+// time, filled with a pattern, so that stale pointers to them show.
 #ifndef K_QUARANTINE_H
 #define K_QUARANTINE_H
 
@@ -11,10 +11,10 @@ namespace k {
 // Not safe for use on several threads: its owner locks.
 class Quarantine {
  public:
-  // Takes over a block from malloc. The oldest are freed to stay within bounds,
-  // this one at once when there is no memory to note it.
+  // Takes ownership of a block from malloc. Frees the oldest blocks beyond the
+  // limits, and this one at once when there is no memory to note it.
   void Add(void* block, std::uint64_t size);
-  // Frees all; gives their bytes.
+  // Frees all blocks. Returns their bytes.
   std::uint64_t Clear();
 
  private:

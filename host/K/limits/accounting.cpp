@@ -1,3 +1,4 @@
+// The totals of booked memory.
 #include "host/K/limits/accounting.h"
 
 #include <algorithm>
@@ -16,14 +17,14 @@ void Book(std::int64_t& total, std::int64_t& peak, std::int32_t delta) {
   const std::lock_guard lock(theMutex);
   total += delta;
   peak = std::max(peak, total);
-  k::TellBookings(theTotals.application, theTotals.system);
+  k::NoteBookings(theTotals.application, theTotals.system);
 }
 
 }  // namespace
 
-void k::TellTimeLineOfBookings() {
+void k::NoteBookedTotals() {
   const std::lock_guard lock(theMutex);
-  TellBookings(theTotals.application, theTotals.system);
+  NoteBookings(theTotals.application, theTotals.system);
 }
 
 void K_AccountAllocation(std::int32_t delta) {

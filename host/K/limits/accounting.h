@@ -1,11 +1,11 @@
-// The totals of memory that others booked.
+// The totals of booked memory.
 #ifndef K_ACCOUNTING_H
 #define K_ACCOUNTING_H
 
 namespace k {
 
-// Tells the time line of the totals as they are.
-void TellTimeLineOfBookings();
+// Notes the current totals in the time line.
+void NoteBookedTotals();
 
 }  // namespace k
 

@@ -1,3 +1,4 @@
+// The memory budget of the process.
 #include "host/K/limits/budget.h"
 
 #include <algorithm>
@@ -17,15 +18,15 @@ constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 48;
 std::atomic<std::uint64_t> theBudget{0};
 std::atomic<std::uint64_t> theReserve{0};
 
-// What the limits of the process group leave for K, as they were last read.
+// The bytes that the limits of the process group allow K, as of the last reading.
 std::atomic<std::uint64_t> theGroupBudget{kNoLimit};
-// They are read anew when so much is in use: what the group's other processes
-// use changes meanwhile.
+// The limits are read again when this many bytes are in use, since the use of the
+// group's other processes changes.
 std::atomic<std::uint64_t> theNextReading{0};
 std::mutex theReadingMutex;
 std::array<char, 1024> theGroupRoot{};
 
-// Bookings that do not balance may leave the total below zero.
+// The total is negative when more was released than allocated.
 std::uint64_t BookedApplicationMemory() {
   K_MemoryTotals totals;
   K_GetMemoryTotals(&totals);
@@ -49,7 +50,7 @@ bool Book(std::uint64_t bytes, std::uint64_t budget) {
   return true;
 }
 
-// The group's use includes that of K.
+// The memory in use by the group includes that of K.
 void ReadGroup() {
   const std::lock_guard lock(theReadingMutex);
   const GroupMemory memory = ReadGroupMemory(theGroupRoot.data());
@@ -59,7 +60,7 @@ void ReadGroup() {
   theNextReading = limited ? used + memory.limit / 16 : kNoLimit;
 }
 
-// Where there is no limit, one reading is all it costs.
+// Without a limit there is only one reading.
 std::uint64_t GroupBudgetFor(std::uint64_t bytes) {
   const std::uint64_t next = theNextReading;
   if (next != kNoLimit && UsedMemory() + bytes >= next) ReadGroup();
@@ -69,14 +70,14 @@ std::uint64_t GroupBudgetFor(std::uint64_t bytes) {
 }  // namespace
 
 Refuser ReserveMemory(std::uint64_t bytes) {
-  // No system has that much, and the sums above cannot overflow.
+  // No system has as much, and below it the sums above cannot overflow.
   if (bytes > kMostBytes) return Refuser::System;
   const std::uint64_t budget = theBudget;
-  if (budget != 0) return Book(bytes, budget) ? Refuser::Nobody : Refuser::Budget;
-  if (Book(bytes, GroupBudgetFor(bytes))) return Refuser::Nobody;
-  // There may be more room by now.
+  if (budget != 0) return Book(bytes, budget) ? Refuser::None : Refuser::Budget;
+  if (Book(bytes, GroupBudgetFor(bytes))) return Refuser::None;
+  // The group may use less by now.
   ReadGroup();
-  return Book(bytes, theGroupBudget) ? Refuser::Nobody : Refuser::Group;
+  return Book(bytes, theGroupBudget) ? Refuser::None : Refuser::Group;
 }
 
 void ReleaseMemory(std::uint64_t bytes) {

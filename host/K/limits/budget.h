@@ -8,8 +8,8 @@
 
 namespace k {
 
-// Books `bytes` of memory that K hands out. Nothing is booked when that would
-// go over the budget, and it says whose budget that is.
+// Books `bytes` of memory that K allocates for callers. Returns Refuser::None; or
+// books nothing and returns whose budget would be exceeded.
 [[nodiscard]] Refuser ReserveMemory(std::uint64_t bytes);
 void ReleaseMemory(std::uint64_t bytes);
 

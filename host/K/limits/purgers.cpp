@@ -1,3 +1,4 @@
+// The application's purgers: routines that free memory.
 #include "host/K/limits/purgers.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ struct Entry {
   bool operator==(const Entry&) const = default;
 };
 
-// Of a fixed size, so that a copy needs no memory when there is none.
+// Of a fixed size, so that a copy allocates nothing.
 struct PurgerList {
   std::array<Entry, K_MostPurgers> entries{};
   std::size_t count = 0;
@@ -26,7 +27,7 @@ PurgerList thePurgers;
 
 thread_local bool purging = false;
 
-// Holds until the end of a scope, an exception's way out included.
+// Marks the thread as running purgers until the end of the scope.
 class PurgingScope {
  public:
   PurgingScope() { purging = true; }

@@ -1,4 +1,4 @@
-// The application's routines that free memory.
+// The application's purgers: routines that free memory.
 #ifndef K_PURGERS_H
 #define K_PURGERS_H
 
@@ -6,7 +6,7 @@
 
 namespace k {
 
-// Asks the purgers in turn until `bytesNeeded` are free; gives the bytes freed.
+// Calls the purgers in turn until `bytesNeeded` are free. Returns the bytes freed.
 // Does nothing while a purger runs on the same thread.
 std::uint64_t RunPurgers(std::uint64_t bytesNeeded);
 

@@ -1,3 +1,4 @@
+// Counts and logs refused allocations.
 #include "host/K/limits/refusals.h"
 
 #include <cinttypes>
@@ -33,7 +34,7 @@ const char* NameOf(Refuser refuser) {
   }
 }
 
-// Needs no memory, since there is none.
+// Allocates nothing, since memory is short.
 void Log(Refuser refuser, std::uint64_t bytes) {
   if (TRC_GetLevel() > TRC_Level_NOTE) return;
   K_MemoryBudget budget;
@@ -48,9 +49,9 @@ void Log(Refuser refuser, std::uint64_t bytes) {
 }  // namespace
 
 void NoteRefusal(Refuser refuser, std::uint64_t bytes) {
-  if (refuser == Refuser::Nobody) return;
+  if (refuser == Refuser::None) return;
   Count(refuser, bytes);
-  TellFailure();
+  NoteFailure();
   Log(refuser, bytes);
 }
 

@@ -1,3 +1,4 @@
+// Patterns in and around the blocks of the pool that reveal stray writes.
 #include "host/K/pool/block_checks.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@
 namespace k {
 namespace {
 
-// A stretch of memory that should hold one byte value all over.
+// A range of memory whose bytes should all have the same value.
 struct Zone {
   char* begin;
   char* end;
@@ -41,11 +42,11 @@ void Fill(const Zone& zone, int pattern) {
   std::memset(zone.begin, pattern, static_cast<std::size_t>(zone.end - zone.begin));
 }
 
-// The first byte that is not as it should be; the end of the zone when all are.
+// The first byte that differs from the pattern; the end of the zone when none does.
 const char* FindDamage(const Zone& zone, int pattern) {
   const char expected = static_cast<char>(pattern);
   const auto size = static_cast<std::size_t>(zone.end - zone.begin);
-  // All bytes equal the first: quick where nothing is wrong, as nearly always.
+  // Comparing each byte with the next is fast, and there is rarely any damage.
   if (*zone.begin == expected && std::memcmp(zone.begin, zone.begin + 1, size - 1) == 0) {
     return zone.end;
   }
@@ -61,7 +62,8 @@ void ReportDamage(const K_RecycledPtr& block, std::uint32_t code, const char* wh
                   block.ownerCode, what, where - block.base);
     Report(code, K_ReportClass_ERROR, 0, "recycled pointer " + MacRomanToUTF8(block.label) + place);
   } catch (const std::bad_alloc&) {
-    TRC_Log(TRC_Level_PROBLEM, "K", "pool", "a block was written outside its life or bounds");
+    TRC_Log(TRC_Level_PROBLEM, "K", "pool",
+            "a recycled pointer was written outside its bounds or after it was freed");
   }
 }
 

@@ -1,3 +1,4 @@
+// The blocks of the pool.
 #include "host/K/pool/recycled_block.h"
 
 #include <algorithm>
@@ -20,12 +21,12 @@ std::uint64_t MappedSize(const k::BlockShape& shape) {
   return shape.capacity + 2 * MarginSize(shape);
 }
 
-// A debugging aid only: the block serves without its fences, too.
+// Fences are a debugging aid: the block is usable without them.
 void SetFences(char* mapping, const k::BlockShape& shape) {
   const std::uint64_t page = k::PageSize();
   const bool set =
       k::ForbidMemory(mapping, page) && k::ForbidMemory(mapping + MappedSize(shape) - page, page);
-  if (!set) TRC_Log(TRC_Level_NOTE, "K", "pool", "the system sets no fence");
+  if (!set) TRC_Log(TRC_Level_NOTE, "K", "pool", "the system refused to set the fences of a block");
 }
 
 char* Map(const k::BlockShape& shape) {
@@ -42,7 +43,7 @@ char* Map(const k::BlockShape& shape) {
 
 char* MapBooked(const k::BlockShape& shape) {
   const k::Refuser refuser = k::ReserveMemory(shape.capacity);
-  if (refuser != k::Refuser::Nobody) Refuse(refuser, shape.capacity);
+  if (refuser != k::Refuser::None) Refuse(refuser, shape.capacity);
   char* base = Map(shape);
   if (base != nullptr) return base;
   k::ReleaseMemory(shape.capacity);

@@ -1,4 +1,4 @@
-// The blocks that the pool hands out.
+// The blocks of the pool.
 #ifndef K_RECYCLED_BLOCK_H
 #define K_RECYCLED_BLOCK_H
 
@@ -9,9 +9,9 @@
 
 namespace k {
 
-// What a block is like, and will be as long as it lives. The margins are those
-// of the bits K_PoolCheck_GUARDS and K_PoolCheck_FENCES that are set: a page on
-// either side for each, the fences outermost.
+// The layout of a block, constant during its life. `margins` has the bits
+// K_PoolCheck_GUARDS and K_PoolCheck_FENCES: a page on either side for each that
+// is set, the fences outermost.
 struct BlockShape {
   std::uint32_t margins;
   std::uint64_t capacity;  // whole pages, without the margins
@@ -23,25 +23,25 @@ struct BlockShape {
 
 }  // namespace k
 
-// What K_AllocateRecycledPtr gives a reference to. Nothing of it lies in the
-// memory that the caller gets.
+// The record of a block, to which K_AllocateRecycledPtr returns a reference. It is
+// stored outside of the block's memory.
 struct K_RecycledPtr {
-  // Takes the memory from the budget and from the system, for as long as the
-  // record lives. Throws std::bad_alloc when either refuses.
+  // Books and maps the memory until the record is destroyed. Throws std::bad_alloc
+  // when the budget or the system refuses.
   explicit K_RecycledPtr(const k::BlockShape& blockShape);
   K_RecycledPtr(const K_RecycledPtr&) = delete;
   K_RecycledPtr& operator=(const K_RecycledPtr&) = delete;
   ~K_RecycledPtr();
 
-  // Needs no memory: a longer label is cut.
+  // Allocates nothing: a longer label is cut.
   void SetOwner(std::uint32_t code, const char* text);
 
   const k::BlockShape shape;
   char* const base;
-  std::uint64_t size = 0;  // what was asked for
+  std::uint64_t size = 0;  // as requested
   std::uint32_t ownerCode = 0;
   char label[32] = "";
-  std::uint64_t age = 0;  // of kept blocks: the lower, the longer kept
+  std::uint64_t age = 0;  // of kept blocks: lower when kept longer
   bool filled = false;    // with K_PoolFreedPattern
 };
 

@@ -1,4 +1,4 @@
-// The calls on recycled pointers.
+// The exported calls on recycled pointers.
 #include <cstdint>
 #include <new>
 
@@ -27,12 +27,13 @@ void K_FreeRecycledPtr(void* base) {
   try {
     own = Pool::Instance().Free(base);
   } catch (const std::bad_alloc&) {
-    // It was unmapped instead of kept.
+    // The block was unmapped instead of kept.
   }
   if (own) return;
   k::ReportPlain(
       K_Code_ADDRESS, K_ReportClass_ERROR, 0,
-      std::string_view("an address was freed that is no recycled pointer; it was left alone"));
+      std::string_view(
+          "K_FreeRecycledPtr: the address is not a recycled pointer; nothing was freed"));
 }
 
 void K_GetPoolStatistics(K_PoolStatistics* statistics) {

@@ -1,3 +1,4 @@
+// Passes all reports of the process to the sink.
 #include "host/K/reports/report_sink.h"
 
 #include <algorithm>
@@ -21,25 +22,25 @@ void ReportToStandardError(const K_Report* report, void*) {
 }
 
 struct Output {
-  // Recursive, so that a sink may itself call what reports.
+  // Recursive, since a sink may make reports.
   std::recursive_mutex mutex;
   K_ReportSink sink = ReportToStandardError;
   void* context = nullptr;
 };
 
-// Never destroyed: reports may still come while the process ends.
+// Never destroyed: reports may be made while the process ends.
 Output& TheOutput() {
   static Immortal<Output> output;
   return *output;
 }
-// Made while the library is loaded: there may be no memory for it later.
+// Made while the library is loaded: later there may be no memory for it.
 [[maybe_unused]] const Output& kLoadedOutput = TheOutput();
 
 bool IsLineBreak(char c) {
   return c == '\n' || c == '\r';
 }
 
-// `text` ends in a zero.
+// `text` ends in a zero byte.
 void Deliver(std::uint32_t code, std::uint16_t cls, std::int32_t error, char* text,
              std::size_t length) {
   std::replace_if(text, text + length, IsLineBreak, ' ');
@@ -52,7 +53,7 @@ void Deliver(std::uint32_t code, std::uint16_t cls, std::int32_t error, char* te
   output.sink(&report, output.context);
 }
 
-template <class View>
+template <typename View>
 void DeliverPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error, View text) {
   std::array<char, sizeof Kp_G_buffer> plain{};
   const std::size_t length = std::min(text.size(), plain.size() - 1);

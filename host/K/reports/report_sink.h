@@ -1,5 +1,5 @@
-// Where all reports of the process pass. Most tell of a shortage, so that each
-// arrives even when there is no memory for its text.
+// Passes all reports of the process to the sink. Many reports are of a lack of
+// memory, so each arrives even when there is no memory for its text.
 #ifndef K_REPORT_SINK_H
 #define K_REPORT_SINK_H
 
@@ -11,19 +11,18 @@
 
 namespace k {
 
-// Hands a report to the sink in force. `text` is UTF-8; its line breaks become
+// Passes a report to the sink in force. `text` is UTF-8; its line breaks become
 // blanks.
 void Report(std::uint32_t code, std::uint16_t cls, std::int32_t error, std::string text);
 
-// The same without memory: what is not ASCII becomes a question mark, and no
-// more of the text comes through than the pending report could hold.
+// Like Report, but allocates nothing: characters beyond ASCII become question
+// marks, and the text is cut to the length of the pending report.
 void ReportPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error, std::string_view text);
 void ReportPlain(std::uint32_t code, std::uint16_t cls, std::int32_t error,
                  std::u16string_view text);
 
-// Reports the text that `make` gives or, when there is no memory for it,
-// `plain`.
-template <class Make, class Plain>
+// Reports the text that `make` returns or, when it throws std::bad_alloc, `plain`.
+template <typename Make, typename Plain>
 void ReportMade(std::uint32_t code, std::uint16_t cls, std::int32_t error, Make make,
                 const Plain& plain) {
   std::string text;

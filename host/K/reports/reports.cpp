@@ -21,7 +21,7 @@ std::string Text(const char* macRoman) {
   return macRoman != nullptr ? k::MacRomanToUTF8(macRoman) : std::string();
 }
 
-// Appends to the text of the pending report as far as it fits.
+// Appends as much as fits to the text of the pending report.
 void AppendToPending(std::string_view text) {
   const std::size_t used = std::strlen(Kp_G_buffer);
   const std::size_t room = sizeof Kp_G_buffer - 1 - used;
@@ -53,7 +53,7 @@ void Kp_SysEnglishError(std::int32_t error) {
 }
 
 void Kp_ReportError(std::uint32_t code, std::uint16_t cls) {
-  // The sink may begin a report of its own.
+  // A copy, since the sink may begin another report.
   std::array<char, sizeof Kp_G_buffer> text{};
   std::memcpy(text.data(), Kp_G_buffer, text.size() - 1);
   const std::int32_t error = Kp_G_err_buf;
@@ -79,7 +79,7 @@ void K_ReportError(std::uint32_t code, std::uint16_t cls, const std::u16string& 
 std::int32_t K_TranslateAndReportException(const std::exception& exception) {
   const bool memory = dynamic_cast<const std::bad_alloc*>(&exception) != nullptr;
   const std::int32_t error = memory ? std::int32_t{K_Err_NO_MEMORY} : kFailed;
-  // What an exception says may be in any character set.
+  // The text of an exception may be in any character set.
   const auto wellFormed = [&exception] {
     return vetrix::utility::UTF16to8(vetrix::utility::UTF8to16(exception.what()));
   };

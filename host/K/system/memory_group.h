@@ -1,5 +1,4 @@
-// The limits of memory that the system sets for the group of processes that
-// this one belongs to.
+// The memory limits of the process group.
 #ifndef K_MEMORY_GROUP_H
 #define K_MEMORY_GROUP_H
 
@@ -7,18 +6,18 @@
 
 namespace k {
 
-// A number of bytes that nothing reaches.
+// Stands for no limit.
 inline constexpr std::uint64_t kNoLimit = ~std::uint64_t{0};
 
-// Of the group and all groups around it, the tightest of each.
+// In bytes, each the smallest among the group and the groups around it.
 struct GroupMemory {
-  std::uint64_t limit = kNoLimit;  // what the processes of the group may use together
-  std::uint64_t room = kNoLimit;   // what they could use beside what they do now
+  std::uint64_t limit = kNoLimit;  // for all processes of the group together
+  std::uint64_t room = kNoLimit;   // the part of a limit that is not in use
 };
 
-// Reads it from the system's files below the folder `root`, the empty text for
-// the real ones. What is missing or cannot be read limits nothing. Needs no
-// memory.
+// Reads the system's files below the folder `root`, which is empty for the root of
+// the file system. A file that is missing or unreadable sets no limit. Allocates
+// nothing.
 GroupMemory ReadGroupMemory(const char* root);
 
 }  // namespace k

@@ -1,15 +1,16 @@
-// Control groups of Linux, version 2. The process' place in the tree of groups
-// stands in proc/self/cgroup, in the line that starts with "0::", and each
-// group is a folder below sys/fs/cgroup with these files:
+// Reads the memory limits of Linux control groups, version 2.
+//
+// The path of the process' group in the tree of groups is in proc/self/cgroup, in
+// the line that starts with "0::". Each group is a folder below sys/fs/cgroup with
+// these files:
 //
 //   memory.max      the hard limit in bytes, or "max"
 //   memory.high     the limit above which the group is slowed down, or "max"
-//   memory.current  what the group uses, the pages of files it read included
-//   memory.stat     where that lies, a name and a number a line
+//   memory.current  the bytes in use, pages of files included
+//   memory.stat     their division, a name and a number on each line
 //
-// A limit holds for all that lies below it, so the way goes up to the root.
-// Pages of files are given up by the system before it refuses anything; they
-// count as free.
+// A limit applies to all groups below, so all groups up to the root are read.
+// The system frees pages of files before it refuses memory: they count as free.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -27,11 +28,11 @@
 namespace k {
 namespace {
 
-// Memory for names and texts without the heap, which may have none left.
+// Buffers outside of the heap, which may be exhausted.
 using Path = std::array<char, PATH_MAX>;
 using Content = std::array<char, 8192>;
 
-// The start of a file as far as it fits; empty when it cannot be read.
+// The first bytes of a file, as many as fit; empty when it cannot be read.
 std::string_view Read(const char* path, Content& content) {
   const int file = open(path, O_RDONLY | O_CLOEXEC);
   if (file < 0) return {};
@@ -45,7 +46,7 @@ std::string_view Read(const char* path, Content& content) {
   return {content.data(), size};
 }
 
-// Cuts the first line off.
+// Removes the first line from the text and returns it.
 std::string_view TakeLine(std::string_view& text) {
   const std::size_t length = std::min(text.find('\n'), text.size());
   const std::string_view line = text.substr(0, length);
@@ -64,7 +65,7 @@ class Group {
  public:
   Group(const char* root, std::string_view name) : root_(root), name_(name) {}
 
-  // "max" is no number and no limit.
+  // "max" is not a number and means no limit.
   std::uint64_t Limit() const {
     return std::min(Number("memory.max", kNoLimit), Number("memory.high", kNoLimit));
   }
@@ -105,8 +106,8 @@ class Group {
   std::string_view name_;
 };
 
-// The name of the process' group: the path of its folder, empty for the root of
-// the tree. Nothing when it is in no group, or in one that cannot be seen here.
+// The path of the process' group below the root of the tree; empty for the root.
+// None when the process is in no group, or in one that is not visible here.
 std::optional<std::string_view> OwnGroup(const char* root, Content& content) {
   Path path;
   const int length = std::snprintf(path.data(), path.size(), "%s/proc/self/cgroup", root);

@@ -1,5 +1,5 @@
-// Windows has no groups with limits that could be read from files. Its job
-// objects come nearest, but do not tell what their processes use by now.
+// No memory limits of process groups on Windows: job objects have limits, but do
+// not report the memory that their processes use.
 #include "host/K/system/memory_group.h"
 
 namespace k {

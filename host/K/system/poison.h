@@ -1,5 +1,5 @@
-// Marks memory that must not be touched for a while, where the build has a
-// checker for that (AddressSanitizer). Costs nothing elsewhere.
+// Marks memory as not accessible, in builds with AddressSanitizer. Does nothing in
+// other builds.
 #ifndef K_POISON_H
 #define K_POISON_H
 

@@ -1,3 +1,4 @@
+// All calls of K to a POSIX system for pages.
 #include "host/K/system/system_calls_posix.h"
 
 #include <sys/mman.h>

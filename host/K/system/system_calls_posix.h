@@ -1,6 +1,5 @@
-// What K asks of a POSIX system for its pages, and nothing else: tests put their
-// own in its place and let it fail. Each call is the system's own, errno
-// included.
+// All calls of K to a POSIX system for pages. Tests replace them by calls that
+// fail. Results and errno are those of the system.
 #ifndef K_SYSTEM_CALLS_POSIX_H
 #define K_SYSTEM_CALLS_POSIX_H
 
@@ -8,7 +7,7 @@
 
 namespace k::system {
 
-// Private and zero-filled, to be read and written.
+// Maps private, zero-filled memory for reading and writing.
 void* Map(std::size_t size);
 int Unmap(void* base, std::size_t size);
 int Protect(void* base, std::size_t size, int protection);

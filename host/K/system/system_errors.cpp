@@ -1,3 +1,4 @@
+// English texts of error numbers.
 #include "host/K/system/system_errors.h"
 
 #include <algorithm>

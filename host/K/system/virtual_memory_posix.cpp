@@ -1,3 +1,4 @@
+// Whole pages of memory from a POSIX system.
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -19,8 +20,8 @@ char* Map(std::uint64_t size) {
   return base != MAP_FAILED ? static_cast<char*>(base) : nullptr;
 }
 
-// Pages that the system did not take back: a process may have only so many
-// mappings, and cutting one out of another's middle makes one more.
+// Pages that the system refused to unmap: the number of mappings is limited, and
+// unmapping the middle of a mapping makes one more.
 struct Kept {
   Kept* next;
   void* base;
@@ -57,7 +58,7 @@ void Unmap(void* base, std::uint64_t size, void* writable) {
   if (theKeptAreSome) DropKept();
 }
 
-// Maps more than is needed and cuts off what stands over at either end.
+// Maps more than necessary and unmaps the excess at both ends.
 char* MapAligned(std::uint64_t size) {
   char* base = Map(size + kLargePage);
   if (base == nullptr) return nullptr;
@@ -79,9 +80,9 @@ std::uint64_t PageSize() {
 void* MapMemory(std::uint64_t size) {
   if (size < kLargePage) return Map(size);
   char* base = MapAligned(size);
-  // The room for the alignment may be what is missing.
+  // There may be no room for the alignment only.
   if (base == nullptr) return Map(size);
-  // Advice only: a system without large pages serves as well.
+  // The result is ignored: a system may lack large pages.
   system::Advise(base, size, MADV_HUGEPAGE);
   return base;
 }

@@ -1,3 +1,4 @@
+// Whole pages of memory from Windows.
 #include <windows.h>
 
 #include <cstdint>
@@ -15,12 +16,12 @@ std::uint64_t PageSize() {
   return size;
 }
 
-// Large pages would need a right that users do not have.
+// No large pages: they need a privilege that users do not have.
 void* MapMemory(std::uint64_t size) {
   return VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
 }
 
-// What was mapped at once goes at once; the size must not be given.
+// VirtualFree releases the whole allocation and requires a size of 0.
 void UnmapMemory(void* base, std::uint64_t, void*) {
   VirtualFree(base, 0, MEM_RELEASE);
 }

@@ -1,6 +1,6 @@
-// Lookup of catalogue texts. An entry's first cache word is the address of the
-// text, its second the generation of translations that it was looked up in. A
-// default text without markup is used where it stands, at the end of its key.
+// Looks up catalogue texts. An entry's first cache word is the address of its
+// text, the second the generation of translations that the text is from. A
+// default text without markup is not copied: it is the end of the key.
 #include <atomic>
 #include <cstdint>
 #include <mutex>
@@ -17,16 +17,16 @@
 namespace {
 
 struct MadeTexts {
-  std::mutex mutex;             // for who writes the cache words as well
-  std::set<std::string> texts;  // none goes, since callers may still hold it
+  std::mutex mutex;             // also for writing the cache words
+  std::set<std::string> texts;  // none is removed, since callers keep addresses
 };
 
-// Never destroyed: catalogues point into it until the process is gone.
+// Never destroyed: catalogues point into it until the process ends.
 MadeTexts& TheTexts() {
   static Immortal<MadeTexts> texts;
   return *texts;
 }
-// Made while the library is loaded: there may be no memory for it later.
+// Made while the library is loaded: later there may be no memory for it.
 [[maybe_unused]] const MadeTexts& kLoadedTexts = TheTexts();
 
 K_LStrEntry* FindEntry(const K_LStrCatalogue* catalogue, std::int32_t index) {
@@ -37,7 +37,7 @@ K_LStrEntry* FindEntry(const K_LStrCatalogue* catalogue, std::int32_t index) {
   return entry->key != nullptr ? entry : nullptr;
 }
 
-// The text where it is not simply the end of the key.
+// The text of an entry; none when it is the end of the key.
 std::optional<std::string> MakeText(const char* key) {
   if (auto translation = k::Translations::Instance().Find(key)) return translation;
   const std::string_view text = k::TextAfterKey(key);
@@ -47,8 +47,8 @@ std::optional<std::string> MakeText(const char* key) {
 
 using CacheWord = std::atomic_ref<std::uintptr_t>;
 
-// Without a lock: the generation is written last. A text that is newer than it
-// is as good.
+// Needs no lock: the generation is written after the text. A text newer than the
+// generation is valid, too.
 const char* CachedText(K_LStrEntry& entry, std::uintptr_t generation) {
   if (CacheWord(entry.cache[1]).load(std::memory_order_acquire) != generation) return nullptr;
   return reinterpret_cast<const char*>(CacheWord(entry.cache[0]).load(std::memory_order_relaxed));
@@ -78,7 +78,7 @@ const char* K_ZLookupLStrCache(const K_LStrCatalogue* catalogue, std::int32_t in
   try {
     return KeepText(*entry, generation, MakeText(entry->key));
   } catch (const std::bad_alloc&) {
-    // As it stands, which later lookups may better.
+    // The default text with its markup; a later lookup tries again.
     return k::TextAfterKey(entry->key).data();
   }
 }

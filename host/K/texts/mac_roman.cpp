@@ -1,3 +1,4 @@
+// Converts K's 8-bit texts.
 #include "host/K/texts/mac_roman.h"
 
 #include <algorithm>
@@ -10,8 +11,8 @@
 namespace k {
 namespace {
 
-// The upper half; the lower one is ASCII. 0xDB is the euro sign of the later
-// tables, 0xF0 has a private code point.
+// The characters from 0x80; those below are ASCII. 0xDB is the euro sign, as in
+// newer versions of the set; 0xF0 has a private code point.
 constexpr std::array<char16_t, 128> kUpperHalf = {
     0x00C4, 0x00C5, 0x00C7, 0x00C9, 0x00D1, 0x00D6, 0x00DC, 0x00E1,  // 0x80
     0x00E0, 0x00E2, 0x00E4, 0x00E3, 0x00E5, 0x00E7, 0x00E9, 0x00E8,  // 0x88
@@ -53,9 +54,9 @@ bool IsLacking(char16_t character) {
   return !ByteOf(character);
 }
 
-// Takes what precedes the first character for which `ends` holds off the front
-// of the text.
-template <class Text, class Ends>
+// Removes the characters before the first one for which `ends` is true from the
+// text and returns them.
+template <typename Text, typename Ends>
 Text TakeUntil(Text& text, Ends ends) {
   const auto length = static_cast<std::size_t>(std::ranges::find_if(text, ends) - text.begin());
   const Text taken = text.substr(0, length);

@@ -1,5 +1,5 @@
-// K's 8-bit texts: Mac OS Roman, with UTF-8 between K_ShiftOut and K_ShiftIn
-// for the characters that it lacks (see K_host.h).
+// Converts K's 8-bit texts: Mac OS Roman, with UTF-8 between K_ShiftOut and
+// K_ShiftIn for other characters (see K_host.h).
 #ifndef K_MAC_ROMAN_H
 #define K_MAC_ROMAN_H
 
@@ -11,8 +11,8 @@ namespace k {
 std::u16string MacRomanToUTF16(std::string_view text);
 std::string MacRomanToUTF8(std::string_view text);
 
-// The other way. Only what Mac OS Roman lacks is shifted, so that markup,
-// placeholders and all else in ASCII stand in the text as they are.
+// Shifts only the characters that Mac OS Roman lacks, so that all ASCII characters,
+// and thus markup and placeholders, remain unchanged.
 std::string UTF16ToMacRoman(std::u16string_view text);
 
 }  // namespace k

@@ -1,3 +1,4 @@
+// Compares the placeholders of texts.
 #include "host/K/texts/placeholders.h"
 
 #include <algorithm>
@@ -17,8 +18,8 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// The '%' at the start and what belongs to it: flags, width, precision and
-// length, then the letter that ends it. Any '%' counts, as it does in a format.
+// The length of the conversion at the start: '%', flags, width, precision, length
+// and the letter that ends it. Every '%' counts, as in a format.
 std::size_t ConversionLength(std::string_view text) {
   const std::size_t end = text.find_first_not_of("-+ #0123456789.*'$hlLqjztI", 1);
   return end == std::string_view::npos ? text.size() : end + 1;
@@ -34,8 +35,8 @@ std::size_t ListLength(std::string_view text) {
   return text.starts_with("^^") && text.size() > 3 && IsDigit(text[3]) ? 4 : 0;
 }
 
-// Adds the placeholder at the start of the text, if there is one; gives how far
-// it, or the character that is none, reaches.
+// Adds the placeholder at the start of the text, if there is one. Returns the
+// length of the placeholder or of the single character.
 std::size_t Take(std::string_view text, Placeholders& found) {
   if (text.starts_with("@@")) return 2;
   const bool conversion = text.front() == '%';

@@ -1,4 +1,4 @@
-// The places of a text that its user fills.
+// Compares the placeholders of texts.
 #ifndef K_PLACEHOLDERS_H
 #define K_PLACEHOLDERS_H
 
@@ -6,9 +6,9 @@
 
 namespace k {
 
-// Whether one text can stand for the other: it has the same print conversions,
-// in the same order, since that is the order of the arguments; and the same
-// numbered placeholders (@0, ^^L1), whatever their order.
+// Whether one text can replace the other: both have the same print conversions in
+// the same order, which is that of the arguments, and the same numbered
+// placeholders (@0, ^^L1) in any order.
 bool HaveSamePlaceholders(std::string_view one, std::string_view other);
 
 }  // namespace k

@@ -1,4 +1,4 @@
-// What a host may set and ask of the texts.
+// The calls of hosts on texts and translations.
 #include <algorithm>
 #include <cstring>
 #include <exception>
@@ -19,7 +19,7 @@ bool StartsCharacter(char c) {
   return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
 }
 
-// As much of a UTF-8 text as fits, in whole characters, and a zero.
+// Copies as many whole characters of a UTF-8 text as fit, and a zero byte.
 void CopyThatFits(const std::string& text, char* target, std::uint64_t size) {
   if (size == 0) return;
   std::size_t length = std::min<std::size_t>(text.size(), size - 1);
@@ -28,8 +28,9 @@ void CopyThatFits(const std::string& text, char* target, std::uint64_t size) {
   target[length] = '\0';
 }
 
-// Puts the texts in force that `read` gives; its failure becomes the problem.
-template <class Read>
+// Sets the translation that `read` returns. The text of an exception becomes the
+// problem.
+template <typename Read>
 Boolean Replace(Read read, char* problem, std::uint64_t size) {
   try {
     k::Translations::Instance().Replace(read());
@@ -49,8 +50,8 @@ bool IsTagCharacter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
 }
 
-// The tag itself, then shorter ones: de-AT, de. None for what is no tag, which
-// could otherwise be a path to anywhere.
+// The tag, then shorter ones: de-AT, de. None for a text that is not a tag, since
+// it could be a path out of the folder.
 std::vector<std::string> TagsToTry(std::string tag) {
   std::vector<std::string> tags;
   if (!std::ranges::all_of(tag, IsTagCharacter)) return tags;

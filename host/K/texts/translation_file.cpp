@@ -1,3 +1,4 @@
+// Reads and parses translations.
 #include "host/K/texts/translation_file.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@
 #include <utility>
 
 #include "K_host.h"
-#include "host/K/system/open_file.h"
+#include "host/K/system/streams.h"
 #include "host/K/texts/mac_roman.h"
 #include "host/K/texts/zstring.h"
 #include "host/endless_file.h"
@@ -24,7 +25,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t";
 constexpr std::size_t kLargestFile = std::size_t{4} << 20;
 
-// Why a line is malformed.
+// The reason why a line is malformed.
 class Malformed : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -44,7 +45,7 @@ std::string_view Unquoted(std::string_view text) {
 std::u16string Decoded(std::string_view text) {
   const std::string bytes(text);
   std::u16string decoded = vetrix::utility::UTF8to16(bytes);
-  // Ill-formed text does not come back as it went.
+  // Converting ill-formed text replaces characters.
   if (vetrix::utility::UTF16to8(decoded) != bytes) throw Malformed("is not UTF-8");
   return decoded;
 }
@@ -56,16 +57,18 @@ bool IsControl(char16_t c) {
 std::string KeyBefore(std::string_view line, std::size_t equals) {
   const std::string_view key = Trimmed(line.substr(0, equals));
   if (!key.starts_with(kKeyPrefix)) throw Malformed("the key does not start with $$$/");
-  if (key.find_first_of(kBlanks) != std::string_view::npos) throw Malformed("the key holds blanks");
+  if (key.find_first_of(kBlanks) != std::string_view::npos)
+    throw Malformed("the key contains blanks");
   if (std::ranges::any_of(Decoded(key), IsControl)) {
-    throw Malformed("the key holds a control character");
+    throw Malformed("the key contains a control character");
   }
   return std::string(key);
 }
 
 std::string TextAfter(std::string_view line, std::size_t equals) {
   const std::u16string text = Decoded(Unquoted(Trimmed(line.substr(equals + 1))));
-  if (std::ranges::any_of(text, IsControl)) throw Malformed("the text holds a control character");
+  if (std::ranges::any_of(text, IsControl))
+    throw Malformed("the text contains a control character");
   std::string result = ExpandMarkup(UTF16ToMacRoman(text));
   if (result.size() > K_LongestTranslation) throw Malformed("the text is too long for a report");
   return result;
@@ -78,10 +81,10 @@ void ParseLine(std::string_view line, TranslatedTexts& texts) {
   const std::size_t equals = line.find('=');
   if (equals == std::string_view::npos) throw Malformed("there is no '='");
   const auto [entry, added] = texts.emplace(KeyBefore(line, equals), TextAfter(line, equals));
-  if (!added) throw Malformed("the key is there already: " + entry->first);
+  if (!added) throw Malformed("the key occurs twice: " + entry->first);
 }
 
-// Takes the first line off the text.
+// Removes the first line from the text and returns it.
 std::string_view TakeLine(std::string_view& text) {
   const std::size_t end = std::min(text.find('\n'), text.size());
   std::string_view line = text.substr(0, end);
@@ -90,8 +93,8 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
-// A type of its own: what the C library declares of fclose beside its type would be
-// lost in the template's argument, with a warning.
+// A type, since compilers warn that fclose as a template argument loses its
+// attributes.
 struct Close {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };

@@ -1,3 +1,4 @@
+// The translation in force.
 #include "host/K/texts/translations.h"
 
 #include <utility>
@@ -10,7 +11,7 @@
 namespace k {
 namespace {
 
-// Made while the library is loaded: there may be no memory for it later.
+// Made while the library is loaded: later there may be no memory for it.
 [[maybe_unused]] const Translations& kLoadedTranslations = Translations::Instance();
 
 }  // namespace
@@ -43,7 +44,7 @@ std::optional<std::string> Translations::Find(std::string_view zstring) {
   if (key.empty()) return std::nullopt;
   std::optional<Match> match = Compare(key, zstring);
   if (!match) return std::nullopt;
-  // Not while the texts are locked: the log's sink may look one up.
+  // Without the lock: the log's sink may look up a text.
   if (match->firstTime) {
     const std::string text = "the placeholders differ from the default text's: " + std::string(key);
     TRC_Log(TRC_Level_PROBLEM, "K", "translation", text.c_str());

@@ -17,15 +17,15 @@ namespace k {
 
 class Translations {
  public:
-  // Lives until the process is gone.
+  // Never destroyed.
   static Translations& Instance();
 
   void Replace(TranslatedTexts texts);
 
-  // Another number, never 0, after each replacement.
+  // Changes with each replacement, and is never 0.
   std::uintptr_t Generation() const { return generation_; }
 
-  // The 8-bit translation of a ZString; none when it has none, or one whose
+  // The 8-bit translation of a ZString. None when there is none, or when its
   // placeholders differ from those of the default text, which is logged once.
   std::optional<std::string> Find(std::string_view zstring);
 

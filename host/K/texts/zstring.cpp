@@ -1,3 +1,4 @@
+// ZStrings: their keys, default texts and markup.
 #include "host/K/texts/zstring.h"
 
 #include <algorithm>

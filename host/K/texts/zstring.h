@@ -12,15 +12,14 @@ inline constexpr std::string_view kKeyPrefix = "$$$/";
 
 // The key, up to the first '='; empty when the text has none.
 std::string_view KeyOf(std::string_view zstring);
-// What follows the first '=', never the key: empty when there is none. The
-// result is the end of `zstring`, so that it ends where `zstring` does.
+// The text after the first '='; empty when there is no '='. It ends where `zstring`
+// ends, so its data are terminated like those of `zstring`.
 std::string_view TextAfterKey(std::string_view zstring);
-// The same, but a text that does not start like a key is given as it is.
+// Like TextAfterKey, but returns a text without a key unchanged.
 std::string_view DefaultText(std::string_view zstring);
 
 bool HasMarkup(std::string_view text);
-// Puts the Mac OS Roman byte in the place of each known markup; unknown markup
-// stays as it is.
+// Replaces each known markup by its Mac OS Roman byte; unknown markup remains.
 std::string ExpandMarkup(std::string_view text);
 
 }  // namespace k

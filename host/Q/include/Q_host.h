@@ -1,5 +1,6 @@
 /** \file
- * What a host may ask of the stand-in Q besides its import. C11 and C++17. */
+ * Functions of the stand-in Q for hosts, in addition to its import. C11 and
+ * C++17. Safe on any thread. */
 #ifndef Q_HOST_H
 #define Q_HOST_H
 
@@ -9,7 +10,7 @@
 extern "C" {
 #endif
 
-/** Tells the version of the header that this library matches.
+/** Returns the header version that this library implements.
  * \return the interface version. */
 Q_API int32_t Q_HeaderVersion(void);
 

@@ -1,5 +1,6 @@
 /** \file
- * What a host may ask of the stand-in TXT besides its import. C11 and C++17. */
+ * Functions of the stand-in TXT for hosts, in addition to its import. C11 and
+ * C++17. Safe on any thread. */
 #ifndef TXT_HOST_H
 #define TXT_HOST_H
 
@@ -9,7 +10,7 @@
 extern "C" {
 #endif
 
-/** Tells the version of the header that this library matches.
+/** Returns the header version that this library implements.
  * \return the interface version. */
 TXT_API int32_t TXT_HeaderVersion(void);
 

@@ -1,3 +1,4 @@
+// Makes the files behind mapped memory on POSIX systems.
 #include "host/vetrix/files/backing_file_posix.h"
 
 #include <fcntl.h>
@@ -25,8 +26,8 @@ std::uint64_t LargestFile() {
   return limited && limit.rlim_cur < kLargestOffset ? limit.rlim_cur : kLargestOffset;
 }
 
-// Some volumes let a signal into these calls.
-template <class Call>
+// On some volumes a signal can interrupt these calls.
+template <typename Call>
 int Uninterrupted(Call call) {
   int result = 0;
   do {
@@ -43,14 +44,14 @@ int MakeTemporary(std::string& path) {
   });
 }
 
-bool TakeName(const std::string& path) {
+bool RemoveName(const std::string& path) {
   return Uninterrupted([&] { return system::Unlink(path.c_str()); }) == 0;
 }
 
 }  // namespace
 
 int OpenUnnamedFile(const std::string& directory) {
-  // With O_EXCL the file can never be given a name.
+  // O_EXCL: the file can never get a name.
   constexpr int kFlags = O_TMPFILE | O_EXCL | O_RDWR | O_CLOEXEC;
   const int descriptor =
       Uninterrupted([&] { return system::Open(directory.c_str(), kFlags, S_IRUSR | S_IWUSR); });
@@ -62,27 +63,27 @@ int OpenAndUnlinkFile(const std::string& directory) {
   std::string path = directory + "/vetrix.XXXXXX";
   const int descriptor = MakeTemporary(path);
   if (descriptor < 0) Throw(errno, "cannot make a file in " + directory);
-  bool taken = TakeName(path);
-  // What was the matter for a moment may have passed.
-  if (!taken) taken = TakeName(path);
-  if (taken) return descriptor;
+  bool removed = RemoveName(path);
+  // The cause of the failure may be temporary.
+  if (!removed) removed = RemoveName(path);
+  if (removed) return descriptor;
   const int error = errno;
   system::Close(descriptor);
-  Throw(error, "cannot take the name from " + path);
+  Throw(error, "cannot remove the name " + path);
 }
 
 int OpenBackingFile(const std::string& directory) {
   try {
     return OpenUnnamedFile(directory);
   } catch (const std::system_error&) {
-    // Systems differ in the error they give when they lack it.
+    // Systems without unnamed files return different errors, so all are accepted.
     return OpenAndUnlinkFile(directory);
   }
 }
 
 void ReserveSpace(int descriptor, std::uint64_t size) {
   const std::string bytes = std::to_string(size) + " bytes";
-  if (size > LargestFile()) Throw(EFBIG, bytes + " are over the limit for files");
+  if (size > LargestFile()) Throw(EFBIG, bytes + " exceed the limit on file sizes");
   int error = 0;
   do {
     error = system::Allocate(descriptor, static_cast<off_t>(size));

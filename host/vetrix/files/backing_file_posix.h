@@ -1,4 +1,4 @@
-// The files behind mapped memory, on POSIX systems.
+// Makes the files behind mapped memory on POSIX systems.
 #ifndef VETRIX_BACKING_FILE_POSIX_H
 #define VETRIX_BACKING_FILE_POSIX_H
 
@@ -7,19 +7,19 @@
 
 namespace vetrix {
 
-// All give a descriptor that the caller closes, for an empty file that only
-// this user can reach and that has no name, so that it is gone at the latest
-// with the process. They throw std::system_error.
+// All return the descriptor, which the caller closes, of an empty file without a
+// name that only this user can access, so that the system deletes it at the latest
+// when the process ends. They throw std::system_error.
 int OpenBackingFile(const std::string& directory);
-// The two ways of it. The first leaves no moment in which a name exists, but
-// not every file system has it. In the second a name that cannot be taken away
-// stays, with an empty file, and is told in the message.
+// The two ways that OpenBackingFile tries. The first never makes a name, but not
+// every file system supports it. The second makes a name and removes it; if that
+// fails, an empty file with the name remains, and the exception names it.
 int OpenUnnamedFile(const std::string& directory);
 int OpenAndUnlinkFile(const std::string& directory);
 
-// Gives the file `size` bytes of zeros and reserves the disk's space for them.
-// Throws std::system_error; a limit on file sizes is tested first, since the
-// system would answer it with a signal.
+// Extends the file to `size` bytes of zeros and reserves space for them on the
+// volume. Throws std::system_error. The limit on file sizes is checked first, since
+// the system would raise a signal.
 void ReserveSpace(int descriptor, std::uint64_t size);
 
 }  // namespace vetrix

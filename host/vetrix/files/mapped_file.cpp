@@ -15,8 +15,7 @@ namespace {
   throw std::system_error(error, std::generic_category(), what);
 }
 
-// A name as it may stand in a message: any bytes may come in, one short line
-// goes out.
+// A name for messages: cut to a short length, without control characters.
 std::string Printable(const std::string& name) {
   constexpr std::size_t kLongest = 80;
   std::string text = name.substr(0, kLongest);
@@ -56,16 +55,15 @@ MemoryMappedFile::~MemoryMappedFile() {
   delete impl_;
 }
 
-// The mode is for systems whose files must be shared by name; here it says
-// nothing that is not already so.
+// The mode is for systems that share files by name, and has no effect here.
 void MemoryMappedFile::Init(const std::string& name, std::uint64_t size, std::uint32_t) {
-  if (impl_ != nullptr) Throw(EEXIST, "a mapped file is already there for " + Printable(name));
-  if (size == 0) Throw(EINVAL, "no bytes to map for " + Printable(name));
+  if (impl_ != nullptr) Throw(EEXIST, "a mapped file already exists for " + Printable(name));
+  if (size == 0) Throw(EINVAL, "the size is 0 for " + Printable(name));
   impl_ = new Impl(name, size);
 }
 
 void* MemoryMappedFile::GetAddress() {
-  if (impl_ == nullptr) Throw(EBADF, "there is no mapped file yet");
+  if (impl_ == nullptr) Throw(EBADF, "there is no mapped file");
   return impl_->Map();
 }
 
@@ -77,8 +75,7 @@ void MemoryMappedFile::UnmapMemory() {
   if (impl_ != nullptr) impl_->Unmap();
 }
 
-// A file that only this process can reach could not be opened again, so it
-// stays open as long as it lives.
+// Does nothing: the file has no name with which it could be opened again.
 void MemoryMappedFile::CloseFileHandleIfPossible() {
 }
 

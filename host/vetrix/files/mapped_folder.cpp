@@ -1,5 +1,4 @@
-#include "host/vetrix/files/mapped_folder.h"
-
+// The folder in which mapped files are made.
 #include <utility>
 
 #include "host/vetrix/system/environment.h"
@@ -12,7 +11,7 @@ MappedFolder FindMappedFolder() {
     std::string folder = Variable(variable);
     if (!folder.empty()) return {std::move(folder), variable};
   }
-  return {DefaultMappedFolder(), ""};
+  return {FolderForLargeFiles(), ""};
 }
 
 }  // namespace vetrix::host

@@ -1,4 +1,4 @@
-// What becomes of files that go.
+// Deferred unmapping of discarded sections.
 #include "host/vetrix/files/section.h"
 
 #include <mutex>
@@ -14,12 +14,12 @@ struct Kept {
   std::unique_ptr<Section> first;
 };
 
-// Never destroyed: files may go while the process ends.
+// Never destroyed: sections may be discarded while the process ends.
 Kept& TheKept() {
   static Immortal<Kept> kept;
   return *kept;
 }
-// Made while the library is loaded: there may be no memory for it later.
+// Made while the library is loaded: later there may be no memory for it.
 [[maybe_unused]] const Kept& kLoadedKept = TheKept();
 
 }  // namespace
@@ -30,14 +30,14 @@ void Section::Discard(std::unique_ptr<Section> section) {
   const bool gone = section->Unmap(reason);
   Kept& kept = TheKept();
   const std::lock_guard lock(kept.mutex);
-  DropWhatGoes(kept.first);
+  RetryUnmapping(kept.first);
   if (gone) return;
-  section->GiveSpaceBack();
+  section->ReleaseSpace();
   section->next_ = std::move(kept.first);
   kept.first = std::move(section);
 }
 
-void Section::DropWhatGoes(std::unique_ptr<Section>& first) {
+void Section::RetryUnmapping(std::unique_ptr<Section>& first) {
   std::unique_ptr<Section>* place = &first;
   std::error_code reason;
   while (*place != nullptr) {

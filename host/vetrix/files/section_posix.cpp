@@ -1,5 +1,5 @@
-// The descriptor is the only way to reach the file: it stays open for the life
-// of the file.
+// Sections on POSIX systems: a file without a name, so its descriptor stays open
+// during the life of the section.
 #include <sys/mman.h>
 
 #include <cerrno>
@@ -12,7 +12,7 @@
 
 namespace vetrix {
 
-// Made before there is a file: what throws must not leave one open.
+// Made before the file is opened: an exception must not leak a descriptor.
 struct Section::Handles {
   Handles() = default;
   Handles(const Handles&) = delete;
@@ -52,8 +52,8 @@ bool Section::Unmap(std::error_code& error) {
   return true;
 }
 
-// Where even that fails, the file keeps its space as long as its view is there.
-void Section::GiveSpaceBack() {
+// If Truncate fails, the file keeps its space until its view is unmapped.
+void Section::ReleaseSpace() {
   system::Truncate(handles_->descriptor, 0);
   handles_->Close();
 }

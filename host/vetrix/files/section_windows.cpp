@@ -1,6 +1,6 @@
-// The file has a name of random digits, but nobody else can open it, and the
-// system deletes it when its handle is closed, by a crash too. Being marked as
-// temporary it is written to the disk only when memory is short.
+// Sections on Windows: a file with a random name that other processes cannot open.
+// The system deletes it when its handle is closed, also by a crash. Since it is
+// marked as temporary, it is written to the volume only when memory is short.
 #include <windows.h>
 
 #include <filesystem>
@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// More than enough: the names are random.
+// The names are random, so collisions are rare.
 constexpr int kAttempts = 16;
 
 [[noreturn]] void Throw(std::errc error, const std::string& what) {
@@ -29,8 +29,8 @@ constexpr int kAttempts = 16;
 }
 
 HANDLE CreateBackingFile(const fs::path& path) {
-  constexpr DWORD kNobodyElse = 0;
-  return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, kNobodyElse, nullptr,
+  constexpr DWORD kNoSharing = 0;
+  return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, kNoSharing, nullptr,
                      CREATE_NEW, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
 }
 
@@ -45,11 +45,11 @@ HANDLE OpenBackingFile(const fs::path& directory) {
   ThrowLastError("cannot make a file in " + Utf8OfPath(directory));
 }
 
-// The file grows to its size and takes the disk's space for it.
+// Extends the file to its size and reserves space for it on the volume.
 void ReserveSpace(HANDLE file, std::uint64_t size) {
   const std::string bytes = std::to_string(size) + " bytes";
   if (size > std::uint64_t{std::numeric_limits<LONGLONG>::max()}) {
-    Throw(std::errc::file_too_large, bytes + " are over the limit for files");
+    Throw(std::errc::file_too_large, bytes + " exceed the limit on file sizes");
   }
   LARGE_INTEGER end{};
   end.QuadPart = static_cast<LONGLONG>(size);
@@ -60,7 +60,7 @@ void ReserveSpace(HANDLE file, std::uint64_t size) {
 
 }  // namespace
 
-// Made before there is a file: what throws must not leave one open.
+// Made before the file is opened: an exception must not leak a handle.
 struct Section::Handles {
   Handles() = default;
   Handles(const Handles&) = delete;
@@ -77,9 +77,9 @@ struct Section::Handles {
 Section::Section(std::uint64_t size) : size_(size), handles_(std::make_unique<Handles>()) {
   handles_->file = OpenBackingFile(PathOfUtf8(host::FindMappedFolder().path));
   ReserveSpace(handles_->file, size);
-  // Without a name, so that nobody else can open it.
+  // Without a name, so that other processes cannot open it.
   handles_->section = CreateFileMappingW(handles_->file, nullptr, PAGE_READWRITE, 0, 0, nullptr);
-  if (handles_->section == nullptr) ThrowLastError("cannot share a mapped file");
+  if (handles_->section == nullptr) ThrowLastError("cannot prepare a file for mapping");
 }
 
 Section::~Section() = default;
@@ -101,8 +101,8 @@ bool Section::Unmap(std::error_code& error) {
   return true;
 }
 
-// A file cannot shrink here while it is mapped.
-void Section::GiveSpaceBack() {
+// Does nothing: Windows cannot shrink a file while it is mapped.
+void Section::ReleaseSpace() {
 }
 
 }  // namespace vetrix

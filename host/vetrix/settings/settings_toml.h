@@ -1,18 +1,26 @@
-// The form of the settings file.
+// Parses the settings file.
 #ifndef VETRIX_SETTINGS_TOML_H
 #define VETRIX_SETTINGS_TOML_H
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "host/vetrix/settings/settings.h"
-
 namespace vetrix {
 
-// The entries of a TOML text, each as its text. Nothing when the text cannot be
-// parsed; entries without a text form are left out. Either is told in one line
-// of complaint, with `name` for the text's origin.
+using SettingTexts = std::map<std::string, std::string>;
+
+// The result of reading settings. `texts` is empty when the source cannot be
+// used. `complaints` has one line for that, or for each entry that is left out.
+struct ParsedSettings {
+  std::optional<SettingTexts> texts;
+  std::vector<std::string> complaints;
+};
+
+// Returns the entries of a TOML text by their keys, each as text; leaves out
+// values that are no boolean, integer or string. The complaints name the source
+// `name`.
 ParsedSettings ParseSettings(const std::string& toml, const std::string& name);
 
 }  // namespace vetrix

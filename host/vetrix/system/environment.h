@@ -1,4 +1,4 @@
-// The environment of the process.
+// Environment variables, and the folder for large temporary files.
 #ifndef VETRIX_ENVIRONMENT_H
 #define VETRIX_ENVIRONMENT_H
 
@@ -6,9 +6,13 @@
 
 namespace vetrix {
 
-// The value of a variable, in UTF-8 where the system knows its encoding; empty
-// when there is none.
+// The value of a variable; empty when it is not set. UTF-8 on Windows, elsewhere
+// the bytes as they are.
 std::string Variable(const char* name);
+
+// The system's folder for large temporary files, in UTF-8. Throws
+// std::system_error when Windows knows none.
+std::string FolderForLargeFiles();
 
 }  // namespace vetrix
 

@@ -1,3 +1,4 @@
+// All calls of mapped files to a POSIX system.
 #include "host/vetrix/system/system_calls_posix.h"
 
 #include <fcntl.h>

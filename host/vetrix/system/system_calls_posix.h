@@ -1,5 +1,5 @@
-// What mapped files ask of a POSIX system, and nothing else: tests put their own
-// in its place and let it fail. Each call is the system's own, errno included.
+// All calls of mapped files to a POSIX system. Tests replace them by calls that
+// fail. Results and errno are those of the system.
 #ifndef VETRIX_SYSTEM_CALLS_POSIX_H
 #define VETRIX_SYSTEM_CALLS_POSIX_H
 
@@ -14,11 +14,11 @@ int GetFileSizeLimit(rlimit* limit);
 int Open(const char* path, int flags, mode_t mode);
 int MakeTemporary(char* path, int flags);
 int Unlink(const char* path);
-// Gives the error.
+// Returns the error number, and does not set errno.
 int Allocate(int descriptor, off_t size);
 int Truncate(int descriptor, off_t size);
 int Close(int descriptor);
-// Shared, to be read and written.
+// Maps the file, shared, for reading and writing.
 void* Map(int descriptor, std::size_t size);
 int Unmap(void* view, std::size_t size);
 

@@ -1,4 +1,4 @@
-// Numbers as text. Built on to_chars, which knows no locale and rounds the
+// Converts numbers to text, with std::to_chars: it ignores locales and rounds the
 // exact value.
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// More digits would only show zeros, or the noise of the binary value.
+// Further digits would be zeros or those of the exact binary value.
 constexpr int kMostDigits = 100;
 constexpr std::size_t kBufferSize = std::numeric_limits<double>::max_exponent10 + kMostDigits + 8;
 
@@ -17,7 +17,7 @@ std::u16string Widen(const char* begin, const char* end) {
   return {begin, end};
 }
 
-// Takes zeros from the end of a fraction until `minDigits` digits are left.
+// Drops zeros at the end of a fraction while it has more than `minDigits` digits.
 const char* DropZeros(const char* begin, const char* end, int minDigits) {
   const char* point = std::find(begin, end, '.');
   if (point == end) return end;
@@ -35,8 +35,7 @@ std::u16string NumberToString(std::int32_t value) {
   return Widen(buffer.data(), end);
 }
 
-// There is one style and no flag; both are taken so that callers need not
-// change when there are more.
+// There is only one style and no flag, so both arguments are ignored.
 std::u16string NumberToString(double value, int minDigits, int maxDigits, NumberFlags, int) {
   const int least = std::clamp(minDigits, 0, kMostDigits);
   const int most = std::clamp(maxDigits, least, kMostDigits);

@@ -1,4 +1,4 @@
-// Substitution of @0 to @9.
+// Replaces @0 to @9 in texts.
 #include <array>
 
 #include "platform/vetrix.h"
@@ -7,8 +7,8 @@ namespace {
 
 using Replacements = std::array<const std::u16string*, 10>;
 
-// Appends what stands for '@' with `next` after it. False when that is no
-// placeholder and the '@' stands for itself.
+// Appends the replacement of '@' followed by `next`. Returns false when that is not
+// a placeholder.
 bool AppendPlaceholder(std::u16string& result, char16_t next, const Replacements& replacements) {
   if (next == u'@') {
     result += u'@';
@@ -19,7 +19,7 @@ bool AppendPlaceholder(std::u16string& result, char16_t next, const Replacements
   return true;
 }
 
-// One pass from left to right: what was put in is not looked at again.
+// One pass from left to right: placeholders within replacements stay.
 std::u16string Substitute(const std::u16string& text, const Replacements& replacements) {
   std::u16string result;
   for (std::size_t i = 0; i < text.size(); ++i) {

@@ -1,5 +1,5 @@
-// String streams of UTF-16 text over narrow ones: a stream of char16_t finds no
-// number formatting in the standard library and would fail on every value.
+// String streams of UTF-16 text, built on narrow ones: the standard library has no
+// number formatting for char16_t, so a stream of it fails on every value.
 #include <locale>
 #include <sstream>
 

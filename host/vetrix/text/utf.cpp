@@ -1,5 +1,5 @@
-// Conversion between UTF-8 and UTF-16. The converting routines of the library
-// below throw on ill-formed text, so it is made well-formed first.
+// Converts between UTF-8 and UTF-16. The routines of utf8.h throw on ill-formed
+// text, so it is made well-formed first.
 #include <utf8.h>
 
 #include <iterator>

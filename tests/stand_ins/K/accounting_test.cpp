@@ -1,3 +1,4 @@
+// Tests of the totals of booked memory.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Tests that the signal rings the bell of a terminal only.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -9,7 +10,7 @@
 
 namespace {
 
-// A terminal of the test's own in the place of standard error.
+// Replaces standard error by a new terminal.
 class Terminal {
  public:
   Terminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)), saved_(dup(STDERR_FILENO)) {

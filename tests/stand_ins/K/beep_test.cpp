@@ -1,3 +1,4 @@
+// Tests of the count of signals.
 #include <gtest/gtest.h>
 
 #include "K_host.h"

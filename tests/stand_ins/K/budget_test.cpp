@@ -1,3 +1,4 @@
+// Tests of the memory budget.
 #include "tests/stand_ins/K/memory_fixture.h"
 
 namespace {
@@ -54,7 +55,7 @@ TEST_F(Budget, RefusesAPoolBlockBeyondItQuietly) {
   K_FreeRecycledPtr(first);
 }
 
-TEST_F(Budget, CountsKeptBlocksUntilTheyAreGivenBack) {
+TEST_F(Budget, CountsKeptBlocksUntilTheyAreReleased) {
   AllowMore(kMiB);
   K_FreeRecycledPtr(NewBlock(kMiB));
   EXPECT_EQ(NewBlock(kMiB / 2), nullptr);

@@ -1,3 +1,4 @@
+// Tests of handles: allocation, locks, purging.
 #include <algorithm>
 #include <cstring>
 #include <set>
@@ -10,7 +11,7 @@ namespace {
 
 using HandleStore = MemoryTest;
 
-TEST_F(HandleStore, GivesZeroFilledBlocks) {
+TEST_F(HandleStore, AllocatesZeroFilledBlocks) {
   const Handle handle = NewHandle(4096);
   ASSERT_NE(handle, nullptr);
   EXPECT_TRUE(std::all_of(*handle, *handle + 4096, [](char c) { return c == 0; }));
@@ -19,14 +20,14 @@ TEST_F(HandleStore, GivesZeroFilledBlocks) {
   K_FreeHandle(handle);
 }
 
-TEST_F(HandleStore, GivesABlockEvenForSizeZero) {
+TEST_F(HandleStore, AllocatesABlockEvenForSizeZero) {
   const Handle handle = NewHandle(0);
   ASSERT_NE(handle, nullptr);
   EXPECT_NE(*handle, nullptr);
   K_FreeHandle(handle);
 }
 
-TEST_F(HandleStore, GivesEmptyHandles) {
+TEST_F(HandleStore, MakesEmptyHandles) {
   const Handle handle = K_NewEmptyHandle();
   ASSERT_NE(handle, nullptr);
   EXPECT_EQ(*handle, nullptr);
@@ -71,7 +72,7 @@ TEST_F(HandleStore, KeepsMasterPointersApartAndInPlace) {
   for (const Handle handle : handles) K_FreeHandle(handle);
 }
 
-// Among many, so that master pointers lie before and behind those asked for.
+// Among many handles, so that master pointers lie before and behind the tested ones.
 TEST_F(HandleStore, KnowsOnlyTheVeryAddressesOfItsMasterPointers) {
   std::vector<Handle> handles;
   for (int i = 0; i < 5000; ++i) handles.push_back(NewHandle(1));
@@ -103,7 +104,7 @@ TEST_F(HandleStore, ReportsAHandleFreedTwiceAndLeavesItAlone) {
   K_FreeHandle(other);
 }
 
-TEST_F(HandleStore, DoesNotSoonGiveAFreedMasterPointerAgain) {
+TEST_F(HandleStore, DoesNotSoonReuseAFreedMasterPointer) {
   const Handle freed = NewHandle(1);
   K_FreeHandle(freed);
   std::vector<Handle> handles;

@@ -1,4 +1,4 @@
-// Keeps the reports that are made while it lives.
+// Keeps the reports that are made during its life.
 #ifndef TESTS_STAND_INS_K_KEPT_REPORTS_H
 #define TESTS_STAND_INS_K_KEPT_REPORTS_H
 
@@ -24,7 +24,7 @@ class KeptReports {
   KeptReports& operator=(const KeptReports&) = delete;
   ~KeptReports() { K_SetReportSink(nullptr, nullptr); }
 
-  // What came since the last call.
+  // The reports since the last call.
   std::vector<KeptReport> Take() { return std::exchange(reports_, {}); }
 
  private:

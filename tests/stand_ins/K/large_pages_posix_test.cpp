@@ -1,3 +1,4 @@
+// Tests that large blocks of the pool may use large pages.
 #include <filesystem>
 #include <fstream>
 #include <sstream>

@@ -1,5 +1,5 @@
-// A test of K's memory: starts and ends with an empty pool, no budget, no
-// scrambling, and the reports kept.
+// A fixture for K's memory: each test starts and ends with an empty pool, no
+// budget and no scrambling, and keeps the reports.
 #ifndef TESTS_STAND_INS_K_MEMORY_FIXTURE_H
 #define TESTS_STAND_INS_K_MEMORY_FIXTURE_H
 
@@ -23,7 +23,7 @@ class MemoryTest : public testing::Test {
     return statistics;
   }
 
-  // Null when refused.
+  // Null when the allocation is refused.
   static void* NewBlock(std::uint64_t size) {
     return K_GetRecycledPtrBaseAddress(K_AllocateRecycledPtr(0x70003, "PXL WORLD", size));
   }
@@ -32,7 +32,7 @@ class MemoryTest : public testing::Test {
     return K_AllocateHandleClear(0x70003, "thing", size);
   }
 
-  // What K holds now goes under the budget, and so much more.
+  // Sets a budget of the memory that K uses now and `bytes` more.
   static void AllowMore(std::uint64_t bytes) {
     K_MemoryTotals totals{};
     K_GetMemoryTotals(&totals);

@@ -1,3 +1,4 @@
+// Tests of the memory limits of process groups, on files made by the test.
 #include <gmock/gmock.h>
 
 #include <limits>
@@ -19,7 +20,7 @@ class MemoryGroup : public MemoryTest {
     return budget;
   }
 
-  // What the files leave for K when it uses nothing.
+  // The budget that the files result in when K uses nothing.
   std::uint64_t BudgetOfFiles() const {
     files_.Read();
     EXPECT_EQ(InForce().used, 0U);
@@ -138,7 +139,7 @@ TEST_F(MemoryGroup, BoundsBlocksAndHandlesTogether) {
   K_FreeRecycledPtr(second);
 }
 
-TEST_F(MemoryGroup, GivesWayToTheApplicationsBudget) {
+TEST_F(MemoryGroup, IsOverriddenByTheApplicationsBudget) {
   files_.Write("/slice/service", "memory.max", kMiB);
   files_.Read();
   K_SetMemoryBudget(8 * kMiB);
@@ -174,7 +175,7 @@ TEST_F(MemoryGroup, IsReadAgainBeforeARefusal) {
 TEST_F(MemoryGroup, IsReadAgainWhenMuchMoreIsUsed) {
   files_.Write("/slice/service", "memory.max", 64 * kMiB);
   files_.Read();
-  // Somebody else took most of it.
+  // Another process of the group uses most of it.
   files_.Write("/slice/service", "memory.current", 62 * kMiB);
   EXPECT_EQ(InForce().bytes, 64 * kMiB);
   EXPECT_EQ(NewBlock(4 * kMiB), nullptr);

@@ -1,3 +1,4 @@
+// Tests of the guards, fences and patterns of recycled pointers.
 #include <gmock/gmock.h>
 
 #include <cstring>
@@ -99,13 +100,13 @@ TEST_F(PoolChecks, ReportBothSidesOfABlock) {
   EXPECT_EQ(TextsOf(K_Code_GUARD).size(), 2U);
 }
 
-TEST_F(PoolChecks, DrawTheGuardsAnewForAReUsedBlock) {
+TEST_F(PoolChecks, WriteNewGuardsForAReUsedBlock) {
   K_SetPoolChecks(K_PoolCheck_GUARDS);
   char* base = New();
   base[kSize] = 0;
   K_FreeRecycledPtr(base);
   EXPECT_EQ(reports_.Take().size(), 1U);
-  // Longer within the same pages: what was a guard now belongs to the block.
+  // Longer within the same pages: bytes of the old guard now belong to the block.
   char* again = New(kSize + 100);
   EXPECT_EQ(again, base);
   std::memset(again, 0, kSize + 100);
@@ -127,11 +128,11 @@ TEST_F(PoolChecks, GoByWhatABlockWasMadeWith) {
   EXPECT_THAT(reports_.Take(), IsEmpty());
   K_FreeRecycledPtr(guarded);
   EXPECT_EQ(TextsOf(K_Code_GUARD).size(), 1U);
-  // Only the guarded one may serve again.
+  // Only the block with guards may be re-used.
   EXPECT_EQ(Statistics().keptBlocks, 1U);
 }
 
-TEST_F(PoolChecks, GiveBackWhatWasKeptWithOtherMargins) {
+TEST_F(PoolChecks, ReleaseBlocksKeptWithOtherMargins) {
   K_FreeRecycledPtr(New());
   K_SetPoolChecks(K_PoolCheck_FILL);
   EXPECT_EQ(Statistics().keptBlocks, 1U);
@@ -169,7 +170,7 @@ TEST_F(PoolChecks, ReportAWriteIntoAFreedBlockWhenItIsUsedAgain) {
   K_FreeRecycledPtr(base);
 }
 
-TEST_F(PoolChecks, ReportAWriteIntoAFreedBlockWhenItIsGivenBack) {
+TEST_F(PoolChecks, ReportAWriteIntoAFreedBlockWhenItIsReleased) {
   if (kAddressSanitizer) GTEST_SKIP() << "the checker catches the write itself";
   K_SetPoolChecks(K_PoolCheck_FILL);
   char* first = New();

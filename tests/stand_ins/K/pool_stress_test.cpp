@@ -1,5 +1,5 @@
-// Everything that may happen to the pool at once, on many threads. Worth most
-// under the thread sanitizer.
+// All calls of the pool at the same time on many threads. Most useful with the
+// thread sanitizer.
 #include <gmock/gmock.h>
 
 #include <cstring>
@@ -19,8 +19,8 @@ constexpr std::uint64_t kMiB = 1 << 20;
 constexpr unsigned kUsers = 4;
 constexpr int kRounds = 400;
 
-// Fills a block's ends with a mark of its own and looks whether they stay.
-// A refusal is no fault.
+// Writes a mark at both ends of a block and checks that it stays. A refused
+// allocation is not a failure.
 bool IsUndisturbed(std::uint64_t size, int mark) {
   auto* base = static_cast<char*>(K_GetRecycledPtrBaseAddress(K_AllocateRecycledPtr(1, "t", size)));
   if (base == nullptr) return true;
@@ -64,12 +64,12 @@ class PoolUnderStress : public MemoryTest {
   }
 };
 
-TEST_F(PoolUnderStress, GivesEachBlockToOneUserAlone) {
+TEST_F(PoolUnderStress, HandsEachBlockToOneUserOnly) {
   RunUsers();
   EXPECT_GT(Statistics().hits, 0U);
 }
 
-TEST_F(PoolUnderStress, GivesEachBlockToOneUserAloneWithAllChecks) {
+TEST_F(PoolUnderStress, HandsEachBlockToOneUserOnlyWithAllChecks) {
   K_SetPoolChecks(K_PoolCheck_GUARDS | K_PoolCheck_FENCES | K_PoolCheck_FILL);
   RunUsers();
 }

@@ -1,3 +1,4 @@
+// Tests of the pool of recycled pointers.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -74,7 +75,7 @@ TEST_F(RecycledPtr, IsReusedForNearlyTheSameSize) {
   K_FreeRecycledPtr(second);
 }
 
-TEST_F(RecycledPtr, IsNotWastedOnMuchSmallerSizesNorGivenForLargerOnes) {
+TEST_F(RecycledPtr, IsNotReusedForMuchSmallerOrForLargerSizes) {
   void* large = NewBlock(8 * kMiB);
   K_FreeRecycledPtr(large);
   const std::uint64_t misses = Statistics().misses;
@@ -119,7 +120,7 @@ TEST_F(RecycledPtr, TakesALabelOfAnyLength) {
   K_FreeRecycledPtr(K_GetRecycledPtrBaseAddress(ref));
 }
 
-TEST_F(RecycledPtr, IsGivenBackByAPurge) {
+TEST_F(RecycledPtr, IsReleasedByAPurge) {
   void* live = NewBlock(kMiB);
   K_FreeRecycledPtr(NewBlock(kMiB));
   K_FreeRecycledPtr(NewBlock(5 * kMiB));
@@ -206,7 +207,7 @@ TEST_F(RecycledPtr, IsNullWhenTheSystemHasNoMore) {
   EXPECT_EQ(Statistics().liveBlocks, 0U);
 }
 
-// Marks a block at both ends and sees after a while that nobody else has it.
+// Marks a block at both ends and checks later that no other thread wrote there.
 bool UseBlock(std::uint64_t size, std::uint64_t mark) {
   auto* base = static_cast<char*>(K_GetRecycledPtrBaseAddress(K_AllocateRecycledPtr(1, "t", size)));
   if (base == nullptr) return false;

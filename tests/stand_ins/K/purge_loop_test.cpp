@@ -1,3 +1,4 @@
+// Tests of the purge loop and the purgers.
 #include <stdexcept>
 #include <vector>
 
@@ -7,7 +8,7 @@ namespace {
 
 constexpr std::uint64_t kMiB = 1 << 20;
 
-// What was still there to be freed at an attempt.
+// The memory that could still be freed at an attempt.
 struct Sight {
   std::uint64_t keptBlocks;
   bool purgeable;
@@ -15,7 +16,7 @@ struct Sight {
   bool operator==(const Sight&) const = default;
 };
 
-// An application purger that has something to give a few times.
+// An application purger that frees memory a fixed number of times.
 struct Supply {
   int times = 0;
   int calls = 0;
@@ -64,7 +65,7 @@ std::int32_t WatchAndFail(void* context, std::uint8_t* done) {
   return 0;
 }
 
-TEST_F(PurgeLoop, GivesTheResultOfAnAttemptThatIsDone) {
+TEST_F(PurgeLoop, ReturnsTheResultOfAnAttemptThatIsDone) {
   const auto succeed = [](void* context, std::uint8_t* done) {
     *done = 1;
     return *static_cast<std::int32_t*>(context);
@@ -72,7 +73,7 @@ TEST_F(PurgeLoop, GivesTheResultOfAnAttemptThatIsDone) {
   for (std::int32_t code : {0, 17, -108}) EXPECT_EQ(K_PurgeLoop(1, succeed, &code, 1), code);
 }
 
-TEST_F(PurgeLoop, FreesTheCheapestFirstAndGivesUpWhenARoundFreedNothing) {
+TEST_F(PurgeLoop, FreesTheCheapestFirstAndEndsWhenARoundFreedNothing) {
   Supply supply{.times = 1};
   AddSupply(&supply);
   void* a = NewBlock(kMiB);

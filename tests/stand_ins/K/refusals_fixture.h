@@ -1,4 +1,4 @@
-// Refusals of memory and what the log says of them.
+// A fixture that keeps the log lines of refused allocations.
 #ifndef TESTS_STAND_INS_K_REFUSALS_FIXTURE_H
 #define TESTS_STAND_INS_K_REFUSALS_FIXTURE_H
 
@@ -28,13 +28,13 @@ class Refused : public MemoryTest {
     TRC_SetSink(nullptr, nullptr);
   }
 
-  // Without a limit, whatever the machine's own are.
+  // Sets no limit, also where the machine has limits of its own.
   const GroupFiles group_{"/group"};
   const K_MemoryRefusals before_ = Refusals();
   std::vector<std::string> log_;
 
  private:
-  // Asks K something, as a sink may.
+  // Calls K, as a sink may.
   static void Keep(std::int32_t, const char* category, const char* event, const char* text,
                    void* context) {
     K_CountHandles();

@@ -1,3 +1,4 @@
+// Tests of the counts and log lines of refused allocations.
 #include <gmock/gmock.h>
 
 #include "tests/stand_ins/K/refusals_fixture.h"
@@ -9,7 +10,7 @@ using testing::IsEmpty;
 
 namespace {
 
-// More than any system maps, and less than what overflows.
+// No system maps as much, and rounding it up does not overflow.
 constexpr std::uint64_t kBeyondAll = std::uint64_t{1} << 47;
 
 TEST_F(Refused, ByTheBudget) {

@@ -1,3 +1,4 @@
+// Tests of reports and their sink.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -43,7 +44,7 @@ TEST(Report, ReachesTheSinkInFields) {
   EXPECT_EQ(fields[2].cls, 0xFFFF);
 }
 
-TEST(Report, GivesItsErrorBack) {
+TEST(Report, ReturnsItsError) {
   KeptReports reports;
   EXPECT_EQ(Kp_ReportQuexErrString(0x7001A, 8, 2, "checking world"), 2);
   EXPECT_EQ(Kp_ReportQuexErrString(0x70003, 8, -50, ""), -50);

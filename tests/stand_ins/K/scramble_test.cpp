@@ -1,3 +1,4 @@
+// Tests of scrambling: which blocks move, and when.
 #include <atomic>
 #include <cstring>
 #include <string>
@@ -8,7 +9,7 @@
 
 namespace {
 
-// One unlocked and one locked handle, with content, and the switch on.
+// One unlocked and one locked handle, with content, and scrambling on.
 class Scramble : public MemoryTest {
  protected:
   Scramble() {
@@ -22,7 +23,7 @@ class Scramble : public MemoryTest {
     K_FreeHandle(locked_);
   }
 
-  // Whether the call moved what it may move, and nothing else.
+  // Whether the call moved the unlocked block, and only that one.
   template <typename Call>
   bool Moves(Call call) {
     const Ptr movingBefore = *moving_;
@@ -50,8 +51,8 @@ TEST_F(Scramble, MovesUnlockedBlocksInEachAllocatingCall) {
   EXPECT_TRUE(Moves(K_MoveUnlockedHandles));
 }
 
-// A block that was locked on one thread while another one moves everything is
-// where its master pointer says, with its content, until it is unlocked.
+// Another thread moves all unlocked blocks meanwhile: a locked block stays at the
+// address in its master pointer, with its content, until it is unlocked.
 TEST_F(Scramble, LocksHoldAgainstMovesOnOtherThreads) {
   constexpr int kMoves = 10;
   constexpr std::size_t kSize = 1 << 16;

@@ -1,3 +1,4 @@
+// Tests of catalogue texts, markup and Mac OS Roman.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -29,7 +30,7 @@ constexpr std::u16string_view kUpperHalf =
     u"\uF8FF\u00D2\u00DA\u00DB\u00D9\u0131\u02C6\u02DC"
     u"\u00AF\u02D8\u02D9\u02DA\u00B8\u02DD\u02DB\u02C7";
 
-TEST(ZString, GivesEveryMacRomanByteItsCharacter) {
+TEST(ZString, DecodesEveryMacRomanByte) {
   ASSERT_EQ(kUpperHalf.size(), 128U);
   for (int byte = 1; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));
@@ -39,7 +40,7 @@ TEST(ZString, GivesEveryMacRomanByteItsCharacter) {
   }
 }
 
-TEST(ZString, GivesTheTextAfterTheKey) {
+TEST(ZString, ReturnsTheTextAfterTheKey) {
   EXPECT_EQ(K_ZStringToUTF16String("$$$/ov/PXL_MemMappedFile/MapFailre=Unable to map."),
             u"Unable to map.");
   EXPECT_EQ(K_ZStringToUTF16String("$$$/key=a = b"), u"a = b");
@@ -47,7 +48,7 @@ TEST(ZString, GivesTheTextAfterTheKey) {
   EXPECT_EQ(K_ZStringToUTF16String("$$$/key"), u"");
 }
 
-TEST(ZString, GivesATextWithoutAKeyWhole) {
+TEST(ZString, ReturnsATextWithoutAKeyUnchanged) {
   EXPECT_EQ(K_ZStringToUTF16String("a = b"), u"a = b");
   EXPECT_EQ(K_ZStringToUTF16String(""), u"");
   EXPECT_EQ(K_ZStringToUTF16String(nullptr), u"");
@@ -69,7 +70,7 @@ TEST(ZString, LeavesPlaceholdersAlone) {
   EXPECT_EQ(K_ZStringToUTF16String("$$$/k=@0 x @1 @@ @2 ^^L1 %d"), u"@0 x @1 @@ @2 ^^L1 %d");
 }
 
-// A catalogue as a module has it.
+// A catalogue like that of a module.
 class Catalogue : public testing::Test {
  protected:
   const char* Lookup(std::int32_t index) const {
@@ -87,7 +88,7 @@ class Catalogue : public testing::Test {
   K_LStrCatalogue catalogue_ = {"PXL", entries_.size(), entries_.data(), 0};
 };
 
-TEST_F(Catalogue, GivesTheTextAfterTheFirstEqualsSign) {
+TEST_F(Catalogue, ReturnsTheTextAfterTheFirstEqualsSign) {
   EXPECT_STREQ(Lookup(0), "");
   EXPECT_STREQ(Lookup(1), "PXL unborn.");
 }
@@ -97,11 +98,11 @@ TEST_F(Catalogue, ExpandsMarkupToMacRoman) {
   EXPECT_STREQ(Lookup(4), "#{nonesuch}");
 }
 
-TEST_F(Catalogue, NeverGivesTheKey) {
+TEST_F(Catalogue, NeverReturnsTheKey) {
   EXPECT_STREQ(Lookup(3), "");
 }
 
-TEST_F(Catalogue, GivesAnEmptyTextForWhatIsNotThere) {
+TEST_F(Catalogue, ReturnsAnEmptyTextForAMissingEntry) {
   EXPECT_STREQ(Lookup(5), "");
   EXPECT_STREQ(Lookup(6), "");
   EXPECT_STREQ(Lookup(-1), "");
@@ -117,7 +118,7 @@ TEST_F(Catalogue, LeavesTheEndEntryAsItIs) {
   EXPECT_EQ(entries_[5].cache[2], 0U);
 }
 
-TEST_F(Catalogue, GivesTheSameAddressAgain) {
+TEST_F(Catalogue, ReturnsTheSameAddressAgain) {
   for (std::int32_t index : {1, 2, 4}) {
     const char* first = Lookup(index);
     EXPECT_NE(entries_[static_cast<std::size_t>(index)].cache[0], 0U);

@@ -1,3 +1,4 @@
+// Tests of the time line.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -147,13 +148,13 @@ TEST_F(TimeLine, RecordsNothingWhileItIsOff) {
   EXPECT_THAT(Each(Read(), &K_TimeLineSample::application), ElementsAre(0, 5));
 }
 
-TEST_F(TimeLine, StartsAnewEachTime) {
+TEST_F(TimeLine, StartsAgainEachTime) {
   K_PurgeHandlesAndCompact();
   K_SetTimeLine(1);
   EXPECT_THAT(Each(Read(), &K_TimeLineSample::purges), ElementsAre(0));
 }
 
-TEST_F(TimeLine, GivesTheLatestWhenThereIsNoRoomForAll) {
+TEST_F(TimeLine, ReturnsTheLatestWhenThereIsNoRoomForAll) {
   K_AccountAllocation(1);
   K_AccountAllocation(2);
   K_AccountAllocation(-3);
@@ -188,7 +189,7 @@ TEST_P(LongTimeLine, IsAsFineAllOver) {
   BookOften(GetParam());
   const std::vector<std::uint32_t> changes = Each(Read(), &K_TimeLineSample::changes);
   for (std::size_t i = 0; i + 2 < changes.size(); ++i) ASSERT_EQ(changes[i], changes[0]) << i;
-  // At least half of the room is used once it was too small.
+  // Merging leaves at least half of the room in use.
   const bool hasMerged = changes[0] > 1;
   EXPECT_GE(changes.size(), hasMerged ? std::size_t{K_MostTimeLineSamples} / 2 - 1 : 0);
 }

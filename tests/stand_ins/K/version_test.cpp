@@ -1,3 +1,4 @@
+// Tests of the version check of K.
 #include <gtest/gtest.h>
 
 #include "tests/stand_ins/K/kept_reports.h"
@@ -14,7 +15,7 @@ TEST(Version, MatchesItsOwnHeaderSilently) {
   EXPECT_TRUE(reports.Take().empty());
 }
 
-TEST(Version, ReportsAMismatchUnderTheCallersCodeAndGives7) {
+TEST(Version, ReportsAMismatchUnderTheCallersCodeAndReturns7) {
   KeptReports reports;
   EXPECT_EQ(K_CheckVersions(0x70001, 60), 7);
   const Reports expected = {{0x70001, 16, 7, "K is version 61, its caller expects 60"}};

@@ -1,3 +1,4 @@
+// Tests of the version check of Q.
 #include <gtest/gtest.h>
 
 #include "Q_host.h"
@@ -14,7 +15,7 @@ TEST(Version, MatchesItsOwnHeaderSilently) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(Version, TellsAMismatchInOneLineAndGives7) {
+TEST(Version, ReportsAMismatchInOneLineAndReturns7) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(Q_CheckVersions(0x70001, 17), 7);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),

@@ -1,3 +1,4 @@
+// Tests of the log: levels, sinks and the default sink.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -16,7 +17,7 @@ struct Event {
   bool operator==(const Event&) const = default;
 };
 
-// Keeps what is logged while it lives.
+// Keeps the events that are logged during its life.
 class Log : public testing::Test {
  protected:
   Log() { TRC_SetSink(Keep, &events_); }
@@ -60,7 +61,7 @@ TEST_F(Log, TakesNullForAnEmptyText) {
   EXPECT_EQ(events_, expected);
 }
 
-TEST_F(Log, GivesEventsOfManyThreadsOneByOne) {
+TEST_F(Log, PassesEventsOfManyThreadsOneByOne) {
   constexpr int kThreads = 4;
   constexpr int kEvents = 500;
   std::vector<std::thread> threads;
@@ -91,7 +92,7 @@ TEST(LogSink, IsALineOnStandardErrorByDefault) {
   EXPECT_TRUE(line.ends_with(" 30 PXL birth: of a module\n")) << line;
 }
 
-// What the environment says is read once, so that each case has its process.
+// The environment is read once, so each case runs in its own process.
 class LogLevelDeathTest : public testing::Test {
  protected:
   LogLevelDeathTest() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }

@@ -1,3 +1,4 @@
+// Tests of the version check of TXT.
 #include <gtest/gtest.h>
 
 #include "TXT_host.h"
@@ -14,7 +15,7 @@ TEST(Version, MatchesItsOwnHeaderSilently) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(Version, TellsAMismatchInOneLineAndGives7) {
+TEST(Version, ReportsAMismatchInOneLineAndReturns7) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(TXT_CheckVersions(0x70001, 4), 7);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),

@@ -1,3 +1,4 @@
+// Tests of the two ways to make the file behind mapped memory.
 #include "host/vetrix/files/backing_file_posix.h"
 
 #include <fcntl.h>
@@ -22,7 +23,7 @@ struct Way {
   Opener open;
 };
 
-// Either way of making a file must keep the same promises.
+// Both ways of making a file have the same properties.
 class BackingFile : public testing::TestWithParam<Way> {
  protected:
   BackingFile() : descriptor_(GetParam().open(folder_.Path())) {}

@@ -1,5 +1,5 @@
-// Each call to the system in the life of a mapped file failing, for each reason
-// it can have, alone and with the call after it.
+// Tests of mapped files while calls to the system fail: each call, for each
+// reason, alone and together with the next.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ const std::map<std::string, std::vector<int>> kErrors = {
     {"mmap", {ENOMEM, EACCES, EAGAIN, ENODEV}},
     {"munmap", {ENOMEM}}};
 
-// How much was tried, printed at the end.
+// Counts of the cases, printed at the end.
 struct Numbers {
   int calls = 0;
   int pairs = 0;
@@ -51,7 +51,7 @@ const testing::Environment* const kPrintedNumbers =
 struct Life {
   const char* name;
   std::function<void(MemoryMappedFile& file)> live;
-  std::vector<Failure> always = {};  // what fails whatever else does
+  std::vector<Failure> always = {};  // fails in each case
 };
 
 std::ostream& operator<<(std::ostream& stream, const Life& life) {
@@ -84,7 +84,7 @@ bool IsNamedIn(const std::string& message, const std::vector<Failure>& failures)
   });
 }
 
-// What the life comes to with these failures; gives the calls it made.
+// Runs the life with these failures. Returns the calls it made.
 FailingCalls::Calls FailingCalls::Live(const std::vector<Failure>& failures) {
   std::vector<Failure> all = GetParam().always;
   all.insert(all.end(), failures.begin(), failures.end());
@@ -107,15 +107,14 @@ FailingCalls::Calls FailingCalls::Live(const std::vector<Failure>& failures) {
   return calls;
 }
 
-// A name that cannot be taken away is the one thing that stays, with nothing in
-// it.
+// Only a name that cannot be removed stays, with an empty file.
 void FailingCalls::CheckWhatIsLeft() {
   for (const auto& left : std::filesystem::directory_iterator(folder_.Path())) {
     EXPECT_EQ(std::filesystem::file_size(left.path()), 0U);
     EXPECT_GE(failing_calls::Failures(), GetParam().always.size() + 2) << left.path();
     std::filesystem::remove(left.path());
   }
-  // What the system would not take back goes with the next file.
+  // A view that could not be unmapped is unmapped with the next file.
   {
     MemoryMappedFile next;
     Init(next);
@@ -205,7 +204,7 @@ class StuckView : public MappedFile {
   ~StuckView() override { failing_calls::End(); }
 };
 
-TEST_F(StuckView, IsToldAndStays) {
+TEST_F(StuckView, IsReportedAndStays) {
   try {
     file_.UnmapMemory();
     ADD_FAILURE() << "nothing was thrown";

@@ -1,4 +1,4 @@
-// Mapped files in a folder of the test's own.
+// A fixture with mapped files in a new folder.
 #ifndef TESTS_STAND_INS_VETRIX_MAPPED_FILE_FIXTURE_H
 #define TESTS_STAND_INS_VETRIX_MAPPED_FILE_FIXTURE_H
 
@@ -21,7 +21,7 @@ class MappedFile : public testing::Test {
   vetrix::MemoryMappedFile file_;
 };
 
-// What an initialisation throws; empty when it succeeds.
+// The text of the exception of an initialisation; empty when it succeeds.
 inline std::string ProblemOf(vetrix::MemoryMappedFile& file, const std::string& name,
                              std::uint64_t size) {
   try {

@@ -1,4 +1,4 @@
-// What depends on files without names, limits and signals.
+// Tests of mapped files that need files without names, limits and signals.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/statfs.h>
@@ -39,8 +39,7 @@ TEST_F(MappedFile, CannotBeMadeInAFolderThatIsNotThere) {
   EXPECT_EQ(ProblemOf(file_, "a", kSize), "cannot make a file in /dev/null: Not a directory");
 }
 
-// A file system in memory whose size is known and which refuses at once what it
-// could never hold.
+// A file system in memory of a known size that refuses at once what exceeds it.
 std::uint64_t SizeOfMemoryDisk(const char* folder) {
   constexpr long kMemoryDisk = 0x01021994;
   struct statfs status = {};
@@ -55,8 +54,8 @@ TEST_F(MappedFile, FailsWhenTheDiskCannotHoldIt) {
   EXPECT_THROW(file_.Init("a", size + 4096, kMode), std::runtime_error);
 }
 
-// 0 when the file could be made and mapped, 1 after a runtime_error, which is
-// told on standard error.
+// Returns 0 when the file could be made and mapped, 1 after a runtime_error, which
+// is printed on standard error.
 int TryToMap(std::uint64_t size) {
   try {
     MemoryMappedFile file;
@@ -76,7 +75,7 @@ void Limit(__rlimit_resource resource, rlim_t bytes) {
   setrlimit(resource, &limit);
 }
 
-// Limits last as long as the process.
+// A limit stays until the process ends, so each case has its own.
 using MappedFileDeathTest = MappedFile;
 
 [[noreturn]] void ExitAfterMappingUnderFileLimit(std::uint64_t size, rlim_t limit) {
@@ -87,7 +86,7 @@ using MappedFileDeathTest = MappedFile;
 
 TEST_F(MappedFileDeathTest, ThrowsAtAFileSizeLimitAndTakesNoSignal) {
   EXPECT_EXIT(ExitAfterMappingUnderFileLimit(kSize, kSize - 1), testing::ExitedWithCode(1),
-              "100001 bytes are over the limit for files: File too large");
+              "100001 bytes exceed the limit on file sizes: File too large");
   EXPECT_EXIT(ExitAfterMappingUnderFileLimit(kSize, kSize), testing::ExitedWithCode(0), "");
 }
 
@@ -120,7 +119,7 @@ TEST_F(MappedFileDeathTest, ThrowsWhenNoDescriptorIsLeft) {
               "cannot make a file in .*: Too many open files");
 }
 
-// The file must be gone with the process even when that ends by a crash.
+// The file must be deleted with the process also after a crash.
 [[noreturn]] void CrashWithAFile() {
   MemoryMappedFile file;
   file.Init("a", kSize, kMode);
@@ -134,7 +133,7 @@ TEST_F(MappedFileDeathTest, LeavesNothingBehindAfterACrash) {
   EXPECT_TRUE(folder_.IsEmpty());
 }
 
-// Fills a file of the same name as another process's while that holds its own.
+// Fills a file while another process has one of the same name.
 [[noreturn]] void ExitAfterWritingToTheSameName() {
   MemoryMappedFile file;
   file.Init("same", kSize, kMode);
@@ -152,7 +151,7 @@ TEST_F(MappedFileDeathTest, NeverMeetsThatOfAnotherProcess) {
   EXPECT_EQ(std::string(bytes, kSize), std::string(kSize, '\x01'));
 }
 
-// ---- Volumes of the test's own ----------------------------------------------
+// ---- Volumes made by the test -----------------------------------------------
 
 constexpr std::uint64_t kVolume = 1 << 20;
 
@@ -180,7 +179,7 @@ TEST_F(SmallVolumeDeathTest, IsReadOnlyAsAnException) {
               "cannot make a file in .*: Read-only file system");
 }
 
-// 0 when both halves of the volume go to files and a third file gets nothing.
+// Returns 0 when two files take half of the volume each and a third one fails.
 int FillVolumeAndWrite() {
   MemoryMappedFile first;
   MemoryMappedFile second;
@@ -203,7 +202,7 @@ TEST_F(SmallVolumeDeathTest, IsNeverTooFullForWhatItHasPromised) {
   EXPECT_EXIT(ExitAfterFilling(folder_.Path()), testing::ExitedWithCode(0), "");
 }
 
-// 0 when what failed has given its part of the space back.
+// Returns 0 when a failed file has released its part of the space.
 int FailAndUseAll() {
   MemoryMappedFile file;
   for (int i = 0; i < 3; ++i) {

@@ -1,3 +1,4 @@
+// Tests of mapped files on every system.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -67,8 +68,8 @@ TEST_F(MappedFile, TakesAnyName) {
   EXPECT_NO_THROW(file_.Init("../../no/such/folder", kSize, kMode));
 }
 
-TEST_F(MappedFile, GivesItsDescriptorBack) {
-  // The first file may make the runtime open what it keeps for good.
+TEST_F(MappedFile, ClosesItsDescriptor) {
+  // The first file may make the runtime open descriptors that stay open.
   file_.Init("a", kSize, kMode);
   file_.Reset();
   const std::set<int> before = OpenDescriptors();
@@ -112,9 +113,9 @@ TEST_F(MappedFile, CannotBeEmptyOrBeyondAllFiles) {
 }
 
 TEST_F(MappedFile, SaysThatTheSizeIsWrong) {
-  EXPECT_EQ(ProblemOf(file_, "a", 0), "no bytes to map for 'a': Invalid argument");
+  EXPECT_EQ(ProblemOf(file_, "a", 0), "the size is 0 for 'a': Invalid argument");
   EXPECT_EQ(ProblemOf(file_, "a", ~std::uint64_t{0}),
-            "18446744073709551615 bytes are over the limit for files: File too large");
+            "18446744073709551615 bytes exceed the limit on file sizes: File too large");
 }
 
 TEST_F(MappedFile, TakesHostileNamesAsLabels) {
@@ -137,9 +138,9 @@ TEST_F(MappedFile, TakesHostileNamesAsLabels) {
 
 TEST_F(MappedFile, KeepsHostileNamesOutOfItsMessages) {
   EXPECT_EQ(ProblemOf(file_, std::string("a\n\x1B[2J\0%s", 9), 0),
-            "no bytes to map for 'a??[2J?%s': Invalid argument");
+            "the size is 0 for 'a??[2J?%s': Invalid argument");
   EXPECT_EQ(ProblemOf(file_, std::string(100000, 'x'), 0),
-            "no bytes to map for '" + std::string(80, 'x') + "...': Invalid argument");
+            "the size is 0 for '" + std::string(80, 'x') + "...': Invalid argument");
 }
 
 }  // namespace

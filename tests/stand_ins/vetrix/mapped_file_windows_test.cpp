@@ -1,4 +1,5 @@
-// The file behind the memory has a name on Windows, but is nobody else's.
+// Tests that the file behind mapped memory, which has a name on Windows, cannot be
+// opened by others.
 #include <windows.h>
 
 #include <filesystem>
@@ -50,7 +51,7 @@ TEST_F(MappedFile, CannotBeMadeInAFolderThatIsNotThere) {
   EXPECT_EQ(file_.Size(), 0U);
 }
 
-// The file must be gone with the process even when that ends by a crash.
+// The file must be deleted with the process also after a crash.
 [[noreturn]] void EndSuddenlyWithAFile(const std::string& folder) {
   const ScopedVariable variable("VETRIX_MAPPED_DIR", folder);
   vetrix::MemoryMappedFile file;

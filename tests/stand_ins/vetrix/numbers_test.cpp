@@ -1,3 +1,4 @@
+// Tests of numbers as text.
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// Tests of the replacement of @0 to @9.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,4 +1,4 @@
-// Settings files that are none, and might be read for ever.
+// Tests of settings files that are pipes or devices, whose reading may never end.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 

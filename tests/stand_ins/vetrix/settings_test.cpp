@@ -1,3 +1,4 @@
+// Tests of the debug settings.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -18,7 +19,7 @@ std::string Entry(const std::string& key) {
   return DebugDatabase::Instance().GetEntry(key, "default");
 }
 
-// A file of the test's own, gone with it.
+// A temporary file, deleted with the object.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const std::string& content)
@@ -40,11 +41,11 @@ class DebugSettings : public testing::Test {
   ~DebugSettings() override { vetrix::host::LoadSettingsText(""); }
 };
 
-TEST_F(DebugSettings, GiveTheDefaultForAnAbsentEntry) {
+TEST_F(DebugSettings, ReturnTheDefaultForAnAbsentEntry) {
   EXPECT_EQ(Entry("VirtualAllocFrames"), "default");
 }
 
-TEST_F(DebugSettings, GiveBooleansIntegersAndStringsAsText) {
+TEST_F(DebugSettings, ReturnBooleansIntegersAndStringsAsText) {
   ASSERT_TRUE(
       vetrix::host::LoadSettingsText("VirtualAllocFrames = false\n"
                                      "Other = true\n"
@@ -93,7 +94,7 @@ TEST_F(DebugSettings, AreEmptyAfterADirectory) {
   EXPECT_TRUE(vetrix::host::Settings().empty());
 }
 
-TEST_F(DebugSettings, AreEmptyAfterABadFileThatIsToldInOneLine) {
+TEST_F(DebugSettings, AreEmptyAfterABadFileReportedInOneLine) {
   const TemporaryFile file("a = 1\nb = = 2\n");
   testing::internal::CaptureStderr();
   EXPECT_FALSE(vetrix::host::LoadSettingsFile(file.Path()));
@@ -130,7 +131,7 @@ TEST_F(DebugSettings, AreEmptyAfterATextThatIsNotUTF8) {
     testing::internal::CaptureStderr();
     EXPECT_FALSE(vetrix::host::LoadSettingsText(text));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "vetrix: settings (text): not UTF-8, or with private characters\n");
+              "vetrix: settings (text): the text is not UTF-8 or contains private characters\n");
   }
 }
 
@@ -138,8 +139,10 @@ TEST_F(DebugSettings, LeaveOutValuesOfOtherKinds) {
   testing::internal::CaptureStderr();
   EXPECT_TRUE(vetrix::host::LoadSettingsText("a = 1\nlist = [1, 2]\nreal = 1.5\n"));
   const std::string told = testing::internal::GetCapturedStderr();
-  EXPECT_NE(told.find("line 2: list is no boolean, integer or string\n"), std::string::npos);
-  EXPECT_NE(told.find("line 3: real is no boolean, integer or string\n"), std::string::npos);
+  EXPECT_NE(told.find("line 2: list is not a boolean, an integer or a string\n"),
+            std::string::npos);
+  EXPECT_NE(told.find("line 3: real is not a boolean, an integer or a string\n"),
+            std::string::npos);
   EXPECT_EQ(Entry("a"), "1");
   EXPECT_EQ(Entry("list"), "default");
 }
@@ -164,19 +167,19 @@ TEST_F(DebugSettings, AreEmptyAfterOneThatIsNestedWithoutEnd) {
   EXPECT_EQ(Entry("a"), "default");
 }
 
-TEST_F(DebugSettings, AreToldWithoutWhatATerminalObeys) {
+TEST_F(DebugSettings, AreReportedWithoutControlCharacters) {
   testing::internal::CaptureStderr();
   vetrix::host::LoadSettingsText("\"a\\u001B[2J\\nb\" = [1]\n");
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "vetrix: settings (text), line 1: a?[2J?b is no boolean, integer or string\n");
+            "vetrix: settings (text), line 1: a?[2J?b is not a boolean, an integer or a string\n");
 }
 
 TEST_F(DebugSettings, KeepTheComplaintsUntilTheNext) {
   testing::internal::CaptureStderr();
   vetrix::host::LoadSettingsText("a = 1\nlist = [1, 2]\n");
-  EXPECT_EQ(
-      vetrix::host::SettingsComplaints(),
-      std::vector<std::string>{"settings (text), line 2: list is no boolean, integer or string"});
+  EXPECT_EQ(vetrix::host::SettingsComplaints(),
+            std::vector<std::string>{
+                "settings (text), line 2: list is not a boolean, an integer or a string"});
   vetrix::host::LoadSettingsFile("/nowhere/settings.toml");
   EXPECT_EQ(vetrix::host::SettingsComplaints(),
             std::vector<std::string>{"the settings file /nowhere/settings.toml cannot be read"});
@@ -185,7 +188,7 @@ TEST_F(DebugSettings, KeepTheComplaintsUntilTheNext) {
   EXPECT_TRUE(vetrix::host::SettingsComplaints().empty());
 }
 
-// The environment is looked at once, so that each case has its process.
+// The environment is read once, so each case runs in its own process.
 class SettingsVariableDeathTest : public testing::Test {
  protected:
   SettingsVariableDeathTest() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
@@ -193,7 +196,7 @@ class SettingsVariableDeathTest : public testing::Test {
   [[noreturn]] static void ExitWhenEntryIs(const char* variable, const std::string& expected) {
     if (variable != nullptr) SetVariable("VETRIX_SETTINGS", variable);
     const bool same = Entry("key") == expected;
-    // Leaving this way, the process does not take its own file with it.
+    // std::exit does not run the destructor of the file.
     if (variable != nullptr) std::filesystem::remove(variable);
     std::exit(same ? 0 : 1);
   }

@@ -1,3 +1,4 @@
+// Tests of the UTF-16 string streams.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -12,7 +13,7 @@ namespace {
 using vetrix::iUTF16StringStream;
 using vetrix::oUTF16StringStream;
 
-// What reading one value comes to.
+// The result of reading one value.
 template <typename T>
 struct Reading {
   T value;
@@ -115,7 +116,7 @@ TEST(OutputStream, WritesBooleansAsNumbersUntilSwitched) {
   EXPECT_EQ(stream.str(), u"1truefalse");
 }
 
-// Groups digits, and has its own words.
+// A locale that groups digits and has its own words for booleans.
 class Strange : public std::numpunct<char> {
   std::string do_grouping() const override { return "\1"; }
   char do_thousands_sep() const override { return '\''; }

@@ -1,3 +1,4 @@
+// Tests of the conversion between UTF-8 and UTF-16.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -60,7 +61,7 @@ TEST(UTF, ReplacesIllFormedBytes) {
             u"\uFFFD(b");
 }
 
-TEST(UTF, GivesNoIllFormedTextWhateverComesIn) {
+TEST(UTF, NeverReturnsIllFormedText) {
   const std::string bad[] = {"\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80",
                              "\xF0\x9D\x84"};
   for (const std::string& text : bad) {

@@ -19,7 +19,7 @@ TEST(DoctorOfFolders, FindsALimitOnTheSizeOfFiles) {
   const Outcome outcome = RunPxlInShell("ulimit -f 64;", {"doctor"}, "");
   EXPECT_EQ(outcome.code, 1);
   EXPECT_THAT(outcome.output,
-              HasSubstr("1048576 bytes are over the limit for files: File too large\n"));
+              HasSubstr("1048576 bytes exceed the limit on file sizes: File too large\n"));
 }
 
 TEST(DoctorOfFolders, LeavesNothingBehind) {

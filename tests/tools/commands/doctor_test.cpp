@@ -125,9 +125,10 @@ TEST_F(Doctor, NotesSettingsThatAreNotReadAsTheyStand) {
   Run({{"VETRIX_SETTINGS", Path("settings")}});
   EXPECT_EQ(page_.code, 0);
   EXPECT_EQ(facts_["settings"]["VirtualAllocFrames"]["value"], false);
-  EXPECT_THAT(facts_["notes"], ElementsAre("settings " + Path("settings") +
-                                               ", line 2: list is no boolean, integer or string",
-                                           "VirtualAllocFrames = 1 is read as false"));
+  EXPECT_THAT(facts_["notes"],
+              ElementsAre("settings " + Path("settings") +
+                              ", line 2: list is not a boolean, an integer or a string",
+                          "VirtualAllocFrames = 1 is read as false"));
   EXPECT_THAT(page_.output, HasSubstr("\nnote: VirtualAllocFrames = 1 is read as false\n"));
 }
 

@@ -113,7 +113,7 @@ TEST_F(UnderLimits, SaysThatAVolumeOfOutputIsFull) {
 
 TEST_F(UnderLimits, SaysThatFilesMayNotBeSoLarge) {
   // In blocks of 512 bytes: too little for the Worlds, then for the output alone.
-  ExpectFailure("ulimit -f 100;", "in.png", "are over the limit for files: File too large");
+  ExpectFailure("ulimit -f 100;", "in.png", "exceed the limit on file sizes: File too large");
   const Outcome outcome = RunPxlInShell(
       "ulimit -f 20;", {"convert", Path("in.png"), "-o", Path("out/o.exr"), "--depth", "128"}, "");
   EXPECT_EQ(outcome.code, 1);
