@@ -39,7 +39,7 @@ target_compile_options(pxl_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
   # A contracted product would be rounded once where the formulas round twice.
   -ffp-contract=off)
-# The root, for "world/creation.h" and the like; include/ for "PXL.h".
+# The root, for "world/build.h" and the like; include/ for "PXL.h".
 target_include_directories(pxl_flags INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 
 # For what needs no speed: options with which it is compiled quickly. The checks
