@@ -25,11 +25,10 @@ std::int32_t RefuseMissingParent(const char* text) {
   return PXL_Err_REFUSED;
 }
 
-std::int32_t ResolveDepth(const PXLp_WorldRequest& request, std::int32_t* depth) {
-  *depth = request.depth;
-  if (request.depth != PXL_Depth_SHARE) return PXL_Err_NONE;
-  if (request.parentH == nullptr) return RefuseMissingParent(kShareWithoutParent);
-  *depth = RecordOf(request.parentH)->depth;
+std::int32_t ResolveDepth(PXL_WorldHandle parentH, std::int32_t* depth) {
+  if (*depth != PXL_Depth_SHARE) return PXL_Err_NONE;
+  if (parentH == nullptr) return RefuseMissingParent(kShareWithoutParent);
+  *depth = RecordOf(parentH)->depth;
   return PXL_Err_NONE;
 }
 
@@ -84,9 +83,9 @@ void StoreBounds(const Rect& rect, PXL_WorldHandle worldH) {
 
 std::int32_t PXLp_BuildWorld(const PXLp_WorldRequest& request, PXL_WorldHandle worldH) {
   Rect rect{};
-  std::int32_t depth = 0;
+  std::int32_t depth = request.depth;
   // Both are resolved even if the first one fails: each reports its own error.
-  const std::int32_t depthStatus = ResolveDepth(request, &depth);
+  const std::int32_t depthStatus = ResolveDepth(request.parentH, &depth);
   const std::int32_t rectStatus = ResolveRect(request, &rect);
   if (depthStatus != PXL_Err_NONE || rectStatus != PXL_Err_NONE) return PXL_Err_REFUSED;
 

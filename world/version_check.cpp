@@ -10,7 +10,7 @@
 
 namespace {
 
-bool librariesChecked = false;
+constinit bool librariesChecked = false;
 
 constexpr std::int32_t kRevision = 14;
 constexpr std::uint32_t kPackageVersion = PXL_InterfaceVersion << 16 | kRevision;
@@ -43,8 +43,8 @@ void ReportMismatch(std::uint32_t code, std::int32_t packageVersion, std::int32_
 
 }  // namespace
 
-void PXLp_ForgetLibraryCheck() {
-  librariesChecked = false;
+bool& PXLp_AccessLibrariesChecked() {
+  return librariesChecked;
 }
 
 std::uint32_t PXL_PkgObjectVersion(void) {

@@ -1,9 +1,9 @@
-// The reset of the check of the imported libraries, for tests alone.
+// The state of the check of the imported libraries, for tests alone.
 #ifndef WORLD_VERSION_CHECK_RESET_H
 #define WORLD_VERSION_CHECK_RESET_H
 
-// Makes the next PXL_CheckVersions check the libraries, as the first one of the
-// process does.
-void PXLp_ForgetLibraryCheck();
+// Whether the libraries have been checked. The first PXL_CheckVersions of the
+// process sets it.
+[[nodiscard]] bool& PXLp_AccessLibrariesChecked();
 
 #endif

@@ -16,6 +16,7 @@ struct LoadedState {
   PXL_ModuleState module = PXLp_G;
   PXLp_FrameSettings frameSettings = PXLp_AccessFrameSettings();
   std::uint32_t nextMappedFile = PXLp_AccessNextFileNumber();
+  bool librariesChecked = PXLp_AccessLibrariesChecked();
   PXLp_KernelSet kernels = PXLp_selectedKernels;
 };
 const LoadedState LOADED;
@@ -27,7 +28,7 @@ void Contract::UnloadModule() {
   PXLp_G = LOADED.module;
   PXLp_AccessFrameSettings() = LOADED.frameSettings;
   PXLp_AccessNextFileNumber() = LOADED.nextMappedFile;
-  PXLp_ForgetLibraryCheck();
+  PXLp_AccessLibrariesChecked() = LOADED.librariesChecked;
   PXLp_selectedKernels = LOADED.kernels;
   PXLp_table8to16.fill(0);
   PXLp_table8toF.fill(0.0F);
