@@ -1,6 +1,6 @@
-# exports.txt is the one list of what the module exports. This turns it into
-# what the linker reads: a version script, without a version name so that the
-# exports stay undecorated, or on Windows a module definition.
+# Turns exports.txt, the one list of the module's exports, into the linker's
+# input: a version script, without a version name so that the exports stay
+# undecorated, or on Windows a module definition.
 
 set(PXL_EXPORTS_FILE ${PROJECT_SOURCE_DIR}/cmake/exports.txt)
 set(PXL_EXPORTED_DATA PXL_G_zref PXLp_G)

@@ -1,6 +1,6 @@
 # The module, twice from one list of sources: the shared library that ships,
-# and a static one in which tests reach the internals and put a recorder in
-# the place of the imports.
+# and a static one for tests, which call its internals and replace the imports by
+# a recorder.
 
 function(pxl_add_module name kind)
   add_library(${name} ${kind})
@@ -22,7 +22,7 @@ pxl_add_module(PXL_static STATIC)
 target_compile_definitions(PXL_static PUBLIC
   PXL_STATIC QDE_STATIC K_STATIC VETRIX_STATIC TRC_STATIC Q_STATIC TXT_STATIC)
 
-# Sources of the module, named by the folder that holds them.
+# Adds sources of the module. Called in the folder of the sources.
 function(pxl_add_module_sources)
   target_sources(PXL PRIVATE ${ARGN})
   target_sources(PXL_static PRIVATE ${ARGN})

@@ -16,11 +16,11 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
-# Programs find the libraries beside them, wherever the folder is moved to.
+# Programs search the libraries relative to their own folder, so that the build
+# folder can be moved.
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
-# Sources that end in the name of a system hold what that system does in its own
-# way; one of each is built.
+# Sources that end in the name of a system are built on that system alone.
 if(WIN32)
   set(PXL_SYSTEM windows)
 else()
@@ -28,7 +28,7 @@ else()
 endif()
 
 if(WIN32)
-  # The libraries are known by their bare names.
+  # The libraries have no prefix in their names there.
   set(CMAKE_SHARED_LIBRARY_PREFIX "")
   include(windows/Runtime)
 endif()
@@ -40,47 +40,48 @@ target_compile_options(pxl_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   # A contracted product would be rounded once where the formulas round twice.
   -ffp-contract=off)
-# The root, for "world/creation.h" and the like; include/ for "PXL.h".
+# The root, for "world/build.h" and the like; include/ for "PXL.h".
 target_include_directories(pxl_flags INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 
-# For what needs no speed: options with which it is compiled quickly. The checks
-# that the sanitizers add take longest to optimise.
+# Options for targets that need no speed but should compile quickly. The checks
+# of the sanitizers take longest to optimise.
 set(PXL_COMPILED_QUICKLY "$<$<CONFIG:Release>:-O1>" "$<$<CONFIG:RelWithDebInfo>:-O0>")
 
-# Builds do not depend on the folder that they are made in.
+# The result of a build does not depend on its folder.
 target_compile_options(pxl_flags INTERFACE
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}/=)
 
-# What ships stops at an overrun stack or a buffer that is too small, and leaves
-# no memory both writable and executable. The sanitizers have checks of their own;
-# on Windows the guards would need one more library, and the linker does the rest.
+# The shipped libraries stop at an overrun stack or a buffer that is too small,
+# and have no memory that is both writable and executable. The sanitizers have
+# checks of their own; on Windows the guards would need one more library, and the
+# linker's defaults cover the rest.
 if(NOT WIN32 AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   target_compile_options(pxl_flags INTERFACE
     -fstack-protector-strong $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
   target_link_options(pxl_flags INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
 endif()
 
-# A shared library names all that it needs. Not under a sanitizer, whose
-# runtime stands in the program.
+# A shared library names all libraries that it needs. Not under a sanitizer,
+# whose runtime is part of the program.
 function(pxl_refuse_undefined library)
   if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
     target_link_options(${library} PRIVATE -Wl,--no-undefined)
   endif()
 endfunction()
 
-# Sources whose names end in a level of processor are compiled for that level,
-# and nothing else is. Called in the folder that made the target.
+# Compiles the sources whose names end in a processor's level for that level.
+# Called in the folder that defines the target.
 function(pxl_raise_levels target)
   set(sse41 -mssse3 -msse4.1)
   set(avx2 -mavx2 -mfma)
   set(avx512 ${avx2} -mavx512f -mavx512bw -mavx512dq -mavx512vl)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # GCC 12 takes the undefined vectors of its own header for a mistake.
+    # GCC 12 warns of the undefined vectors in its own header.
     list(APPEND avx512 -Wno-maybe-uninitialized)
   endif()
   if(MINGW)
-    # GCC keeps the stack of Windows at multiples of 16 and yet, unless it is
-    # patched as Debian's is, spills wider vectors there with aligned moves.
+    # GCC aligns the stack to 16 bytes on Windows, but spills wider vectors there
+    # with aligned moves, unless it is patched as Debian's is.
     foreach(level IN ITEMS avx2 avx512)
       list(APPEND ${level} -Wa,-muse-unaligned-vector-move)
     endforeach()

@@ -62,8 +62,9 @@ void CheckGeometry(Bytes& bytes) {
   // Odd ones too, up to those whose pixels take megabytes.
   const std::int32_t depth = bytes.Byte() % 2 == 0 ? one : std::abs(bytes.Take<std::int32_t>() / 2);
   const Rect rect = TakeRect(bytes);
-  Geometry got;
-  got.status = PXLp_ComputeGeometry(depth, &rect, &got.rowBytes, &got.size);
+  PXLp_Geometry written = {kUnwritten, kUnwritten};
+  const std::int32_t status = PXLp_ComputeGeometry(rect, depth, &written);
+  const Geometry got = {status, written.rowBytes, written.frameSize};
   Demand(got == ExpectedGeometry(depth, rect), "geometry differs");
 }
 
@@ -100,22 +101,17 @@ void CheckReport(Bytes& bytes) {
 }
 
 void CheckAlignment(Bytes& bytes) {
-  PXL_PixelBuffer pixels{};
-  pixels.frame = reinterpret_cast<void*>(bytes.Take<std::uintptr_t>());
-  PXLp_ComputeAlignOffset(&pixels);
-  const Wide frame = reinterpret_cast<std::uintptr_t>(pixels.frame);
-  Demand(static_cast<Wide>(pixels.alignOffset) == RoundedUp(frame, 16) - frame,
-         "an offset differs");
+  const auto frame = bytes.Take<std::uintptr_t>();
+  const Wide offset = PXLp_ComputeAlignOffset(reinterpret_cast<void*>(frame));
+  Demand(offset == RoundedUp(Wide{frame}, 16) - Wide{frame}, "an offset differs");
 }
 
 void CheckMapRowBytes(Bytes& bytes) {
   PixMap map{};
   map.rowBytes = bytes.Take<std::int16_t>();
   PixMap* master = &map;
-  std::uint32_t rowBytes = 0;
-  PXLp_GetPixMapRowBytes(&master, &rowBytes);
   const int expected = ((map.rowBytes % 0x4000) + 0x4000) % 0x4000;
-  Demand(rowBytes == static_cast<std::uint32_t>(expected), "the row bytes of a map differ");
+  Demand(PXLp_ReadRowBytes(&master) == expected, "the row bytes of a map differ");
 }
 
 // ---- Surfaces of the drawing layer

@@ -1,30 +1,30 @@
 /** \file
  * PXL, the bitmap module: image buffers ("Worlds") for a compositing host.
  *
- * A World is a rectangle of pixels at 8, 32, 64 or 128 bits per pixel, reached
+ * A World is a rectangle of pixels at 8, 32, 64 or 128 bits per pixel, accessed
  * through a relocatable handle. The host creates, locks, re-sizes, clears,
  * converts and blits Worlds with the functions below and disposes of them.
  * Valid C11 and C++17; 64-bit systems only.
  *
  * \par Status
- * Functions that can fail give an int32_t: 0 for success, one of PXL_Err_...,
- * or a negative code of the drawing layer, or a pixel provider's own code. Each
- * failure is also reported once, where it is found, through the utility library
- * K; "reports" below means that.
+ * Functions that can fail return an int32_t: 0 for success, one of PXL_Err_...,
+ * a negative code of the drawing layer, or a pixel provider's own code. Each
+ * failure is also reported once, at the place that detects it, through the
+ * utility library K; "reports" below means that.
  *
  * \par Pointers
- * No function tests a handle or a required pointer for null, and only those
- * that say so test whether a handle holds a live World.
+ * No function tests a handle or a required pointer for null. Only functions
+ * whose description says so test whether a handle holds a live World.
  *
  * \par Threads
- * The module starts none and takes no locks. The pixel functions may run
- * anywhere at any time. A World is for one thread at a time. Birth and death,
- * creation and disposal of Worlds, reports, and any call on a World with a
- * drawing surface must be serialised by the host.
+ * The module starts no threads and takes no locks. The pixel functions may run
+ * on any thread at any time. One thread at a time may use a World. The host must
+ * serialise birth and death, creation and disposal of Worlds, reports, and any
+ * call on a World with a drawing surface.
  *
  * \par Exceptions
- * None leaves the module, with one exception: what the core library throws
- * while the debug settings are read for the first time passes out of
+ * No exception leaves the module, except those that the core library throws
+ * while the debug settings are read for the first time: they pass out of
  * PXL_AllocateFrameQuiet, PXL_NewWorld and the calls that re-allocate pixels. A
  * C++ host compiles its calls accordingly (/EHs, not /EHsc). */
 #ifndef PXL_H
@@ -37,9 +37,9 @@
 #include "PXL_Types.h"
 
 /** \def PXL_API
- * Marks what the library exports. PXL_EXPORTS: while the library is built.
- * PXL_STATIC: when the module is linked into one program. Neither: the library
- * is imported. */
+ * Marks the library's exports. PXL_EXPORTS: the library is being built.
+ * PXL_STATIC: the module is linked into the program. Neither: the library is
+ * imported. */
 #if defined(PXL_STATIC)
 #define PXL_API
 #elif defined(_WIN32) && defined(PXL_EXPORTS)
@@ -62,22 +62,23 @@ enum {
   PXL_Err_FAILED = 1,    /**< a drawing surface moved while it was reloaded */
   PXL_Err_INVALID = 2,   /**< module not born, or not a live World */
   PXL_Err_REFUSED = 3,   /**< contradictory arguments, or a check that failed */
-  PXL_Err_NO_MEMORY = 4, /**< memory not to be had, or a frame over 2 GiB */
-  PXL_Err_VERSION = 7,   /**< the library is not what the caller was built for */
-  PXL_Err_PURGED = 0x701 /**< the pixels were purged and nobody was told */
+  PXL_Err_NO_MEMORY = 4, /**< not enough memory, or a frame over 2 GiB */
+  PXL_Err_VERSION = 7,   /**< the library has another version than the caller's header */
+  PXL_Err_PURGED = 0x701 /**< the pixels were purged, and there was no output for it */
 };
 
 /** Numbers of the module and of its interface. */
 enum {
-  PXL_ModuleNumber = 7,     /**< the module's: the high half of its report codes */
-  PXL_InterfaceVersion = 31 /**< that of this header, for PXL_CheckVersions */
+  PXL_ModuleNumber = 7,     /**< of the module: the high half of its report codes */
+  PXL_InterfaceVersion = 31 /**< of this header, for PXL_CheckVersions */
 };
 
-/** Creation flags. Other bits are carried in the record without meaning. */
+/** Creation flags. Other bits are stored in the record and have no meaning. */
 enum {
   PXL_Flag_KEEP_LOCAL = 0x0008,  /**< surface: pixels in main memory */
   PXL_Flag_PURGEABLE = 0x0020,   /**< surface: pixels may be purged. The module
-                                      sets it when a re-size lost the pixels */
+                                      sets it after a re-size that lost the
+                                      pixels */
   PXL_Flag_CLEAR = 0x0100,       /**< clear to zero; not with DEFERRED */
   PXL_Flag_NO_PLATFORM = 0x0200, /**< module memory instead of a surface */
   PXL_Flag_ALT_ORDER = 0x0400,   /**< no surface: channels in order 1 */
@@ -87,7 +88,7 @@ enum {
 
 /** Depth codes: bits per pixel, or SHARE for the parent's depth. */
 enum {
-  PXL_Depth_SHARE = 0, /**< that of the parent */
+  PXL_Depth_SHARE = 0, /**< the depth of the parent */
   PXL_Depth_8 = 8,     /**< one byte, an index into a colour table */
   PXL_Depth_32 = 32,   /**< four 8-bit channels */
   PXL_Depth_64 = 64,   /**< four 16-bit channels, full scale 32768 */
@@ -102,10 +103,10 @@ enum {
 
 /* ---- Records ------------------------------------------------------------ */
 
-/** What backs a World's pixels with memory on demand: see the record. */
+/** A source of pixel memory on demand: see the record. */
 typedef struct PXL_PixelProvider PXL_PixelProvider;
-/** What backs a World's pixels with memory on demand. Each operation gives 0 or
- * an error code. `context` is handed to the first three. */
+/** A source of pixel memory on demand. Each operation returns 0 or an error code.
+ * The first three receive `context`. */
 struct PXL_PixelProvider {
   int32_t (*mapPixels)(void* context, void** frame);   /**< first lock */
   int32_t (*unmapPixels)(void* context, void** frame); /**< last unlock */
@@ -127,13 +128,13 @@ typedef struct PXL_PixelBuffer {
 } PXL_PixelBuffer;
 
 /** A World. The host may read the record through its handle between calls; the
- * module alone writes it. The record moves whenever the module is called. */
+ * module alone writes it. Any call of the module may move the record. */
 typedef struct PXL_World {
   uint32_t headMark;      /**< PXL_LiveMark while the World is live, else 0 */
   uint32_t flags;         /**< as passed to PXL_NewWorld */
   int16_t width;          /**< in pixels, bounds.right - bounds.left */
   int16_t height;         /**< in pixels, bounds.bottom - bounds.top */
-  Rect bounds;            /**< as created; at the origin after an update */
+  Rect bounds;            /**< as passed at creation; at the origin after an update */
   int16_t depth;          /**< 8, 32, 64 or 128 bits per pixel */
   uint8_t ownsHandle;     /**< 1: the module allocated the handle */
   uint8_t hasFrame;       /**< 1: frame memory, a provider, or deferred */
@@ -149,11 +150,11 @@ enum {
   PXL_LiveMark = 0xBECCA /**< of a live World, and of the module between birth and death */
 };
 
-/** A World is given and taken by handle: the address of a master pointer. */
+/** The handle of a World: the address of a master pointer. */
 typedef PXL_World** PXL_WorldHandle;
 
 /** A pixel of 8-bit channels. Channel k of one width is channel k of the others;
- * which channel is alpha is the World's channel order. */
+ * the World's channel order decides which channel is alpha. */
 typedef struct PXL_Pixel8 {
   uint8_t channel[4]; /**< full scale 255 */
 } PXL_Pixel8;
@@ -183,91 +184,95 @@ extern PXL_API K_LStrCatalogue* PXL_G_zref;
 
 /* ---- Life of the module ------------------------------------------------- */
 
-/** Brings the module to life: marks the state, zeroes the count of Worlds,
- * builds the conversion tables and chooses the conversions that suit the
- * processor. Call it once, before any World is made; a second birth is reported
- * and changes nothing.
+/** Begins the module's life: marks the state, zeroes the count of Worlds, builds
+ * the conversion tables and selects the conversions for the processor. Call it
+ * once, before any World is created; a second birth is reported and changes
+ * nothing.
  * \param birthArg any number; kept in the state.
  * \return always 0. */
 PXL_API int32_t PXL_Birth(uint32_t birthArg);
 
-/** Lays the module to rest. Worlds still alive are neither freed nor reported.
- * \return 0, or, when the module is not alive, reports and gives
- * PXL_Err_INVALID. */
+/** Ends the module's life. Worlds that still exist are neither freed nor
+ * reported.
+ * \return 0, or PXL_Err_INVALID, reported, when the module is not alive. */
 PXL_API int32_t PXL_Death(void);
 
-/** Tells the version of the package.
+/** Returns the version of the package.
  * \return the interface in the high 16 bits, the revision in the low. */
 PXL_API uint32_t PXL_PkgObjectVersion(void);
 
 /** Compares the caller's header with the library, and, on the first call of the
- * process only, the libraries that PXL imports with what it was built for. May
- * be called before birth.
- * \param reportCode what a mismatch is reported under.
+ * process only, the imported libraries with the headers that PXL was built with.
+ * May be called before birth.
+ * \param reportCode the report code of a mismatch of the caller's header.
  * \param headerVersion PXL_InterfaceVersion of the caller's header.
  * \return 0, or PXL_Err_VERSION after a report. */
 PXL_API int32_t PXL_CheckVersions(uint32_t reportCode, int32_t headerVersion);
 
 /* ---- Worlds ------------------------------------------------------------- */
 
-/** Makes a World. The caller disposes of it.
+/** Creates a World. The caller disposes of it.
  *
  * Worlds of 8 and 32 bits get a drawing surface unless NO_PLATFORM is set;
  * deeper ones, and 32-bit ones with NO_PLATFORM, get module memory, whose
- * first pixel lies on a 16-byte boundary. Pixels are cleared only on request.
+ * first pixel lies on a 16-byte boundary. Pixels are cleared only with
+ * PXL_Flag_CLEAR.
  * A row holds at most 32766 pixels (32765 at 8 and 32 bits), a frame at most
  * 0x7FFFFFFF bytes.
  *
- * \param parentH gives the depth when `depth` is PXL_Depth_SHARE and the size
- *     when `rect` is null; may be null when neither is needed.
- * \param flags PXL_Flag_... At the depths 64 and 128 the only bits accepted are
- *     those of 0x1B28.
- * \param rect the bounds, kept as they are, origin included; or null.
+ * \param parentH the World whose depth is taken when `depth` is
+ *     PXL_Depth_SHARE, and whose size is taken when `rect` is null; may be null
+ *     when neither is needed.
+ * \param flags PXL_Flag_... At the depths 64 and 128 only the bits of 0x1B28 are
+ *     accepted.
+ * \param rect the bounds, stored unchanged, origin included; or null.
  * \param depth a depth code; a negative code stands for its absolute value.
  * \param reserved ignored.
- * \param worldH a handle of the caller's, of at least sizeof(PXL_World) bytes,
- *     in which to build the World; or null.
- * \param[out] outWorldH where to put a handle that the module allocates; or
- *     null. Exactly one of the two is given.
+ * \param worldH the caller's own handle, of at least sizeof(PXL_World) bytes, in
+ *     which the World is built; or null.
+ * \param[out] outWorldH receives a handle that the module allocates; or null.
+ *     Exactly one of `worldH` and `outWorldH` is not null.
  * \return 0, or PXL_Err_INVALID (module not born), PXL_Err_REFUSED,
- *     PXL_Err_NO_MEMORY, or an error of the drawing layer; then nothing is
- *     kept, and `*outWorldH` is null once the arguments have passed the first
- *     checks. */
+ *     PXL_Err_NO_MEMORY, or an error of the drawing layer. A failure leaves
+ *     nothing allocated; `*outWorldH` is then null, or unchanged if birth, handle
+ *     or flags were refused. */
 PXL_API int32_t PXL_NewWorld(PXL_WorldHandle parentH, uint32_t flags, const Rect* rect,
                              int32_t depth, uint32_t reserved, PXL_WorldHandle worldH,
                              PXL_WorldHandle* outWorldH);
 
 /** Disposes of a World: its pixels, its marks, and its handle if the module
- * allocated it. Locks are not looked at.
- * \param worldH the World; the handle is gone if it was the module's.
- * \return 0; PXL_Err_INVALID for something that is not a live World; or the
- *     provider's error, in which case the World is gone but still counted. */
+ * allocated it. Locks are not checked.
+ * \param worldH the World; the handle becomes invalid if the module allocated
+ *     it.
+ * \return 0; PXL_Err_INVALID if the handle does not hold a live World; or the
+ *     provider's error, in which case the World is disposed of but still
+ *     counted. */
 PXL_API int32_t PXL_DisposeWorld(PXL_WorldHandle worldH);
 
 /** Changes bounds and, for a World with a drawing surface, depth in place. The
  * pixels' content is lost. A World without pixel memory stays as it is.
  *
  * \param newDepth a depth in bits per pixel; 0 keeps the depth.
- * \param newBounds null keeps the size; otherwise the size is taken over and the
- *     bounds start at the origin. Without a surface, a rectangle of the same
+ * \param newBounds null keeps the size; otherwise the World takes this size, and
+ *     its bounds start at the origin. Without a surface, a rectangle of the same
  *     size changes nothing.
- * \param surfaceArg handed on to the drawing layer.
+ * \param surfaceArg passed to the drawing layer.
  * \param ignoredArg ignored.
- * \param worldH an unlocked World. (Mind the order: it comes last.)
+ * \param worldH an unlocked World. Note the order: it is the last argument.
  * \return 0; PXL_Err_INVALID; PXL_Err_REFUSED (locked, another depth without a
  *     surface, a row too long); PXL_Err_NO_MEMORY, after which the World keeps
- *     its old geometry, with pixels of that size if they could still be had,
- *     else with none; or an error of the drawing layer. Do not re-size a World
- *     again whose re-size failed, dispose of it: its old pixels are kept with
- *     the size of the new ones. */
+ *     its old geometry, with pixels of that size if they could be allocated
+ *     again, else without pixels; or an error of the drawing layer. After a
+ *     failed re-size, do not re-size the World again but dispose of it: the
+ *     record holds the size of the new pixels with the old ones. */
 PXL_API int32_t PXL_UpdateWorld(int32_t newDepth, const Rect* newBounds, int32_t surfaceArg,
                                 void* ignoredArg, PXL_WorldHandle worldH);
 
 /* ---- Locks -------------------------------------------------------------- */
 
-/** Pins the pixels and gives them a stable address, pixels.baseAddr (with a
- * provider: PXLp_GetPixBaseAddr). Locks nest; each is matched by an unlock. A
- * World without pixels is left alone.
+/** Keeps the pixels at a stable address, pixels.baseAddr (with a provider:
+ * PXLp_GetPixBaseAddr). Locks nest; each needs one unlock. A World without
+ * pixels is not changed.
  *
  * \param reserved ignored.
  * \param worldH the World.
@@ -284,22 +289,23 @@ PXL_API int32_t PXL_LockPixels(uint32_t reserved, PXL_WorldHandle worldH, uint8_
  * \param worldH the World.
  * \param[out] loadedOut receives 0 if purged pixels could not be re-created for
  *     lack of memory (the result is then 0 and the World not locked), 1 if
- *     there was nothing to re-create or it succeeded; other failures of the
- *     re-creation leave it as it was. May be null.
+ *     no pixels had to be re-created or all were; other failures of the
+ *     re-creation leave it unchanged. May be null.
  * \param[out] reloadedOut receives 1 if the pixels were re-created and are
- *     locked: their content is undefined, draw them anew; else 0. May be null.
- * \return what PXL_LockPixels gives, or the error of the re-creation. */
+ *     locked: their content is undefined and has to be drawn again; else 0. May
+ *     be null.
+ * \return the result of PXL_LockPixels, or the error of the re-creation. */
 PXL_API int32_t PXL_LoadLockPixels(uint32_t reserved, PXL_WorldHandle worldH, uint8_t* loadedOut,
                                    uint8_t* reloadedOut);
 
-/** Takes one lock back. An unlock too many is reported, and the next lock only
- * makes up for it.
- * \param worldH the World. */
+/** Releases one lock. An unlock too many is reported, and the next lock only
+ * balances it.
+ * \param worldH the World; anything but a live World is reported. */
 PXL_API void PXL_UnlockPixels(PXL_WorldHandle worldH);
 
-/** Tells where the pixels are, locked or not.
+/** Returns the address of the pixels, locked or not.
  * \param worldH the World, which is not checked.
- * \return the address of the first pixel, or null when there is none. */
+ * \return the address of the first pixel, or null when the World has none. */
 PXL_API void* PXLp_GetPixBaseAddr(PXL_WorldHandle worldH);
 
 /* ---- Filling and copying ------------------------------------------------ */
@@ -312,8 +318,9 @@ PXL_API int32_t PXL_ClearWorldToZeros(PXL_WorldHandle worldH);
 
 /** Fills all rows, padding included, with a 32-bit pattern, lowest byte first:
  * one pixel at 32 bits, a channel pair at 64, one channel at 128.
- * \param worldH the World, which is not checked. Without pixels it is left
- *     alone unless `value` is 0; one without rows is not supported.
+ * \param worldH the World, which is not checked. Without pixels it is not
+ *     changed if `value` is not 0, and must not be passed if `value` is 0; a
+ *     World without rows is not supported.
  * \param value the pattern.
  * \return always 0. */
 PXL_API int32_t PXL_ClearWorldToLong(PXL_WorldHandle worldH, int32_t value);
@@ -321,24 +328,27 @@ PXL_API int32_t PXL_ClearWorldToLong(PXL_WorldHandle worldH, int32_t value);
 /** Copies the pixels of a World into another, converting channel widths.
  *
  * If neither is deeper than 32 bits, the drawing layer copies `sourceRect` to
- * `destinationRect` with a transfer mode. Both need a drawing surface. Gives 0.
+ * `destinationRect` with a transfer mode. Both need a drawing surface. The
+ * result is 0.
  *
  * Otherwise rectangles and mode are ignored, the Worlds must be of equal width
- * and height, both are held locked by the caller, and pixels go channel by
+ * and height, the caller holds both locked, and pixels are converted channel by
  * channel: 32 bits to 64 or 128 as PXL_Pixel8to16 and PXL_Pixel8toF do; 64 to
- * 32 as PXL_Pixel16to8 does; 128 to 32 clamped and truncated (0.5 gives 127,
- * where PXL_PixelFto8 rounds to 128; NaN gives 0). A pair that is not handled
- * (64 with 128, 8 with a deep one) is reported, and yet 0: nothing is copied.
+ * 32 as PXL_Pixel16to8 does; 128 to 32 clamped and truncated (0.5 becomes 127,
+ * where PXL_PixelFto8 rounds to 128; NaN becomes 0). A pair that is not
+ * supported (64 with 128, 8 with a deep one) is reported; the result is still 0,
+ * and nothing is copied.
  *
- * The addresses are taken from pixels.baseAddr, which a World with a provider
- * never has: convert such a World pixel by pixel.
+ * The addresses are taken from pixels.baseAddr, which is always null in a World
+ * with a provider: convert such a World pixel by pixel.
  *
  * \param sourceH the World that is read.
  * \param destinationH the World that is written.
- * \param sourceRect what is read, in the source's pixels; null: all its bounds.
- * \param destinationRect where it goes, in the destination's pixels; null: all
- *     its bounds.
- * \param mode the transfer mode, any other index counts as 0:
+ * \param sourceRect the pixels that are read, in the source's coordinates; null:
+ *     all its bounds.
+ * \param destinationRect the pixels that are written, in the destination's
+ *     coordinates; null: all its bounds.
+ * \param mode the transfer mode; any other index counts as 0:
  * \code{.unparsed}
  *  0 srcCopy   4 notSrcCopy   8 blend    12 addMax       16 ditherCopy
  *  1 srcOr     5 notSrcOr     9 addPin   13 subOver      17 transparent
@@ -354,24 +364,24 @@ PXL_API int32_t PXL_Blit(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH,
 
 /* None of these checks or locks the World. */
 
-/** Tells whether the World's channels have an order that can be set.
+/** Reports whether the order of the World's channels can be set.
  * \param worldH the World, which is not checked.
  * \param[out] canSet receives 1 for 32 bits per pixel, else 0.
  * \return always 0. */
 PXL_API int32_t PXL_CanSetChannelOrder(PXL_WorldHandle worldH, uint8_t* canSet);
 
-/** Tells the order of the World's channels.
+/** Returns the order of the World's channels.
  * \param worldH the World, which is not checked.
- * \param[out] order receives PXL_ChannelOrder_...; left as it is if the drawing
- *     layer knows neither.
+ * \param[out] order receives PXL_ChannelOrder_...; unchanged if the drawing layer
+ *     returns neither of the two.
  * \return 0 or an error of the drawing layer. */
 PXL_API int32_t PXL_GetChannelOrder(PXL_WorldHandle worldH, uint32_t* order);
 
-/** Converts the pixels in place.
+/** Sets the order of the channels and converts the pixels in place.
  * \param worldH the World, which is not checked; without a surface it must have
  *     pixels.
- * \param order 0 or 1: any other order converts the pixels of a World without
- *     surface every time, unrecorded.
+ * \param order PXL_ChannelOrder_... Any other order converts the pixels of a
+ *     World without surface on every call and is not recorded.
  * \return 0, PXL_Err_REFUSED for another depth than 32, or an error of the
  *     drawing layer. */
 PXL_API int32_t PXL_SetChannelOrder(PXL_WorldHandle worldH, int32_t order);
@@ -385,26 +395,28 @@ PXL_API int32_t PXL_AssumeChannelOrder(PXL_WorldHandle worldH, int32_t order);
 /* ---- Memory ------------------------------------------------------------- */
 
 /** Allocates a frame of uninitialised memory, from the heap or, above a
- * threshold, from K's recycled pool, after freeing what the host can spare.
- * Reports nothing. Any thread may call it once the first call has returned.
+ * threshold, from K's recycled pool. When memory is short, purges what the host
+ * can purge and tries again. Reports nothing. Any thread may call it once the
+ * first call has returned.
  * \param size in bytes.
  * \param reserved ignored.
- * \param[out] frame receives the address or null. The frame is the caller's, for
- *     PXL_FreeFrame.
- * \return 0, PXL_Err_NO_MEMORY, or the purge loop's own code; a frame that comes
- *     with a code belongs to the caller as well. */
+ * \param[out] frame receives the address or null. The caller owns the frame and
+ *     frees it with PXL_FreeFrame.
+ * \return 0, PXL_Err_NO_MEMORY, or the purge loop's own code; the caller owns a
+ *     frame that comes with a code too. */
 PXL_API int32_t PXL_AllocateFrameQuiet(uint64_t size, uint64_t reserved, void** frame);
 
 /** Frees a frame.
  * \param frame the frame, or null.
- * \param size in bytes, what was asked for.
+ * \param size the requested size in bytes.
  * \return always 0. */
 PXL_API int32_t PXL_FreeFrame(void* frame, uint64_t size);
 
-/** Reports that pixels could not be had.
- * \param error PXL_Err_NO_MEMORY and -108 are told in words that name width,
- *     height and depth; any other but 0 with the system's wording of it.
- * \param rowBytes bytes a row; may be 0.
+/** Reports that pixels could not be allocated.
+ * \param error for PXL_Err_NO_MEMORY and -108 the message names width, height and
+ *     depth; for any other error it contains the system's wording; 0 is not
+ *     reported.
+ * \param rowBytes bytes per row; 0 if not known.
  * \param width in pixels.
  * \param height in pixels.
  * \param depth in bits per pixel.
@@ -415,21 +427,21 @@ PXL_API int32_t PXL_ReportWorldAllocationFailure(int32_t error, int32_t rowBytes
 /* ---- Single pixels ------------------------------------------------------ */
 
 /** \name Single pixels
- * These need no birth, run on any thread, and always give 0. Source and
+ * These need no birth, run on any thread, and always return 0. Source and
  * destination may overlap.
  * \{ */
 
-/** Clamps each channel to 0.0 .. 1.0. NaN and -0.0 stay as they are.
- * \param[in,out] pixel what is clamped.
+/** Clamps each channel to 0.0 .. 1.0. NaN and -0.0 stay unchanged.
+ * \param[in,out] pixel any floats.
  * \return always 0. */
 PXL_API int32_t PXL_ClipPixelF(PXL_PixelF* pixel);
-/** Clamps, times 32768, rounds halves upward; NaN gives 0. The product is a
- * float, the rounding is done in double.
+/** Clamps, multiplies by 32768, rounds halves upward; NaN becomes 0. The product
+ * is a float, the rounding is done in double.
  * \param source any floats.
  * \param[out] destination 0 to 32768.
  * \return always 0. */
 PXL_API int32_t PXL_PixelFto16(const PXL_PixelF* source, PXL_Pixel16* destination);
-/** The same, times 255.
+/** The same with the factor 255.
  * \param source any floats.
  * \param[out] destination 0 to 255.
  * \return always 0. */

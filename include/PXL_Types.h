@@ -1,9 +1,9 @@
 /** \file
  * The types that PXL shares with the libraries it imports.
  *
- * PXL.h and the drawing and utility interfaces (QDE.h, K.h) all include this
- * header, so that a host can include them in any order and each name is
- * defined once. Valid C11 and C++17. */
+ * PXL.h and the drawing and utility interfaces (QDE.h, K.h) include this header,
+ * so that a host can include them in any order and each name is defined once.
+ * Valid C11 and C++17. */
 #ifndef PXL_TYPES_H
 #define PXL_TYPES_H
 
@@ -18,8 +18,8 @@ typedef uint8_t Boolean;
 
 /** A master pointer: the address of a block of bytes. */
 typedef char* Ptr;
-/** A handle is the address of a master pointer. The block that the master
- * pointer shows may move whenever memory is allocated, unless it is locked. */
+/** A handle: the address of a master pointer. Its block may move at any
+ * allocation of memory, unless it is locked. */
 typedef Ptr* Handle;
 
 /** A rectangle in pixels. The right and bottom edges are exclusive:

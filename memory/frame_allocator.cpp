@@ -1,24 +1,28 @@
+// Frames from the heap or from K's recycled pool.
+#include "memory/frame_allocator.h"
+
 #include <cstdlib>
 
-#include "memory/Memory.h"
+#include "PXL.h"
 #include "memory/frame_settings.h"
 #include "platform/K.h"
+#include "state/messages/reports.h"
 
 namespace {
 
-// How K names the frames in its own lists.
-constexpr const char* POOL_LABEL = "PXL WORLD";
+// The name of the frames in K's lists.
+constexpr const char* kPoolLabel = "PXL WORLD";
 
-// What travels through the purge loop.
+// The context of an attempt in the purge loop.
 struct FrameRequest {
   std::uint64_t size;
   void* address;
 };
 
 void* PoolFrame(std::uint64_t size) {
-  const std::uint32_t owner = PXLp_ReportCode(PXLp_Site::NewWorld);
-  // A null reference gives a null address.
-  return K_GetRecycledPtrBaseAddress(K_AllocateRecycledPtr(owner, POOL_LABEL, size));
+  const std::uint32_t owner = PXLp_MakeReportCode(PXLp_Site::NewWorld);
+  // A null reference has a null address.
+  return K_GetRecycledPtrBaseAddress(K_AllocateRecycledPtr(owner, kPoolLabel, size));
 }
 
 std::int32_t AttemptFrame(void* context, std::uint8_t* done) {
@@ -31,7 +35,7 @@ std::int32_t AttemptFrame(void* context, std::uint8_t* done) {
 
 }  // namespace
 
-std::int32_t PXLp_AllocateFrameQuiet(std::uint64_t size, std::uint64_t /*reserved*/, void** frame) {
+std::int32_t PXLp_AcquireFrame(std::uint64_t size, void** frame) {
   PXLp_LoadFrameSettings();
   FrameRequest request{size, nullptr};
   const std::int32_t status = K_PurgeLoop(size, AttemptFrame, &request, 1);
@@ -39,19 +43,19 @@ std::int32_t PXLp_AllocateFrameQuiet(std::uint64_t size, std::uint64_t /*reserve
   return request.address == nullptr ? std::int32_t{PXL_Err_NO_MEMORY} : status;
 }
 
-std::int32_t PXLp_FreeFrame(void* frame, std::uint64_t size) {
+void PXLp_ReleaseFrame(void* frame, std::uint64_t size) {
   if (PXLp_IsPoolFrame(size)) {
     K_FreeRecycledPtr(frame);
   } else {
     std::free(frame);
   }
-  return PXL_Err_NONE;
 }
 
-std::int32_t PXL_AllocateFrameQuiet(std::uint64_t size, std::uint64_t reserved, void** frame) {
-  return PXLp_AllocateFrameQuiet(size, reserved, frame);
+std::int32_t PXL_AllocateFrameQuiet(std::uint64_t size, std::uint64_t /*reserved*/, void** frame) {
+  return PXLp_AcquireFrame(size, frame);
 }
 
 std::int32_t PXL_FreeFrame(void* frame, std::uint64_t size) {
-  return PXLp_FreeFrame(frame, size);
+  PXLp_ReleaseFrame(frame, size);
+  return PXL_Err_NONE;
 }

@@ -1,26 +1,28 @@
+// The operations of a mapped provider.
 #include "memory/mapped_provider.h"
 
 #include <memory>
 #include <string>
 
-#include "memory/Memory.h"
-#include "memory/caught_code.h"
+#include "memory/caught_exception.h"
+#include "memory/mapped_provider_reset.h"
 #include "platform/K.h"
 #include "platform/vetrix.h"
-
-constinit std::uint32_t PXLp_nextMappedFile = 1;
+#include "state/messages/reports.h"
 
 namespace {
 
+constinit std::uint32_t nextFileNumber = 1;
+
 using File = vetrix::MemoryMappedFile;
 
-constexpr std::uint32_t FILE_MODE = 101;
+constexpr std::uint32_t kFileMode = 101;
 
 // Translations are filed under this key, so its spelling stays.
-constexpr const char* MAPPING_FAILED =
+constexpr const char* kMappingFailed =
     "$$$/ov/PXL_MemMappedFile/MapFailre=Unable to map buffer into application memory.";
 
-// The bytes of a file as K books them: the low 32 bits of the size.
+// K accounts for a file with the low 32 bits of its size.
 std::int32_t Booked(std::uint64_t size) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(size));
 }
@@ -29,20 +31,20 @@ std::int32_t Unbooked(std::uint64_t size) {
   return static_cast<std::int32_t>(0U - static_cast<std::uint32_t>(size));
 }
 
-// Runs an operation. No exception leaves it, and any code that one carries
-// counts as lack of memory, unless it is 0.
-template <class Operation>
+// Runs an operation and catches its exceptions: any code but 0 counts as lack of
+// memory.
+template <typename Operation>
 std::int32_t Guarded(Operation operation) {
   try {
     return operation();
   } catch (...) {
-    return PXLp_CaughtCode() != 0 ? PXL_Err_NO_MEMORY : PXL_Err_NONE;
+    return PXLp_TranslateCaughtException() != 0 ? PXL_Err_NO_MEMORY : PXL_Err_NONE;
   }
 }
 
-// What travels through the purge loop of a mapping. The status is set once and
-// never cleared: when one attempt has failed, the later ones count as failed
-// too, even if they map the file.
+// The context of an attempt in the purge loop. The status is never cleared: after
+// one failed attempt the later ones count as failed too, even if they map the
+// file.
 struct MappingRequest {
   File* file;
   void** frame;
@@ -66,7 +68,7 @@ std::int32_t AttemptMapping(void* context, std::uint8_t* done) {
   MapOnce(request);
   *done = request.status == PXL_Err_NONE ? 1 : 0;
   if (*done == 0) {
-    K_ReportError(0, PXLp_Class_MAPPING, K_ZStringToUTF16String(MAPPING_FAILED));
+    K_ReportError(0, PXLp_kClassMapping, K_ZStringToUTF16String(kMappingFailed));
   }
   return PXL_Err_NONE;
 }
@@ -100,7 +102,7 @@ std::int32_t UnmapPixels(void* context, void** frame) {
   });
 }
 
-// Leaves the application total alone: bytes still mapped stay booked there.
+// Does not change the application total: bytes that are still mapped stay in it.
 std::int32_t ResetFile(void* context, void** frame) {
   if (context == nullptr) return PXL_Err_NONE;
   return Guarded([&] {
@@ -122,25 +124,29 @@ std::int32_t ReleaseProvider(PXL_PixelProvider** slot) {
   });
 }
 
-// Past the largest positive number the names go on with the negative ones.
+// After the largest positive number the names continue with the negative ones.
 std::string NextFileName() {
   std::string name = "zelk.ov.pxlmapfile.";
-  name += std::to_string(static_cast<std::int32_t>(PXLp_nextMappedFile));
-  ++PXLp_nextMappedFile;
+  name += std::to_string(static_cast<std::int32_t>(nextFileNumber));
+  ++nextFileNumber;
   return name;
 }
 
 }  // namespace
 
+std::uint32_t& PXLp_AccessNextFileNumber() {
+  return nextFileNumber;
+}
+
 std::int32_t PXLp_NewMappedProvider(std::uint64_t byteCount, PXL_PixelProvider** slot) {
   return Guarded([&] {
     auto* provider =
         new PXL_PixelProvider{MapPixels, UnmapPixels, ResetFile, ReleaseProvider, nullptr};
-    // Stored at once: whoever owns the slot releases it, whatever comes next.
+    // Stored at once: the owner of the slot releases it after a failure too.
     *slot = provider;
     const std::string name = NextFileName();
     auto file = std::make_unique<File>();
-    file->Init(name, byteCount, FILE_MODE);
+    file->Init(name, byteCount, kFileMode);
     K_AccountSystemAllocation(Booked(byteCount));
     provider->context = file.release();
     return std::int32_t{PXL_Err_NONE};

@@ -4,8 +4,12 @@
 
 #include <cstdint>
 
-// The number in the next file's name. Counts the providers made since the
-// module was loaded, births and deaths notwithstanding.
-extern std::uint32_t PXLp_nextMappedFile;
+#include "PXL.h"
+
+// Makes a provider of `byteCount` bytes and stores it in *slot. Returns 0 or
+// PXL_Err_NO_MEMORY. After a failure the slot may hold a provider without a
+// file; its operations accept that, so it is released like any other.
+[[nodiscard]] std::int32_t PXLp_NewMappedProvider(std::uint64_t byteCount,
+                                                  PXL_PixelProvider** slot);
 
 #endif

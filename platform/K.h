@@ -1,15 +1,15 @@
 /* K, the utility library: the calls and data that PXL imports.
  *
  * Handles, the recycled-pointer pool, the purge loop, memory accounting,
- * error reports and the lookup of localised texts. Valid C11 and C++17, but
- * for three functions that only C++20 sees. */
+ * error reports and the lookup of localised texts. Valid C11 and C++17, except
+ * for three functions that only C++20 declares. */
 #ifndef K_H
 #define K_H
 
 #include "PXL_Types.h"
 
-/* K_EXPORTS: while K or its replacement is built. K_STATIC: when all is linked
- * into one program. Neither: K is imported. */
+/* K_EXPORTS: K or its replacement is being built. K_STATIC: all is linked into
+ * one program. Neither: K is imported. */
 #if defined(K_STATIC)
 #define K_API
 #elif defined(_WIN32) && defined(K_EXPORTS)
@@ -24,41 +24,43 @@
 extern "C" {
 #endif
 
-/* Handles. K_AllocateHandleClear gives a zero-filled block, or null after it
- * has reported the failure under `code`, naming `what`. */
+/* Handles. K_AllocateHandleClear returns a zero-filled block, or null after it
+ * has reported the failure under `code` with the name `what`. */
 K_API Handle K_AllocateHandleClear(uint32_t code, const char* what, uint64_t size);
 K_API void K_FreeHandle(Handle handle);
 
-/* One attempt at something that needs memory: sets *done to 1 when it
- * succeeded and to 0 when memory should be freed before another try. */
+/* One attempt at an operation that needs memory: sets *done to 1 when it
+ * succeeded and to 0 when memory should be freed before the next attempt. */
 typedef int32_t (*K_PurgeAttempt)(void* context, uint8_t* done);
-/* Runs the attempt until it is done, freeing memory between the tries. Gives
- * the attempt's result, or 4 when nothing more could be freed. An exception
- * thrown by the attempt passes through. No block that stays is moved. */
+/* Runs the attempt until it is done and frees memory between the attempts.
+ * Returns the attempt's result, or 4 when no more memory could be freed. An
+ * exception thrown by the attempt passes through. The remaining blocks are not
+ * moved. */
 K_API int32_t K_PurgeLoop(uint64_t bytesNeeded, K_PurgeAttempt attempt, void* context,
                           Boolean last);
 
-/* Recycled pointers: big blocks of virtual memory that are kept for re-use.
- * Null in, null out; freeing null does nothing. Blocks are freed by address. */
+/* Recycled pointers: large blocks of virtual memory that are kept for re-use.
+ * The base address of null is null; freeing null does nothing. Blocks are freed
+ * by address. */
 typedef struct K_RecycledPtr* K_RecycledPtrRef;
 K_API K_RecycledPtrRef K_AllocateRecycledPtr(uint32_t ownerCode, const char* label, uint64_t size);
 K_API void* K_GetRecycledPtrBaseAddress(K_RecycledPtrRef ref);
 K_API void K_FreeRecycledPtr(void* base);
 
-/* Accounting: bytes added to, or with a negative sign taken from, the totals
+/* Accounting: adds bytes, or with a negative sign subtracts them, in the totals
  * of application and of system memory. */
 K_API void K_AccountAllocation(int32_t delta);
 K_API void K_AccountSystemAllocation(int32_t delta);
 
-/* Frees what can be purged and moves the remaining unlocked handles. */
+/* Frees purgeable memory and moves the remaining unlocked handles. */
 K_API void K_PurgeHandlesAndCompact(void);
 K_API void K_Beep(void);
 
-/* 0 when the library matches the caller's header, else it reports. */
+/* Returns 0 when the library matches the caller's header; reports otherwise. */
 K_API int32_t K_CheckVersions(uint32_t reportCode, int32_t headerVersion);
 
 /* A catalogue of localisable texts. `key` is "key path=default text"; the
- * lookup keeps what it found in the entry's cache words. The last entry has a
+ * lookup stores its result in the entry's cache words. The last entry has a
  * null key, and `count` includes it. */
 typedef struct K_LStrEntry {
   const char* key;
@@ -70,7 +72,7 @@ struct K_LStrCatalogue {
   K_LStrEntry* entries;
   uintptr_t reserved;
 };
-/* The text of an entry: its translation, or its default text. */
+/* Returns the text of an entry: its translation, or its default text. */
 K_API const char* K_ZLookupLStrCache(const K_LStrCatalogue* catalogue, int32_t index, int32_t,
                                      int32_t);
 
@@ -78,7 +80,8 @@ K_API const char* K_ZLookupLStrCache(const K_LStrCatalogue* catalogue, int32_t i
 extern K_API char Kp_G_buffer[1024];
 extern K_API int32_t Kp_G_err_buf;
 
-/* Reports. `code` tells module and place, `cls` how the host shows it. */
+/* Reports. `code` identifies module and place; `cls` decides how the host shows
+ * the report. Kp_ReportQuexErrString returns K's code for the error. */
 K_API void Kp_ReportErrString(uint32_t code, uint16_t cls, const char* text);
 K_API int32_t Kp_ReportQuexErrString(uint32_t code, uint16_t cls, int32_t error, const char* text);
 K_API void Kp_SysEnglishError(int32_t error);
@@ -93,7 +96,7 @@ K_API void K_ReportFailedVerification(uint32_t code, int32_t line, int32_t, cons
 
 K_API std::u16string K_ZStringToUTF16String(const char* zstring);
 K_API void K_ReportError(uint32_t code, uint16_t cls, const std::u16string& text);
-/* Reports the exception in K's own way; gives an error code for it. */
+/* Reports the exception with K's own text; returns an error code for it. */
 K_API int32_t K_TranslateAndReportException(const std::exception& exception);
 #endif
 

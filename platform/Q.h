@@ -1,10 +1,10 @@
-/* Q: PXL only asks for its version. C11 and C++17. */
+/* Q: the call that PXL imports, the check of its version. C11 and C++17. */
 #ifndef Q_H
 #define Q_H
 
 #include <stdint.h>
 
-/* Q_EXPORTS: while Q or its replacement is built. Q_STATIC: when all is
+/* Q_EXPORTS: Q or its replacement is being built. Q_STATIC: all is
  * linked into one program. Neither: Q is imported. */
 #if defined(Q_STATIC)
 #define Q_API
@@ -20,7 +20,7 @@
 extern "C" {
 #endif
 
-/* 0 when the library matches the caller's header, else it reports. */
+/* Returns 0 when the library matches the caller's header; reports otherwise. */
 Q_API int32_t Q_CheckVersions(uint32_t reportCode, int32_t headerVersion);
 
 #ifdef __cplusplus

@@ -7,7 +7,7 @@
 
 #include "PXL_Types.h"
 
-/* QDE_EXPORTS: while QDE or its replacement is built. QDE_STATIC: when all is
+/* QDE_EXPORTS: QDE or its replacement is being built. QDE_STATIC: all is
  * linked into one program. Neither: QDE is imported. */
 #if defined(QDE_STATIC)
 #define QDE_API
@@ -26,8 +26,8 @@ extern "C" {
 typedef struct QDE_ColorTable** CTabHandle;
 typedef struct QDE_Region** RgnHandle;
 
-/* A plain bitmap. rowBytes carries the stride in its low 14 bits; bit 15 set
- * says that the record is really a PixMap. */
+/* A plain bitmap. rowBytes has the stride in its low 14 bits; bit 15 is set if
+ * the record is a PixMap. */
 typedef struct BitMap {
   Ptr baseAddr;
   int16_t rowBytes;
@@ -59,10 +59,10 @@ typedef PixMap** PixMapHandle;
 /* Handles. A lock is a flag, not a count. */
 QDE_API void HLock(Handle handle);
 QDE_API void HUnlock(Handle handle);
-/* A handle whose master pointer is null; null when none can be had. */
+/* Returns a handle whose master pointer is null, or null without memory. */
 QDE_API Handle NewEmptyHandle(void);
 
-/* Offscreen worlds. NewGWorld gives 0 or a negative error. UpdateGWorld gives
+/* Offscreen worlds. NewGWorld returns 0 or a negative error. UpdateGWorld returns
  * flag bits, or, when bit 31 is set, a negative error as int32_t. */
 QDE_API int16_t NewGWorld(GWorldPtr* world, int16_t depth, const Rect* bounds, CTabHandle colors,
                           GDHandle device, uint32_t flags);
@@ -72,7 +72,7 @@ QDE_API void DisposeGWorld(GWorldPtr world);
 QDE_API GDHandle GetGWorldDevice(GWorldPtr world);
 QDE_API PixMapHandle GetPortPixMap(GWorldPtr world);
 
-/* Pixels. LockPixels gives 0 when the pixels were purged. */
+/* Pixels. LockPixels returns 0 when the pixels were purged. */
 QDE_API Boolean LockPixels(PixMapHandle pixels);
 QDE_API void UnlockPixels(PixMapHandle pixels);
 QDE_API Ptr GetPixBaseAddr(PixMapHandle pixels);
@@ -90,11 +90,11 @@ QDE_API void CopyBits(const BitMap* source, const BitMap* destination, const Rec
 
 /* Moves a rectangle: dh pixels to the right, dv pixels down. */
 QDE_API void MacOffsetRect(Rect* rect, int16_t dh, int16_t dv);
-/* Ticks of 1/60 second since the layer was loaded. */
+/* Returns the ticks of 1/60 second since the layer was loaded. */
 QDE_API uint32_t TickCount(void);
 
-/* Switches the forced building of bitmaps on or off. Where on or off is all
- * that matters the other two arguments are 0. */
+/* Switches the forced building of bitmaps on or off. The other two arguments
+ * are 0 where they have no effect. */
 QDE_API void QDE_ForceBitmapCreationBitfields(Boolean on, int32_t keepLocal, int32_t bits);
 /* The format of a 32-bit world: 0 standard, 1 alternate. */
 QDE_API int16_t QDE_GetGWorld32PixmapFormat(GWorldPtr world, int32_t* format);

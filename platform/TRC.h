@@ -4,7 +4,7 @@
 
 #include <stdint.h>
 
-/* TRC_EXPORTS: while TRC or its replacement is built. TRC_STATIC: when all is
+/* TRC_EXPORTS: TRC or its replacement is being built. TRC_STATIC: all is
  * linked into one program. Neither: TRC is imported. */
 #if defined(TRC_STATIC)
 #define TRC_API
@@ -20,7 +20,7 @@
 extern "C" {
 #endif
 
-/* Logs an event of a category. The higher the level, the more it matters. */
+/* Logs an event of a category. A higher level marks a more important event. */
 TRC_API void TRC_Log(int32_t level, const char* category, const char* event, const char* text);
 
 #ifdef __cplusplus

@@ -1,10 +1,10 @@
-/* TXT: PXL only asks for its version. C11 and C++17. */
+/* TXT: the call that PXL imports, the check of its version. C11 and C++17. */
 #ifndef TXT_H
 #define TXT_H
 
 #include <stdint.h>
 
-/* TXT_EXPORTS: while TXT or its replacement is built. TXT_STATIC: when all is
+/* TXT_EXPORTS: TXT or its replacement is being built. TXT_STATIC: all is
  * linked into one program. Neither: TXT is imported. */
 #if defined(TXT_STATIC)
 #define TXT_API
@@ -20,7 +20,7 @@
 extern "C" {
 #endif
 
-/* 0 when the library matches the caller's header, else it reports. */
+/* Returns 0 when the library matches the caller's header; reports otherwise. */
 TXT_API int32_t TXT_CheckVersions(uint32_t reportCode, int32_t headerVersion);
 
 #ifdef __cplusplus

@@ -6,18 +6,19 @@
 
 #include "PXL_Types.h"
 
-// The record that a handle shows at this moment. It may move in any imported
-// call, so ask anew after each. A master pointer is a Ptr object whatever
-// record it shows; copying its bytes reads it without naming a wrong type.
-template <class Record>
+// Returns the present address of a handle's record. Any imported call may move
+// the record, so callers do not keep the address across one. A master pointer is
+// a Ptr object for records of every type; copying its bytes reads it without
+// naming a wrong type.
+template <typename Record>
 [[nodiscard]] inline Record* RecordOf(Record* const* handle) {
   Record* record = nullptr;
   std::memcpy(&record, handle, sizeof record);
   return record;
 }
 
-// The same handle, for the calls that take handles of any kind.
-template <class Record>
+// Returns the same handle, for calls that take handles of any kind.
+template <typename Record>
 [[nodiscard]] inline Handle AsHandle(Record** handle) {
   return reinterpret_cast<Handle>(handle);
 }

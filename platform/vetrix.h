@@ -1,4 +1,4 @@
-// vetrix, the core library: what PXL imports of it.
+// vetrix, the core library: the classes and functions that PXL imports.
 //
 // Memory-mapped files, UTF-16 string streams, conversion and formatting of
 // text, and the database of debug settings. C++20.
@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <string>
 
-// VETRIX_EXPORTS: while vetrix or its replacement is built. VETRIX_STATIC:
-// when all is linked into one program. Neither: vetrix is imported.
+// VETRIX_EXPORTS: vetrix or its replacement is being built. VETRIX_STATIC: all is
+// linked into one program. Neither: vetrix is imported.
 #if defined(VETRIX_STATIC)
 #define VETRIX_API
 #elif defined(_WIN32) && defined(VETRIX_EXPORTS)
@@ -23,8 +23,8 @@
 namespace vetrix {
 
 // A file whose whole content can be mapped into memory. Failures throw
-// std::runtime_error or one of its kind. PXL allocates these objects itself,
-// so their size is part of the interface: one pointer, for good.
+// std::runtime_error or a class derived from it. PXL allocates these objects
+// itself, so their size is part of the interface: always one pointer.
 class VETRIX_API MemoryMappedFile {
  public:
   MemoryMappedFile();
@@ -34,10 +34,10 @@ class VETRIX_API MemoryMappedFile {
 
   // Creates the file. `name` is a label, `size` is in bytes.
   void Init(const std::string& name, std::uint64_t size, std::uint32_t mode);
-  // Maps the whole file, if it is not mapped yet, and gives its address.
+  // Maps the whole file, if it is not mapped yet, and returns its address.
   void* GetAddress();
   std::uint64_t Size() const;
-  // Takes the view away; the content stays in the file.
+  // Removes the view; the content stays in the file.
   void UnmapMemory();
   void CloseFileHandleIfPossible();
   // Discards view and file.
@@ -91,7 +91,7 @@ class VETRIX_API iUTF16StringStream {
 
 namespace utility {
 
-// Ill-formed input gives U+FFFD.
+// Ill-formed input becomes U+FFFD.
 VETRIX_API std::string UTF16to8(std::u16string const& text);
 VETRIX_API std::u16string UTF8to16(std::string const& text);
 
@@ -100,7 +100,7 @@ VETRIX_API std::u16string NumberToString(std::int32_t value);
 VETRIX_API std::u16string NumberToString(double value, int minDigits, int maxDigits,
                                          NumberFlags flags, int style);
 
-// Puts the ten texts in the place of @0 to @9; "@@" becomes one "@".
+// Replaces @0 to @9 by the ten texts; "@@" becomes one "@".
 VETRIX_API std::u16string ReplaceInString(std::u16string const& text, std::u16string const& r0,
                                           std::u16string const& r1, std::u16string const& r2,
                                           std::u16string const& r3, std::u16string const& r4,
@@ -119,7 +119,7 @@ class VETRIX_API DebugDatabase {
   DebugDatabase(const DebugDatabase&) = delete;
   DebugDatabase& operator=(const DebugDatabase&) = delete;
 
-  // The stored text of the entry, or the default text when there is none.
+  // Returns the stored text of the entry, or the default text without an entry.
   std::string GetEntry(std::string const& key, std::string const& defaultText);
 
  private:

@@ -1,7 +1,8 @@
+// Locks: the pixels at a stable address.
 #include "PXL.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "state/messages/Messages.h"
+#include "state/messages/reports.h"
 #include "state/reload.h"
 #include "world/record/base_address.h"
 #include "world/record/geometry.h"
@@ -9,9 +10,9 @@
 
 namespace {
 
-// Locking asks for a surface, then for a provider, then for a frame; unlocking
+// Locking looks for a surface, then for a provider, then for a frame; unlocking
 // for a surface, then for a frame. A provider whose pixels could not be mapped
-// thus stays locked: it has no frame to unlock.
+// therefore stays locked: it has no frame to unlock.
 enum class Backing { Surface, Provider, Frame, None };
 
 Backing BackingToLock(const PXL_World& world) {
@@ -25,18 +26,18 @@ Backing BackingToUnlock(const PXL_World& world) {
   return world.pixels.frame != nullptr ? Backing::Frame : Backing::None;
 }
 
-// Counts a lock; says whether it is the first. A lock on a negative count only
-// makes up for an unlock too many.
+// Counts a lock; true for the first one. A lock on a negative count only undoes
+// an unlock too many.
 bool CountLock(PXL_WorldHandle worldH) {
   return RecordOf(worldH)->pixels.lockCount++ == 0;
 }
 
-// Takes a lock back; says whether it was the last.
+// Counts an unlock; true for the last one.
 bool CountUnlock(PXL_WorldHandle worldH) {
   return --RecordOf(worldH)->pixels.lockCount == 0;
 }
 
-// Says whether the pixels turned out to be purged; nothing is locked then.
+// Returns whether the pixels were purged; nothing is locked then.
 bool LockSurface(PXL_WorldHandle worldH) {
   if (!CountLock(worldH)) return false;
   const PixMapHandle map = GetPortPixMap(RecordOf(worldH)->gworld);
@@ -45,11 +46,9 @@ bool LockSurface(PXL_WorldHandle worldH) {
     return true;
   }
   void* base = GetPixBaseAddr(map);
-  std::uint32_t rowBytes = 0;
-  PXLp_GetPixMapRowBytes(map, &rowBytes);
   PXL_PixelBuffer& pixels = RecordOf(worldH)->pixels;
   pixels.baseAddr = base;
-  pixels.rowBytes = static_cast<std::int32_t>(rowBytes);
+  pixels.rowBytes = PXLp_ReadRowBytes(map);
   return false;
 }
 
@@ -64,7 +63,7 @@ std::int32_t LockProvider(PXL_WorldHandle worldH) {
 void LockFrame(PXL_WorldHandle worldH) {
   if (!CountLock(worldH)) return;
   PXL_PixelBuffer& pixels = RecordOf(worldH)->pixels;
-  pixels.baseAddr = PXLp_FirstPixelOfFrame(pixels);
+  pixels.baseAddr = PXLp_SkipAlignment(pixels);
 }
 
 void UnlockSurface(PXL_WorldHandle worldH) {
@@ -118,8 +117,8 @@ std::int32_t LockWorld(PXL_WorldHandle worldH, std::uint8_t* purgedOut) {
   return PXL_Err_PURGED;
 }
 
-// Locks purged pixels after re-creating them. The second lock has nobody to
-// tell of another purge, so it reports one.
+// Locks purged pixels after re-creating them. Another purge before the second
+// lock is reported, since there is no output for it.
 std::int32_t ReloadAndLock(PXL_WorldHandle worldH, std::uint8_t* loadedOut, bool* relocked) {
   std::int32_t status = PXLp_ReloadPixels(worldH, loadedOut);
   if (status != PXL_Err_NONE) return status;
@@ -161,7 +160,7 @@ std::int32_t PXL_LoadLockPixels(std::uint32_t /*reserved*/, PXL_WorldHandle worl
   if (status == PXL_Err_NONE && purged != 0) {
     status = ReloadAndLock(worldH, loadedOut, &relocked);
   } else if (loadedOut != nullptr) {
-    // Also when the lock failed: this flag speaks of purging alone.
+    // Set after a failed lock too: this output concerns purging alone.
     *loadedOut = 1;
   }
   if (reloadedOut != nullptr) *reloadedOut = relocked ? 1 : 0;

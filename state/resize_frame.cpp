@@ -1,9 +1,11 @@
+// The new frame of a re-sized World, and the fallback to the old size.
 #include "state/resize_frame.h"
 
-#include "memory/Memory.h"
+#include "memory/failure_report.h"
+#include "memory/frame_allocator.h"
 #include "platform/K.h"
 #include "platform/record_access.h"
-#include "state/messages/Messages.h"
+#include "state/messages/reports.h"
 #include "world/record/bounds.h"
 #include "world/record/geometry.h"
 
@@ -21,36 +23,33 @@ void MarkPixelsLost(PXL_WorldHandle worldH) {
 }
 
 struct NewFrame {
-  const Rect* rect;
-  std::int32_t depth;
-  std::uint64_t rowBytes;
+  PXLp_PixelExtent extent;
   std::uint64_t size;
 };
 
-// A code from the allocator is an error even when a block came with it.
+// An error of the allocator counts even when it comes with a block.
 std::int32_t RequestFrame(const NewFrame& wanted, void** block) {
-  const std::int32_t status = PXLp_AllocateFrameQuiet(wanted.size, 0, block);
+  const std::int32_t status = PXLp_AcquireFrame(wanted.size, block);
   if (*block == nullptr) {
-    PXLp_ReportBufferError(PXLp_Site::ResizeFrame, PXL_Err_NO_MEMORY,
-                           static_cast<std::int32_t>(wanted.rowBytes), wanted.rect, wanted.depth,
-                           0);
+    PXLp_ReportBufferError(PXLp_Site::ResizeFrame, PXL_Err_NO_MEMORY, wanted.extent);
   }
   return status;
 }
 
-// The new frame or, with an error, one of the old size, or none.
+// Returns 0 with the new frame, or an error with a frame of the old size or
+// none.
 std::int32_t ReplaceFrame(const NewFrame& wanted, PXL_WorldHandle worldH) {
   const std::uint64_t oldSize = RecordOf(worldH)->pixels.frameSize;
-  PXLp_FreeFrame(RecordOf(worldH)->pixels.frame, oldSize);
+  PXLp_ReleaseFrame(RecordOf(worldH)->pixels.frame, oldSize);
   RecordOf(worldH)->pixels.frame = nullptr;
 
   void* block = nullptr;
   const std::int32_t status = RequestFrame(wanted, &block);
-  if (status != PXL_Err_NONE && PXLp_AllocateFrameQuiet(oldSize, 0, &block) != PXL_Err_NONE) {
+  if (status != PXL_Err_NONE && PXLp_AcquireFrame(oldSize, &block) != PXL_Err_NONE) {
     MarkPixelsLost(worldH);
   }
-  // The new size is stored beside an old block too: hosts and the later free
-  // go by it.
+  // The new size is stored even with a block of the old size: hosts read it, and
+  // the block is released with it.
   RecordOf(worldH)->pixels.frame = block;
   RecordOf(worldH)->pixels.frameSize = wanted.size;
   return status;
@@ -58,31 +57,30 @@ std::int32_t ReplaceFrame(const NewFrame& wanted, PXL_WorldHandle worldH) {
 
 }  // namespace
 
-std::int32_t PXLp_ResizeFrame(std::int32_t depth, const Rect* rect, PXL_WorldHandle worldH) {
+std::int32_t PXLp_ResizeFrame(const Rect& rect, std::int32_t depth, PXL_WorldHandle worldH) {
   if (RecordOf(worldH)->pixels.frame == nullptr) return PXL_Err_NONE;
   if (depth != RecordOf(worldH)->depth) {
     PXLp_ReportMessage(PXLp_Site::ResizeFrame, PXLp_Message::CannotChangeDepth);
     return PXL_Err_REFUSED;
   }
-  if (HasSize(*RecordOf(worldH), *rect)) return PXL_Err_NONE;
+  if (HasSize(*RecordOf(worldH), rect)) return PXL_Err_NONE;
 
-  NewFrame wanted{rect, depth, 0, 0};
-  std::int32_t status = PXLp_ComputeGeometry(depth, rect, &wanted.rowBytes, &wanted.size);
+  PXLp_Geometry geometry;
+  std::int32_t status = PXLp_ComputeGeometry(rect, depth, &geometry);
   if (status != PXL_Err_NONE) return status;
-  status = ReplaceFrame(wanted, worldH);
-  if (status != PXL_Err_NONE) return status;
-  return PXLp_SetWorldGeometry(rect, static_cast<std::uint32_t>(wanted.rowBytes),
-                               static_cast<std::int16_t>(depth), worldH);
+  const PXLp_PixelExtent extent = {rect, depth, static_cast<std::int32_t>(geometry.rowBytes)};
+  status = ReplaceFrame({extent, geometry.frameSize}, worldH);
+  if (status == PXL_Err_NONE) PXLp_SetWorldGeometry(extent, worldH);
+  return status;
 }
 
-std::int32_t PXLp_SetWorldGeometry(const Rect* rect, std::uint32_t rowBytes, std::int16_t depth,
-                                   PXL_WorldHandle worldH) {
-  const Rect bounds = PXLp_MovedToOrigin(*rect);
+void PXLp_SetWorldGeometry(const PXLp_PixelExtent& extent, PXL_WorldHandle worldH) {
+  const Rect bounds = PXLp_MoveToOrigin(extent.rect);
   PXL_World& world = *RecordOf(worldH);
   world.bounds = bounds;
   world.width = bounds.right;
   world.height = bounds.bottom;
-  world.pixels.rowBytes = static_cast<std::int32_t>(rowBytes);
-  world.depth = depth;
-  return PXLp_ComputeAlignOffset(&world.pixels);
+  world.depth = static_cast<std::int16_t>(extent.depth);
+  world.pixels.rowBytes = extent.rowBytes;
+  world.pixels.alignOffset = PXLp_ComputeAlignOffset(world.pixels.frame);
 }

@@ -6,12 +6,11 @@
 
 #include "PXL.h"
 
-// Updates the surface in *surface, which may be replaced, to a rectangle and a
-// depth. The World and the last argument are ignored. Gives 0 or a negative
-// error of the drawing layer; after one, a surface that lost its pixels looks
-// purged, and after -108 memory has been freed. Nothing is reported.
-[[nodiscard]] std::int32_t PXLp_UpdatePlatformSurface(PXL_WorldHandle worldH, GWorldPtr* surface,
-                                                      std::int32_t depth, const Rect* rect,
-                                                      void* device, void* ignored);
+// Updates the surface in *surface, which the layer may replace, to a rectangle
+// and a depth. Returns 0 or a negative error of the drawing layer; after one, a
+// surface without pixels looks purged, and after -108 memory has been freed.
+// Reports nothing.
+[[nodiscard]] std::int32_t PXLp_UpdatePlatformSurface(GWorldPtr* surface, const Rect& rect,
+                                                      std::int32_t depth, GDHandle device);
 
 #endif

@@ -1,3 +1,4 @@
+// PXL_Blit: the drawing layer's copy, or the deep blit.
 #include <iterator>
 
 #include "PXL.h"
@@ -9,7 +10,7 @@ namespace {
 
 // QuickDraw's transfer modes in the order of the blit's mode index. Both 15
 // and 16 stand for ditherCopy; hosts use either.
-constexpr std::int16_t TRANSFER_MODES[] = {
+constexpr std::int16_t kTransferModes[] = {
     0,   // srcCopy
     1,   // srcOr
     2,   // srcXor
@@ -33,11 +34,11 @@ constexpr std::int16_t TRANSFER_MODES[] = {
 
 // An index outside the table counts as srcCopy.
 std::int16_t TransferMode(std::uint16_t index) {
-  return TRANSFER_MODES[index < std::size(TRANSFER_MODES) ? index : 0];
+  return kTransferModes[index < std::size(kTransferModes) ? index : 0];
 }
 
-// Makes the World's device and port current and, in the reverse order, what
-// was current before. A World without device leaves the device alone.
+// Makes the World's device and port current and restores the earlier ones in the
+// reverse order. A World without device does not change the current device.
 class CurrentPort {
  public:
   explicit CurrentPort(PXL_WorldHandle worldH) {
@@ -60,8 +61,8 @@ class CurrentPort {
   GrafPtr port_ = nullptr;
 };
 
-// Nothing is checked on this path: a missing surface goes to the drawing layer
-// as it is, and what it draws is its own affair.
+// Nothing is checked on this path: a missing surface is passed to the drawing
+// layer, which reports no result.
 void DrawingLayerBlit(PXL_WorldHandle sourceH, PXL_WorldHandle destinationH, const Rect* sourceRect,
                       const Rect* destinationRect, std::uint16_t mode) {
   const CurrentPort current(destinationH);

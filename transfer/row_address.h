@@ -7,14 +7,14 @@
 #include "PXL.h"
 #include "platform/record_access.h"
 
-// Reports that a World has not the depth that its reader counts on, and gives
+// Reports that a World does not have the expected depth. Returns
 // PXL_Err_REFUSED.
-std::int32_t PXLp_RefuseAddress();
+[[nodiscard]] std::int32_t PXLp_RefuseAddress();
 
-// Sets *address to pixel (x, y) of a World that must have the expected depth;
-// otherwise reports and gives PXL_Err_REFUSED. The World is held locked by the
-// caller: its base address is taken as it stands, and a negative stride is
-// followed. Inline, since a blit asks twice for each row.
+// Sets *address to pixel (x, y) of a World. Reports and returns PXL_Err_REFUSED
+// if the World does not have the expected depth. The caller holds the World
+// locked: its base address is not checked, and the stride may be negative.
+// Inline, since a blit calls this twice for each row.
 [[gnu::always_inline]] inline std::int32_t PXLp_WorldGetBaseAddrXY(PXL_WorldHandle worldH,
                                                                    std::int32_t expectedDepth,
                                                                    std::int32_t x, std::int32_t y,

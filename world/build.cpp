@@ -1,41 +1,45 @@
-#include "memory/Memory.h"
+// The steps that fill a new World's record.
+#include "world/build.h"
+
+#include "memory/mapped_provider.h"
 #include "platform/K.h"
 #include "platform/record_access.h"
-#include "state/messages/Messages.h"
-#include "world/creation.h"
+#include "state/messages/reports.h"
+#include "world/frame_world.h"
 #include "world/record/geometry.h"
+#include "world/surface_world.h"
 
 namespace {
 
-// The apostrophe of these two texts, which are in no catalogue, is the Mac
-// Roman byte 0xD5.
-constexpr const char* SHARE_WITHOUT_PARENT =
+// These two texts are not in the catalogue. Their apostrophe is the Mac Roman
+// byte 0xD5.
+constexpr const char* kShareWithoutParent =
     "can\xD5"
     "t specify PXL_Depth_SHARE without parent.";
-constexpr const char* NO_RECT_WITHOUT_PARENT =
+constexpr const char* kNoRectWithoutParent =
     "can\xD5"
     "t specify NULL rect without parent.";
 
 std::int32_t RefuseMissingParent(const char* text) {
-  Kp_ReportErrString(PXLp_ReportCode(PXLp_Site::NewWorld), PXLp_Class_ERROR, text);
+  Kp_ReportErrString(PXLp_MakeReportCode(PXLp_Site::NewWorld), PXLp_kClassError, text);
   return PXL_Err_REFUSED;
 }
 
 std::int32_t ResolveDepth(PXL_WorldHandle parentH, std::int32_t* depth) {
   if (*depth != PXL_Depth_SHARE) return PXL_Err_NONE;
-  if (parentH == nullptr) return RefuseMissingParent(SHARE_WITHOUT_PARENT);
+  if (parentH == nullptr) return RefuseMissingParent(kShareWithoutParent);
   *depth = RecordOf(parentH)->depth;
   return PXL_Err_NONE;
 }
 
-std::int32_t ResolveRect(PXL_WorldHandle parentH, const Rect* rect, Rect* resolved) {
-  if (rect != nullptr) {
-    *resolved = *rect;
+std::int32_t ResolveRect(const PXLp_WorldRequest& request, Rect* rect) {
+  if (request.rect != nullptr) {
+    *rect = *request.rect;
     return PXL_Err_NONE;
   }
-  if (parentH == nullptr) return RefuseMissingParent(NO_RECT_WITHOUT_PARENT);
-  const PXL_World& parent = *RecordOf(parentH);
-  *resolved = {0, 0, parent.height, parent.width};
+  if (request.parentH == nullptr) return RefuseMissingParent(kNoRectWithoutParent);
+  const PXL_World& parent = *RecordOf(request.parentH);
+  *rect = {0, 0, parent.height, parent.width};
   return PXL_Err_NONE;
 }
 
@@ -44,32 +48,22 @@ std::int32_t AbsoluteDepth(std::int32_t depth) {
   return depth < 0 ? static_cast<std::int32_t>(0U - static_cast<std::uint32_t>(depth)) : depth;
 }
 
-// The frame size of a deferred World once more, and a provider for it. The
-// provider lands in the locked record.
-std::int32_t AttachMappedProvider(const Rect* rect, std::int32_t depth, PXL_WorldHandle worldH) {
-  std::uint64_t frameSize = 0;
-  const std::int32_t status = PXLp_ComputeGeometry(depth, rect, nullptr, &frameSize);
-  if (status != PXL_Err_NONE) return status;
-  return PXLp_NewMappedProvider(frameSize, &RecordOf(worldH)->pixels.provider);
-}
-
-// Geometry only. The fields are set whatever the geometry rule says: releasing
-// the World relies on them.
-std::int32_t BuildDeferredWorld(std::uint32_t flags, const Rect* rect, std::int32_t depth,
+// Stores the geometry without allocating pixels. The fields are set even when
+// the geometry is refused: releasing the World relies on them.
+std::int32_t BuildDeferredWorld(std::uint32_t flags, const Rect& rect, std::int32_t depth,
                                 PXL_WorldHandle worldH) {
-  std::uint64_t rowBytes = 0;
-  std::uint64_t frameSize = 0;
-  const std::int32_t status = PXLp_ComputeGeometry(depth, rect, &rowBytes, &frameSize);
+  PXLp_Geometry geometry;
+  const std::int32_t status = PXLp_ComputeGeometry(rect, depth, &geometry);
   PXL_World& world = *RecordOf(worldH);
   world.hasFrame = 1;
-  world.pixels.frameSize = frameSize;
-  world.pixels.rowBytes = static_cast<std::int32_t>(rowBytes);
+  world.pixels.frameSize = geometry.frameSize;
+  world.pixels.rowBytes = static_cast<std::int32_t>(geometry.rowBytes);
   world.depth = static_cast<std::int16_t>(depth);
   if (status != PXL_Err_NONE || (flags & PXL_Flag_MAPPED) == 0) return status;
-  return AttachMappedProvider(rect, depth, worldH);
+  return PXLp_NewMappedProvider(geometry.frameSize, &RecordOf(worldH)->pixels.provider);
 }
 
-std::int32_t BuildPixels(std::uint32_t flags, const Rect* rect, std::int32_t depth,
+std::int32_t BuildPixels(std::uint32_t flags, const Rect& rect, std::int32_t depth,
                          PXL_WorldHandle worldH) {
   if ((flags & PXL_Flag_DEFERRED) != 0) return BuildDeferredWorld(flags, rect, depth, worldH);
   if (depth >= PXL_Depth_64 || (flags & PXL_Flag_NO_PLATFORM) != 0) {
@@ -87,15 +81,15 @@ void StoreBounds(const Rect& rect, PXL_WorldHandle worldH) {
 
 }  // namespace
 
-std::int32_t PXLp_BuildWorld(PXL_WorldHandle parentH, std::uint32_t flags, std::int32_t depth,
-                             std::uint32_t /*reserved*/, const Rect* rect, PXL_WorldHandle worldH) {
-  Rect resolved{};
-  // Both are resolved even if the first one fails: each reports what it misses.
-  const std::int32_t depthStatus = ResolveDepth(parentH, &depth);
-  const std::int32_t rectStatus = ResolveRect(parentH, rect, &resolved);
+std::int32_t PXLp_BuildWorld(const PXLp_WorldRequest& request, PXL_WorldHandle worldH) {
+  Rect rect{};
+  std::int32_t depth = request.depth;
+  // Both are resolved even if the first one fails: each reports its own error.
+  const std::int32_t depthStatus = ResolveDepth(request.parentH, &depth);
+  const std::int32_t rectStatus = ResolveRect(request, &rect);
   if (depthStatus != PXL_Err_NONE || rectStatus != PXL_Err_NONE) return PXL_Err_REFUSED;
 
-  const std::int32_t status = BuildPixels(flags, &resolved, AbsoluteDepth(depth), worldH);
-  StoreBounds(resolved, worldH);
+  const std::int32_t status = BuildPixels(request.flags, rect, AbsoluteDepth(depth), worldH);
+  StoreBounds(rect, worldH);
   return status;
 }

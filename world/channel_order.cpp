@@ -1,13 +1,14 @@
+// The order of the channels of 32-bit pixels.
 #include "PXL.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "state/messages/Messages.h"
+#include "state/messages/reports.h"
 #include "world/record/base_address.h"
 
 namespace {
 
-// The drawing layer's formats have the numbers of our orders.
-constexpr std::int32_t UNKNOWN_FORMAT = -1;
+// The drawing layer numbers its formats as the module numbers its orders.
+constexpr std::int32_t kUnknownFormat = -1;
 
 bool IsOrder(std::int32_t value) {
   return value == PXL_ChannelOrder_STANDARD || value == PXL_ChannelOrder_ALTERNATE;
@@ -17,9 +18,9 @@ bool CanSetOrder(PXL_WorldHandle worldH) {
   return RecordOf(worldH)->depth == PXL_Depth_32;
 }
 
-// The layer's answer is stored by its value, whatever the status says.
+// A known format is stored even when the status is an error.
 std::int32_t GetSurfaceOrder(GWorldPtr surface, std::uint32_t* order) {
-  std::int32_t format = UNKNOWN_FORMAT;
+  std::int32_t format = kUnknownFormat;
   const std::int32_t status = QDE_GetGWorld32PixmapFormat(surface, &format);
   if (IsOrder(format)) *order = static_cast<std::uint32_t>(format);
   return status;
@@ -44,7 +45,7 @@ void RecordOrder(PXL_WorldHandle worldH, std::int32_t order) {
 }
 
 void ConvertPixels(PXL_WorldHandle worldH) {
-  void* base = PXLp_PixBaseAddr(worldH);
+  void* base = PXLp_LocatePixels(worldH);
   const PXL_World& world = *RecordOf(worldH);
   QDE_ConvertBitsFast(base, world.height, world.width, world.pixels.rowBytes);
 }

@@ -1,27 +1,34 @@
-#include "world/creation.h"
-
+// PXL_NewWorld: the handle, its marks, and the release after a failure.
 #include <cstring>
 
+#include "PXL.h"
 #include "platform/K.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
 #include "state/clearing.h"
-#include "state/messages/Messages.h"
+#include "state/messages/reports.h"
+#include "world/build.h"
+#include "world/disposal.h"
 #include "world/record/geometry.h"
 
 namespace {
 
 // The flags that deep Worlds accept. Channel order is not among them.
-constexpr std::uint32_t DEEP_FLAGS = 0x1B28;
+constexpr std::uint32_t kDeepFlags = 0x1B28;
 
-// Tests the code as passed: a negative or a shared depth is not looked at.
+// Tests the code as passed: neither a negative nor a shared depth is resolved.
 bool HasRefusedFlags(std::int32_t depth, std::uint32_t flags) {
-  return (depth == PXL_Depth_128 || depth == PXL_Depth_64) && (flags & ~DEEP_FLAGS) != 0;
+  return (depth == PXL_Depth_128 || depth == PXL_Depth_64) && (flags & ~kDeepFlags) != 0;
 }
 
-// A report without words: the arguments are the host's own mistake.
+// The caller passes a handle to build in, or a place for a new one, never both.
+bool IsOneHandleGiven(PXL_WorldHandle worldH, const PXL_WorldHandle* outWorldH) {
+  return (worldH == nullptr) != (outWorldH == nullptr);
+}
+
+// The report has no text: wrong arguments are a mistake of the host's own code.
 std::int32_t RefuseArguments() {
-  return Kp_ReportQuexErrString(PXLp_ReportCode(PXLp_Site::NewWorld), PXLp_Class_ERROR,
+  return Kp_ReportQuexErrString(PXLp_MakeReportCode(PXLp_Site::NewWorld), PXLp_kClassError,
                                 PXL_Err_REFUSED, "");
 }
 
@@ -31,11 +38,11 @@ void ZeroRecord(PXL_WorldHandle worldH) {
   HUnlock(AsHandle(worldH));
 }
 
-// K reports a failure itself, naming what was to be allocated.
+// K itself reports a failure and needs a name for the block.
 PXL_WorldHandle AllocateRecord() {
-  const char* what = PXLp_MessageText(PXLp_Message::GraphicsStructure);
+  const char* what = PXLp_LookUpMessage(PXLp_Message::GraphicsStructure);
   return reinterpret_cast<PXL_WorldHandle>(K_AllocateHandleClear(
-      PXLp_ReportCode(PXLp_Site::NewWorld), what, std::uint64_t{sizeof(PXL_World)}));
+      PXLp_MakeReportCode(PXLp_Site::NewWorld), what, std::uint64_t{sizeof(PXL_World)}));
 }
 
 void AbandonWorld(PXL_WorldHandle worldH, PXL_WorldHandle* outWorldH) {
@@ -43,27 +50,22 @@ void AbandonWorld(PXL_WorldHandle worldH, PXL_WorldHandle* outWorldH) {
   if (outWorldH != nullptr) *outWorldH = nullptr;
 }
 
-// The surface may have chosen another depth than the one asked for.
+// The surface may have another depth than the requested one.
 void ReadSurfaceGeometry(PXL_WorldHandle worldH) {
   const PixMapHandle map = GetPortPixMap(RecordOf(worldH)->gworld);
   if (map == nullptr || RecordOf(map) == nullptr) return;
   PXL_World& world = *RecordOf(worldH);
   world.depth = RecordOf(map)->pixelSize;
-  if (world.pixels.rowBytes == 0) {
-    std::uint32_t rowBytes = 0;
-    PXLp_GetPixMapRowBytes(map, &rowBytes);
-    world.pixels.rowBytes = static_cast<std::int32_t>(rowBytes);
-  }
+  if (world.pixels.rowBytes == 0) world.pixels.rowBytes = PXLp_ReadRowBytes(map);
 }
 
-// Reading the debug settings may throw; the exception passes on to the host,
-// and the unfinished World is released on the way.
-std::int32_t BuildOrAbandon(PXL_WorldHandle parentH, std::uint32_t flags, const Rect* rect,
-                            std::int32_t depth, std::uint32_t reserved, PXL_WorldHandle worldH,
+// Reading the debug settings may throw. The exception passes on to the host,
+// after the unfinished World has been released.
+std::int32_t BuildOrAbandon(const PXLp_WorldRequest& request, PXL_WorldHandle worldH,
                             PXL_WorldHandle* outWorldH) {
   std::int32_t status = PXL_Err_NONE;
   try {
-    status = PXLp_BuildWorld(parentH, flags, depth, reserved, rect, worldH);
+    status = PXLp_BuildWorld(request, worldH);
   } catch (...) {
     AbandonWorld(worldH, outWorldH);
     throw;
@@ -77,7 +79,7 @@ void FinishWorld(PXL_WorldHandle worldH) {
   if ((RecordOf(worldH)->flags & PXL_Flag_CLEAR) != 0) PXLp_FillWorld(worldH, 0);
 }
 
-// From here on the World is alive.
+// Makes the World live.
 void MarkWorld(PXL_WorldHandle worldH) {
   PXL_World& world = *RecordOf(worldH);
   world.headMark = PXL_LiveMark;
@@ -89,16 +91,16 @@ void MarkWorld(PXL_WorldHandle worldH) {
 }  // namespace
 
 std::int32_t PXL_NewWorld(PXL_WorldHandle parentH, std::uint32_t flags, const Rect* rect,
-                          std::int32_t depth, std::uint32_t reserved, PXL_WorldHandle worldH,
+                          std::int32_t depth, std::uint32_t /*reserved*/, PXL_WorldHandle worldH,
                           PXL_WorldHandle* outWorldH) {
   if (PXLp_G.bornMark != PXL_LiveMark) {
     PXLp_ReportMessage(PXLp_Site::NewWorld, PXLp_Message::Unborn);
     return PXL_Err_INVALID;
   }
-  const bool ownsHandle = worldH == nullptr;
-  if (ownsHandle == (outWorldH == nullptr)) return RefuseArguments();
+  if (!IsOneHandleGiven(worldH, outWorldH)) return RefuseArguments();
   if (HasRefusedFlags(depth, flags)) return RefuseArguments();
 
+  const bool ownsHandle = worldH == nullptr;
   if (ownsHandle) {
     worldH = AllocateRecord();
     *outWorldH = worldH;
@@ -110,8 +112,7 @@ std::int32_t PXL_NewWorld(PXL_WorldHandle parentH, std::uint32_t flags, const Re
   HLock(AsHandle(worldH));
   RecordOf(worldH)->flags = flags;
   RecordOf(worldH)->ownsHandle = ownsHandle ? 1 : 0;
-  const std::int32_t status =
-      BuildOrAbandon(parentH, flags, rect, depth, reserved, worldH, outWorldH);
+  const std::int32_t status = BuildOrAbandon({parentH, flags, rect, depth}, worldH, outWorldH);
   if (status != PXL_Err_NONE) return status;
 
   FinishWorld(worldH);

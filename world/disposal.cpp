@@ -1,15 +1,17 @@
-#include "memory/Memory.h"
+// PXL_DisposeWorld and the release of a World's parts.
+#include "world/disposal.h"
+
+#include "memory/frame_allocator.h"
 #include "platform/K.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "world/creation.h"
 #include "world/record/validity.h"
 
 std::int32_t PXL_DisposeWorld(PXL_WorldHandle worldH) {
   std::int32_t status = PXLp_CheckWorld(PXLp_Site::DisposeWorld, worldH);
   if (status != PXL_Err_NONE) return status;
   status = PXLp_ReleaseWorld(worldH);
-  // A World whose pixels could not be released is gone, but stays counted.
+  // A World whose pixels could not be released is disposed of, but stays counted.
   if (status == PXL_Err_NONE) --PXLp_G.worldCount;
   return status;
 }
@@ -33,18 +35,18 @@ std::int32_t PXLp_ReleaseWorld(PXL_WorldHandle worldH) {
   return status;
 }
 
-// The pixels are part of a locked record.
 std::int32_t PXLp_ReleasePixels(PXL_PixelBuffer* pixels) {
   std::int32_t status = PXL_Err_NONE;
   PXL_PixelProvider* provider = pixels->provider;
   if (provider != nullptr) {
     status = provider->freePixels(provider->context, &pixels->frame);
   } else {
-    // Also without a frame, as a geometry-only World is.
-    status = PXLp_FreeFrame(pixels->frame, pixels->frameSize);
+    // Called for a null frame too: a geometry-only World has none.
+    PXLp_ReleaseFrame(pixels->frame, pixels->frameSize);
   }
   pixels->baseAddr = nullptr;
-  // A provider that could not free its pixels is kept: they are still there.
+  // The provider is read again, since freePixels is the host's code and may have
+  // cleared or replaced it. After an error it is kept: it still has its pixels.
   if (pixels->provider != nullptr && status == PXL_Err_NONE) {
     status = pixels->provider->release(&pixels->provider);
   }

@@ -1,6 +1,7 @@
+// Birth and death of the module.
 #include "PXL.h"
 #include "platform/TRC.h"
-#include "state/messages/Messages.h"
+#include "state/messages/reports.h"
 #include "transfer/kernels/conversion_tables.h"
 #include "transfer/kernels/selection.h"
 
@@ -8,15 +9,15 @@ constinit PXL_ModuleState PXLp_G = {0, 0, 0};
 
 namespace {
 
-constexpr std::int32_t LOG_LEVEL = 10;
+constexpr std::int32_t kLogLevel = 10;
 
 }  // namespace
 
-// Birth takes any mark for a life, death only the right one: a damaged state
-// blocks both.
+// Birth is refused for any mark but 0, death for any but the right one: a
+// damaged state blocks both.
 
 std::int32_t PXL_Birth(std::uint32_t birthArg) {
-  TRC_Log(LOG_LEVEL, "PXL", "Birth", "PXL Birth");
+  TRC_Log(kLogLevel, "PXL", "Birth", "PXL Birth");
   if (PXLp_G.bornMark != 0) {
     PXLp_ReportMessage(PXLp_Site::Birth, PXLp_Message::Rebirth);
     return PXL_Err_NONE;
@@ -30,7 +31,7 @@ std::int32_t PXL_Birth(std::uint32_t birthArg) {
 }
 
 std::int32_t PXL_Death(void) {
-  TRC_Log(LOG_LEVEL, "PXL", "Death", "PXL Death");
+  TRC_Log(kLogLevel, "PXL", "Death", "PXL Death");
   if (PXLp_G.bornMark != PXL_LiveMark) {
     PXLp_ReportMessage(PXLp_Site::Death, PXLp_Message::DoubleDeath);
     return PXL_Err_INVALID;

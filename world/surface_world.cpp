@@ -1,18 +1,19 @@
-#include "memory/Memory.h"
+// Worlds whose pixels are a drawing surface.
+#include "world/surface_world.h"
+
+#include "memory/failure_report.h"
 #include "platform/QDE.h"
 #include "platform/record_access.h"
-#include "state/messages/Messages.h"
-#include "world/creation.h"
 
 namespace {
 
 // NewGWorld's own flags.
-constexpr std::uint32_t PIX_PURGE = 1;
-constexpr std::uint32_t KEEP_LOCAL = 8;
+constexpr std::uint32_t kPixPurge = 1;
+constexpr std::uint32_t kKeepLocal = 8;
 
-constexpr std::int32_t FORCED_BITS = 8;
+constexpr std::int32_t kForcedBits = 8;
 
-// Puts the current port and device back, device first, even if there was none.
+// Restores the current port and device, device first, even if there was none.
 class SavedPort {
  public:
   SavedPort() {
@@ -31,34 +32,32 @@ class SavedPort {
   GDHandle device_ = nullptr;
 };
 
-// Has the layer build bitmaps for as long as it lives.
+// Forces the layer to build bitmaps during the guard's lifetime.
 class ForcedBitmaps {
  public:
   explicit ForcedBitmaps(std::uint32_t keepLocal) {
-    QDE_ForceBitmapCreationBitfields(1, static_cast<std::int32_t>(keepLocal), FORCED_BITS);
+    QDE_ForceBitmapCreationBitfields(1, static_cast<std::int32_t>(keepLocal), kForcedBits);
   }
   ~ForcedBitmaps() { QDE_ForceBitmapCreationBitfields(0, 0, 0); }
   ForcedBitmaps(const ForcedBitmaps&) = delete;
   ForcedBitmaps& operator=(const ForcedBitmaps&) = delete;
 };
 
-// Gives the status, which it has reported, while the forcing is still on.
-std::int32_t MakeSurface(std::uint32_t flags, const Rect* rect, std::int32_t depth,
+// A failure is reported while the forcing is still on.
+std::int32_t MakeSurface(std::uint32_t flags, const Rect& rect, std::int32_t depth,
                          GWorldPtr* surface) {
-  const std::uint32_t keepLocal = (flags & PXL_Flag_KEEP_LOCAL) != 0 ? KEEP_LOCAL : 0;
-  const std::uint32_t purge = (flags & PXL_Flag_PURGEABLE) != 0 ? PIX_PURGE : 0;
+  const std::uint32_t keepLocal = (flags & PXL_Flag_KEEP_LOCAL) != 0 ? kKeepLocal : 0;
+  const std::uint32_t purge = (flags & PXL_Flag_PURGEABLE) != 0 ? kPixPurge : 0;
   const ForcedBitmaps forced(keepLocal);
-  const std::int32_t status = NewGWorld(surface, static_cast<std::int16_t>(depth), rect, nullptr,
+  const std::int32_t status = NewGWorld(surface, static_cast<std::int16_t>(depth), &rect, nullptr,
                                         nullptr, purge | keepLocal);
-  if (status != 0) {
-    PXLp_ReportBufferError(PXLp_Site::SurfaceWorld, status, 0, rect, depth, 0);
-  }
+  if (status != 0) PXLp_ReportBufferError(PXLp_Site::SurfaceWorld, status, {rect, depth});
   return status;
 }
 
 }  // namespace
 
-std::int32_t PXLp_NewWorldPlatformBacking(const Rect* rect, std::int32_t depth,
+std::int32_t PXLp_NewWorldPlatformBacking(const Rect& rect, std::int32_t depth,
                                           PXL_WorldHandle worldH) {
   const SavedPort saved;
   GWorldPtr surface = nullptr;

@@ -1,34 +1,34 @@
-#include "world/version_check.h"
-
+// The version of the package and of the libraries that it imports.
 #include <cstdio>
 
 #include "PXL.h"
 #include "platform/K.h"
 #include "platform/Q.h"
 #include "platform/TXT.h"
-#include "state/messages/Messages.h"
-
-constinit bool PXLp_librariesChecked = false;
+#include "state/messages/reports.h"
+#include "world/version_check_reset.h"
 
 namespace {
 
-constexpr std::int32_t REVISION = 14;
-constexpr std::uint32_t PACKAGE_VERSION = PXL_InterfaceVersion << 16 | REVISION;
+constinit bool librariesChecked = false;
+
+constexpr std::int32_t kRevision = 14;
+constexpr std::uint32_t kPackageVersion = PXL_InterfaceVersion << 16 | kRevision;
 
 // The header versions that the module is built with.
-constexpr std::int32_t K_HEADER = 61;
-constexpr std::int32_t Q_HEADER = 18;
-constexpr std::int32_t TXT_HEADER = 3;
+constexpr std::int32_t kHeaderOfK = 61;
+constexpr std::int32_t kHeaderOfQ = 18;
+constexpr std::int32_t kHeaderOfTXT = 3;
 
-// Asks all three, whatever the first ones say: each reports for itself. Later
-// calls of the process find nothing wrong.
+// Checks all three even if one fails: each reports its own mismatch. Later calls
+// of the process return 0 without checking.
 std::int32_t CheckLibrariesOnce() {
-  if (PXLp_librariesChecked) return 0;
-  PXLp_librariesChecked = true;
-  const std::uint32_t code = PXLp_ReportCode(PXLp_Site::VersionChecks);
-  const std::int32_t k = K_CheckVersions(code, K_HEADER);
-  const std::int32_t q = Q_CheckVersions(code, Q_HEADER);
-  const std::int32_t txt = TXT_CheckVersions(code, TXT_HEADER);
+  if (librariesChecked) return 0;
+  librariesChecked = true;
+  const std::uint32_t code = PXLp_MakeReportCode(PXLp_Site::VersionChecks);
+  const std::int32_t k = K_CheckVersions(code, kHeaderOfK);
+  const std::int32_t q = Q_CheckVersions(code, kHeaderOfQ);
+  const std::int32_t txt = TXT_CheckVersions(code, kHeaderOfTXT);
   return k | q | txt;
 }
 
@@ -38,18 +38,22 @@ void ReportMismatch(std::uint32_t code, std::int32_t packageVersion, std::int32_
                 "Plug-in version mismatch detected (did you install over an older version of "
                 "Orvanta?). Try uninstalling and re-installing. (%s package v%d != %s.h v%d)",
                 "PXL", packageVersion, "PXL", headerVersion);
-  PXLp_SendReport(code, PXLp_Class_VERSION);
+  PXLp_SendReport(code, PXLp_kClassVersion);
 }
 
 }  // namespace
 
+bool& PXLp_AccessLibrariesChecked() {
+  return librariesChecked;
+}
+
 std::uint32_t PXL_PkgObjectVersion(void) {
-  return PACKAGE_VERSION;
+  return kPackageVersion;
 }
 
 std::int32_t PXL_CheckVersions(std::uint32_t reportCode, std::int32_t headerVersion) {
   const std::int32_t libraries = CheckLibrariesOnce();
-  const auto packageVersion = static_cast<std::int32_t>(PACKAGE_VERSION >> 16);
+  const auto packageVersion = static_cast<std::int32_t>(kPackageVersion >> 16);
   if (packageVersion != headerVersion) {
     ReportMismatch(reportCode, packageVersion, headerVersion);
     return PXL_Err_VERSION;

@@ -10,7 +10,8 @@
 #include "bench/subjects/own_picture.h"
 #include "simd/routines.h"
 #include "simd/streaming.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/kernel_set.h"
+#include "transfer/kernels/selection.h"
 
 namespace bench {
 namespace {
@@ -85,7 +86,7 @@ void Add(const char* work, const Manners& manners) {
 }  // namespace
 
 void AddThresholds() {
-  const PXLp_KernelSet& kernels = PXLp_KernelsOf(simd::ProcessorLevel());
+  const PXLp_KernelSet& kernels = PXLp_GetKernels(simd::ProcessorLevel());
   Add("stores 8 to float", KernelManners(kernels.from8toF, 1, 4));
   Add("stores float to 8", KernelManners(kernels.fromFto8, 4, 1));
   Add("stores copy", CopyManners());

@@ -4,7 +4,8 @@
 #include <cstring>
 
 #include "simd/pixels32.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/kernel_set.h"
+#include "transfer/kernels/selection.h"
 
 namespace bench {
 namespace {
@@ -37,7 +38,7 @@ void EachRow(const Picture& picture, Row row) {
 }  // namespace
 
 void DoPlainly(Operation operation, const Picture& source, const Picture& destination) {
-  const PXLp_KernelSet& plain = PXLp_KernelsOf(simd::Level::Baseline);
+  const PXLp_KernelSet& plain = PXLp_GetKernels(simd::Level::Baseline);
   const auto words = static_cast<std::size_t>(destination.width);
   switch (operation) {
     case Operation::From8to16:

@@ -45,7 +45,7 @@ PAIRS = {
 # Any other name of these kinds becomes the first one, which becomes the second.
 KINDS = {"PXL_Err_": ("NONE", "REFUSED"), "PXL_Flag_": ("CLEAR", "DEFERRED"),
          "PXLp_Site::": ("Birth", "Death"), "PXLp_Message::": ("Rebirth", "Unborn"),
-         "PXLp_Class_": ("ERROR", "VERSION"), "PXL_ChannelOrder_": ("STANDARD", "ALTERNATE")}
+         "PXLp_kClass": ("Error", "Version"), "PXL_ChannelOrder_": ("STANDARD", "ALTERNATE")}
 # Longer ones first: the first that matches is taken.
 TOKEN = re.compile("|".join(
     [r"\b" + kind + r"\w+" for kind in KINDS] +

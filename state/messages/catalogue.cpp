@@ -1,15 +1,17 @@
+// The texts of the catalogue.
+#include "state/messages/catalogue.h"
+
 #include <iterator>
 
 #include "PXL.h"
 #include "platform/K.h"
-#include "state/messages/Messages.h"
 
 namespace {
 
-// Entry n stands at index n. K keeps what it found in each entry's cache words,
-// so the table is writable; it is initialised in the image, without code. The
-// texts stay as the translators know them, odd spellings and blanks included,
-// and so do those that only the host reads.
+// Entry n stands at index n. The table is writable, since K stores the result
+// of a lookup in the entry's cache words; it is initialised in the image,
+// without code. The translations are filed under these texts, so their odd
+// spellings and blanks stay, and so do the texts that only the host reads.
 constinit K_LStrEntry entries[] = {
     {"$$$/OV/PXL/LStr/0000=", {0, 0, 0}},
     {"$$$/OV/PXL/LStr/0001=PXL unborn.", {0, 0, 0}},
@@ -101,3 +103,7 @@ constinit K_LStrCatalogue catalogue = {"PXL", std::size(entries), entries, 0};
 }  // namespace
 
 constinit K_LStrCatalogue* PXL_G_zref = &catalogue;
+
+const char* PXLp_LookUpMessage(PXLp_Message message) {
+  return K_ZLookupLStrCache(PXL_G_zref, static_cast<std::int32_t>(message), 0, 0);
+}

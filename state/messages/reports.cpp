@@ -1,22 +1,20 @@
+// The report sequences.
+#include "state/messages/reports.h"
+
 #include "PXL.h"
 #include "platform/K.h"
-#include "state/messages/Messages.h"
 
-std::uint32_t PXLp_ReportCode(PXLp_Site site) {
+std::uint32_t PXLp_MakeReportCode(PXLp_Site site) {
   return std::uint32_t{PXL_ModuleNumber} << 16 | static_cast<std::uint32_t>(site);
 }
 
-const char* PXLp_MessageText(PXLp_Message message) {
-  return K_ZLookupLStrCache(PXL_G_zref, static_cast<std::int32_t>(message), 0, 0);
-}
-
 void PXLp_ReportMessage(PXLp_Site site, PXLp_Message message) {
-  Kp_ReportErrString(PXLp_ReportCode(site), PXLp_Class_ERROR, PXLp_MessageText(message));
+  Kp_ReportErrString(PXLp_MakeReportCode(site), PXLp_kClassError, PXLp_LookUpMessage(message));
 }
 
 std::int32_t PXLp_ReportMessageWithError(PXLp_Site site, PXLp_Message message, std::int32_t error) {
-  return Kp_ReportQuexErrString(PXLp_ReportCode(site), PXLp_Class_ERROR, error,
-                                PXLp_MessageText(message));
+  return Kp_ReportQuexErrString(PXLp_MakeReportCode(site), PXLp_kClassError, error,
+                                PXLp_LookUpMessage(message));
 }
 
 void PXLp_BeginReport(std::int32_t error) {

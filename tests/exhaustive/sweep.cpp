@@ -17,7 +17,7 @@
 #include "PXL.h"
 #include "tests/support/oracle/channel_oracle.h"
 #include "tools/proof/values.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/plain_rows.h"
 
 namespace {
 
@@ -69,7 +69,7 @@ void ComparePixel(Sweep& sweep, std::uint32_t first, const float* channels) {
 
 void CompareBlock(Sweep& sweep, std::uint32_t first, Floats& floats, Row& row) {
   for (std::uint32_t i = 0; i < BLOCK; ++i) floats[i] = std::bit_cast<float>(first + i);
-  PXLp_RowFto8(floats.data(), row.data(), BLOCK);
+  PXLp_ConvertRowFto8(floats.data(), row.data(), BLOCK);
   for (std::uint32_t i = 0; i < BLOCK; ++i) {
     Compare(sweep, "the row of a blit", first + i, row[i], oracle::RowFto8(first + i));
   }

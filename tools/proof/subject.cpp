@@ -5,7 +5,9 @@
 
 #include "simd/routines.h"
 #include "simd/streaming.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/kernel_set.h"
+#include "transfer/kernels/plain_rows.h"
+#include "transfer/kernels/selection.h"
 
 namespace proof {
 namespace {
@@ -88,16 +90,16 @@ std::vector<simd::Level> LevelsHere() {
 }
 
 std::vector<Subject> ConversionSubjects(simd::Level level) {
-  const PXLp_KernelSet& kernels = PXLp_KernelsOf(level);
+  const PXLp_KernelSet& kernels = PXLp_GetKernels(level);
   const struct {
     const char* name;
     PXLp_KernelPair pair;
     PXLp_RowKernel plain;
     Side source, destination;
-  } conversions[] = {{"8 to 16", kernels.from8to16, PXLp_Row8to16, k8, k16},
-                     {"8 to float", kernels.from8toF, PXLp_Row8toF, k8, kFloat},
-                     {"16 to 8", kernels.from16to8, PXLp_Row16to8, k16, k8},
-                     {"float to 8", kernels.fromFto8, PXLp_RowFto8, kFloat, k8}};
+  } conversions[] = {{"8 to 16", kernels.from8to16, PXLp_ConvertRow8to16, k8, k16},
+                     {"8 to float", kernels.from8toF, PXLp_ConvertRow8toF, k8, kFloat},
+                     {"16 to 8", kernels.from16to8, PXLp_ConvertRow16to8, k16, k8},
+                     {"float to 8", kernels.fromFto8, PXLp_ConvertRowFto8, kFloat, k8}};
   std::vector<Subject> subjects;
   for (const auto& c : conversions) {
     subjects.push_back({level, Name(level, c.name, kCaching), Kind::Conversion,

@@ -1,7 +1,11 @@
+// Conversions in vectors of AVX2; vector_factors.h explains the arithmetic.
+#include "transfer/kernels/kernels_avx2.h"
+
 #include <cstdint>
 
 #include "simd/vector_avx2.h"
-#include "transfer/kernels/level_kernels.h"
+#include "transfer/kernels/plain_rows.h"
+#include "transfer/kernels/vector_factors.h"
 #include "transfer/kernels/vector_rows.h"
 
 namespace {
@@ -11,11 +15,11 @@ using Vector = simd::VectorAvx2;
 struct From8to16 : Vector {
   using Source = std::uint8_t;
   using Destination = std::uint16_t;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8to16;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRow8to16;
 
   static Type Convert(const Source* from) {
     const Type c = _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(from)));
-    const Type fraction = _mm256_mulhrs_epi16(c, _mm256_set1_epi16(PXLp_FRACTION_8TO16));
+    const Type fraction = _mm256_mulhrs_epi16(c, _mm256_set1_epi16(PXLp_kFraction8to16));
     return _mm256_add_epi16(_mm256_slli_epi16(c, 7), fraction);
   }
 };
@@ -23,20 +27,21 @@ struct From8to16 : Vector {
 struct From8toF : Vector {
   using Source = std::uint8_t;
   using Destination = float;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8toF;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRow8toF;
 
   static Type Convert(const Source* from) {
     const __m128i bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
     const __m256 c = _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(bytes));
-    const __m256 farther = _mm256_mul_ps(c, _mm256_set1_ps(PXLp_FARTHER_PART));
-    return _mm256_castps_si256(_mm256_fmadd_ps(c, _mm256_set1_ps(PXLp_NEARER_PART), farther));
+    const __m256 rest = _mm256_mul_ps(c, _mm256_set1_ps(PXLp_kReciprocal255Rest));
+    return _mm256_castps_si256(
+        _mm256_fmadd_ps(c, _mm256_set1_ps(PXLp_kReciprocal255Nearest), rest));
   }
 };
 
 struct From16to8 : Vector {
   using Source = std::uint16_t;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_Row16to8;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRow16to8;
 
   // Packing works within the halves of a vector.
   static Type Convert(const Source* from) {
@@ -46,7 +51,7 @@ struct From16to8 : Vector {
 
  private:
   static Type Rounded(Type v) {
-    const Type doubled = _mm256_mulhi_epu16(v, _mm256_set1_epi16(PXLp_FACTOR_16TO8));
+    const Type doubled = _mm256_mulhi_epu16(v, _mm256_set1_epi16(PXLp_kFactor16to8));
     const Type rounded = _mm256_avg_epu16(doubled, _mm256_setzero_si256());
     return _mm256_and_si256(rounded, _mm256_set1_epi16(0xFF));
   }
@@ -55,7 +60,7 @@ struct From16to8 : Vector {
 struct FromFto8 : Vector {
   using Source = float;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_RowFto8;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRowFto8;
 
   // Packing works within the halves of a vector.
   static Type Convert(const Source* from) {
@@ -74,6 +79,6 @@ struct FromFto8 : Vector {
 
 }  // namespace
 
-constinit const PXLp_KernelSet PXLp_KERNELS_AVX2 = {
-    PXLp_VECTOR_ROWS<From8to16>, PXLp_VECTOR_ROWS<From8toF>, PXLp_VECTOR_ROWS<From16to8>,
-    PXLp_VECTOR_ROWS<FromFto8>};
+constinit const PXLp_KernelSet PXLp_kAvx2Kernels = {
+    PXLp_kVectorKernels<From8to16>, PXLp_kVectorKernels<From8toF>, PXLp_kVectorKernels<From16to8>,
+    PXLp_kVectorKernels<FromFto8>};

@@ -1,8 +1,12 @@
+// Conversions in vectors of SSE4.1; vector_factors.h explains the arithmetic.
+#include "transfer/kernels/kernels_sse41.h"
+
 #include <cstdint>
 
 #include "simd/vector_sse41.h"
 #include "transfer/kernels/channel_formulas.h"
-#include "transfer/kernels/level_kernels.h"
+#include "transfer/kernels/plain_rows.h"
+#include "transfer/kernels/vector_factors.h"
 #include "transfer/kernels/vector_rows.h"
 
 namespace {
@@ -12,11 +16,11 @@ using Vector = simd::VectorSse41;
 struct From8to16 : Vector {
   using Source = std::uint8_t;
   using Destination = std::uint16_t;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8to16;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRow8to16;
 
   static Type Convert(const Source* from) {
     const Type c = _mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from)));
-    const Type fraction = _mm_mulhrs_epi16(c, _mm_set1_epi16(PXLp_FRACTION_8TO16));
+    const Type fraction = _mm_mulhrs_epi16(c, _mm_set1_epi16(PXLp_kFraction8to16));
     return _mm_add_epi16(_mm_slli_epi16(c, 7), fraction);
   }
 };
@@ -24,7 +28,7 @@ struct From8to16 : Vector {
 struct From8toF : Vector {
   using Source = std::uint8_t;
   using Destination = float;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_Row8toF;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRow8toF;
 
   static Type Convert(const Source* from) {
     const Type c = _mm_cvtepu8_epi32(_mm_loadu_si32(from));
@@ -34,17 +38,17 @@ struct From8toF : Vector {
   }
 
  private:
-  // The lower two.
+  // Converts the lower two channels.
   static __m128 Scaled(Type channels) {
     const __m128d c = _mm_cvtepi32_pd(channels);
-    return _mm_cvtpd_ps(_mm_mul_pd(c, _mm_set1_pd(PXLp_RECIPROCAL_255)));
+    return _mm_cvtpd_ps(_mm_mul_pd(c, _mm_set1_pd(PXLp_kReciprocal255)));
   }
 };
 
 struct From16to8 : Vector {
   using Source = std::uint16_t;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_Row16to8;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRow16to8;
 
   static Type Convert(const Source* from) {
     return _mm_packus_epi16(Rounded(Load(from)), Rounded(Load(from + 8)));
@@ -52,7 +56,7 @@ struct From16to8 : Vector {
 
  private:
   static Type Rounded(Type v) {
-    const Type doubled = _mm_mulhi_epu16(v, _mm_set1_epi16(PXLp_FACTOR_16TO8));
+    const Type doubled = _mm_mulhi_epu16(v, _mm_set1_epi16(PXLp_kFactor16to8));
     const Type rounded = _mm_avg_epu16(doubled, _mm_setzero_si128());
     return _mm_and_si128(rounded, _mm_set1_epi16(0xFF));
   }
@@ -61,7 +65,7 @@ struct From16to8 : Vector {
 struct FromFto8 : Vector {
   using Source = float;
   using Destination = std::uint8_t;
-  static constexpr PXLp_RowKernel PLAIN = PXLp_RowFto8;
+  static constexpr PXLp_RowKernel kPlain = PXLp_ConvertRowFto8;
 
   static Type Convert(const Source* from) {
     const Type low = _mm_packs_epi32(Truncated(from), Truncated(from + 4));
@@ -78,6 +82,6 @@ struct FromFto8 : Vector {
 
 }  // namespace
 
-constinit const PXLp_KernelSet PXLp_KERNELS_SSE41 = {
-    PXLp_VECTOR_ROWS<From8to16>, PXLp_VECTOR_ROWS<From8toF>, PXLp_VECTOR_ROWS<From16to8>,
-    PXLp_VECTOR_ROWS<FromFto8>};
+constinit const PXLp_KernelSet PXLp_kSse41Kernels = {
+    PXLp_kVectorKernels<From8to16>, PXLp_kVectorKernels<From8toF>, PXLp_kVectorKernels<From16to8>,
+    PXLp_kVectorKernels<FromFto8>};

@@ -1,14 +1,14 @@
-// Where the pixels of a World begin.
+// The address of a World's first pixel.
 #ifndef WORLD_RECORD_BASE_ADDRESS_H
 #define WORLD_RECORD_BASE_ADDRESS_H
 
 #include "PXL.h"
 
-// The core of PXLp_GetPixBaseAddr, which the program around the module could
-// take over.
-[[nodiscard]] void* PXLp_PixBaseAddr(PXL_WorldHandle worldH);
+// The core of PXLp_GetPixBaseAddr. The module calls this one: the program
+// around it can replace an exported function by its own.
+[[nodiscard]] void* PXLp_LocatePixels(PXL_WorldHandle worldH);
 
-// The first pixel of a buffer that has a frame.
-[[nodiscard]] void* PXLp_FirstPixelOfFrame(const PXL_PixelBuffer& pixels);
+// Returns the first pixel of a buffer that has a frame.
+[[nodiscard]] void* PXLp_SkipAlignment(const PXL_PixelBuffer& pixels);
 
 #endif

@@ -4,7 +4,7 @@
 
 #include "PXL.h"
 
-// The rectangle with its top left corner at the origin.
-[[nodiscard]] Rect PXLp_MovedToOrigin(const Rect& rect);
+// Returns the rectangle with its top left corner at the origin.
+[[nodiscard]] Rect PXLp_MoveToOrigin(const Rect& rect);
 
 #endif

@@ -1,3 +1,4 @@
+// The check of the marks of a World record.
 #include "world/record/validity.h"
 
 #include "platform/record_access.h"

@@ -5,10 +5,10 @@
 #include <cstdint>
 
 #include "PXL.h"
-#include "state/messages/Messages.h"
+#include "state/messages/reports.h"
 
-// Whether the handle holds a live World: both marks stand. If not, reports
-// under the site and gives what K makes of PXL_Err_INVALID; 0 means go on.
+// Returns 0 for a handle of a live World: both marks are set. Otherwise reports
+// under the site and returns K's code for PXL_Err_INVALID.
 [[nodiscard]] std::int32_t PXLp_CheckWorld(PXLp_Site site, PXL_WorldHandle worldH);
 
 #endif

@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "memory/Memory.h"
 #include "tests/support/module/contract.h"
 
 using ::testing::AllOf;
@@ -34,7 +33,7 @@ class BufferError : public Contract {
   void Report(std::int32_t error, std::int32_t rowBytes, const Rect& bounds, std::int32_t depth,
               std::uint64_t byteCount) {
     ForgetLog();
-    PXLp_ReportBufferError(PXLp_Site::FrameWorld, error, rowBytes, &bounds, depth, byteCount);
+    PXLp_ReportBufferError(PXLp_Site::FrameWorld, error, {bounds, depth, rowBytes}, byteCount);
   }
   // The size that the message names, or nothing for the message without one.
   std::string Gigabytes() {
@@ -212,35 +211,35 @@ TEST_F(BufferError, OfALargeImageBelowTheLimitIsAShortage) {
 
 TEST_F(BufferError, GoesUnderTheCodeOfItsSite) {
   const Rect bounds = Sized(1, 1);
-  PXLp_ReportBufferError(PXLp_Site::ResizeFrame, 4, 0, &bounds, 32, 0);
+  PXLp_ReportBufferError(PXLp_Site::ResizeFrame, 4, {bounds, 32});
   EXPECT_THAT(Log().back(), StartsWith("K_ReportError(0x70036, 8, "));
-  PXLp_ReportBufferError(PXLp_Site::ReloadPixels, 1, 0, &bounds, 32, 0);
+  PXLp_ReportBufferError(PXLp_Site::ReloadPixels, 1, {bounds, 32});
   EXPECT_THAT(Log().back(), StartsWith("Kp_ReportError(0x70034, 8 "));
 }
 
 TEST_F(MemoryMessage, GivesZeroWhenItIsReported) {
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::SurfaceWorld), 0);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::SurfaceWorld, {Sized(2, 3), 32}, 1), 0);
   EXPECT_THAT(Log().back(), StartsWith("K_ReportError(0x70027, 8, "));
 }
 
 TEST_F(MemoryMessage, HandsAnExceptionToTheLibraryAndGivesItsCode) {
   recorder_.Throw("ReplaceInString", [] { throw std::runtime_error("no text"); });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 77);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1), 77);
   EXPECT_EQ(Log().back(), R"(K_TranslateAndReportException("no text"))");
   EXPECT_EQ(recorder_.Count("K_ReportError"), 0);
 }
 
 TEST_F(MemoryMessage, GivesAThrownLongAsItIs) {
   recorder_.Throw("K_ReportError", [] { throw -0x12345678L; });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), -0x12345678);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1), -0x12345678);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
   recorder_.Throw("K_ZStringToUTF16String", [] { throw 0L; });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 0);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1), 0);
 }
 
 TEST_F(MemoryMessage, TakesAnythingElseThrownForLackOfMemory) {
   recorder_.Throw("NumberToString", [] { throw "a text"; });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 4);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1), 4);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
   EXPECT_EQ(recorder_.Count("K_ReportError"), 0);
 }
@@ -249,7 +248,7 @@ TEST_F(MemoryMessage, TakesAnythingElseThrownForLackOfMemory) {
 TEST_F(MemoryMessage, LetsNothingOutThatTheReportOfAnExceptionThrows) {
   recorder_.Throw("ReplaceInString", [] { throw std::runtime_error("no text"); });
   recorder_.Throw("K_TranslateAndReportException", [] { throw std::bad_alloc(); });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 4);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1), 4);
 }
 
 TEST_F(MemoryMessage, ThatFailsDoesNotDisturbTheReportingCall) {
@@ -257,7 +256,7 @@ TEST_F(MemoryMessage, ThatFailsDoesNotDisturbTheReportingCall) {
        {"K_ZStringToUTF16String", "NumberToString", "ReplaceInString", "K_ReportError"}) {
     recorder_.Throw(call, [] { throw std::runtime_error("any"); });
     const Rect bounds = Sized(1, 1);
-    EXPECT_NO_THROW(PXLp_ReportBufferError(PXLp_Site::FrameWorld, 4, 0, &bounds, 32, 0)) << call;
+    EXPECT_NO_THROW(PXLp_ReportBufferError(PXLp_Site::FrameWorld, 4, {bounds, 32})) << call;
   }
 }
 

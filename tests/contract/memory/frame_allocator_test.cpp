@@ -1,9 +1,11 @@
+#include "memory/frame_allocator.h"
+
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
-#include "memory/Memory.h"
 #include "memory/frame_settings.h"
+#include "memory/frame_settings_reset.h"
 #include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
@@ -195,7 +197,7 @@ TEST_F(FrameAllocator, LooksAtTheSettingsInEveryAttempt) {
     std::uint8_t done = 0;
     recorder::Current().Fail("K_AllocateRecycledPtr");
     attempt(context, &done);
-    PXLp_frameSettings.poolEnabled = false;
+    PXLp_AccessFrameSettings().poolEnabled = false;
     attempt(context, &done);
     return 0;
   };
@@ -226,7 +228,7 @@ TEST_F(FrameAllocator, FreesWithoutReadingTheSettings) {
   recorder_.script.settings["VirtualAllocFrames"] = "false";
   EXPECT_EQ(PXL_FreeFrame(nullptr, LARGEST_HEAP_FRAME + 1), 0);
   EXPECT_THAT(Log(), ElementsAre("K_FreeRecycledPtr(null)"));
-  EXPECT_FALSE(PXLp_frameSettings.loaded);
+  EXPECT_FALSE(PXLp_AccessFrameSettings().loaded);
 }
 
 TEST_F(FrameAllocator, PassesNoFrameOnToTheKindOfMemoryItsSizeNames) {
@@ -239,7 +241,7 @@ TEST_F(FrameAllocator, PassesNoFrameOnToTheKindOfMemoryItsSizeNames) {
 TEST_F(FrameAllocator, WorksTheSameForTheModuleItself) {
   LoadSettings();
   void* frame = nullptr;
-  EXPECT_EQ(PXLp_AllocateFrameQuiet(64, 1, &frame), 0);
-  EXPECT_EQ(PXLp_FreeFrame(frame, 64), 0);
+  EXPECT_EQ(PXLp_AcquireFrame(64, &frame), 0);
+  PXLp_ReleaseFrame(frame, 64);
   EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(64, 1)", "malloc(64)", "free(heap1)"));
 }

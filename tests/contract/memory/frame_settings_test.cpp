@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "memory/frame_settings_reset.h"
 #include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
@@ -20,10 +21,10 @@ class FrameSettings : public Contract {
 class PoolFrames : public FrameSettings {};
 
 TEST_F(FrameSettings, HaveDefaultsBeforeTheyAreRead) {
-  EXPECT_TRUE(PXLp_frameSettings.poolEnabled);
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300);
-  EXPECT_FALSE(PXLp_frameSettings.loaded);
-  EXPECT_EQ(sizeof PXLp_frameSettings.poolEnabled, 1U);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().poolEnabled);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 300);
+  EXPECT_FALSE(PXLp_AccessFrameSettings().loaded);
+  EXPECT_EQ(sizeof PXLp_AccessFrameSettings().poolEnabled, 1U);
 }
 
 TEST_F(FrameSettings, AreReadWithTheDefaultsAsTexts) {
@@ -34,8 +35,8 @@ TEST_F(FrameSettings, AreReadWithTheDefaultsAsTexts) {
 
 TEST_F(FrameSettings, KeepTheDefaultsWithoutEntries) {
   PXLp_LoadFrameSettings();
-  EXPECT_TRUE(PXLp_frameSettings.poolEnabled);
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().poolEnabled);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 300);
 }
 
 TEST_F(FrameSettings, AreReadOnce) {
@@ -44,49 +45,49 @@ TEST_F(FrameSettings, AreReadOnce) {
   ForgetLog();
   PXLp_LoadFrameSettings();
   EXPECT_THAT(Log(), IsEmpty());
-  EXPECT_TRUE(PXLp_frameSettings.poolEnabled);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().poolEnabled);
 }
 
 TEST_F(FrameSettings, OfferTheCurrentValueAndNotTheBuiltInOne) {
-  PXLp_frameSettings.poolEnabled = false;
-  PXLp_frameSettings.poolThresholdKiB = -12;
+  PXLp_AccessFrameSettings().poolEnabled = false;
+  PXLp_AccessFrameSettings().poolThresholdKiB = -12;
   PXLp_LoadFrameSettings();
   EXPECT_THAT(recorder_.LogOf({"GetEntry"}),
               ElementsAre(R"(GetEntry("VirtualAllocFrames", "false"))",
                           R"(GetEntry("VirtualAllocMinSizeInK3", "-12"))"));
-  EXPECT_FALSE(PXLp_frameSettings.poolEnabled);
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, -12);
+  EXPECT_FALSE(PXLp_AccessFrameSettings().poolEnabled);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, -12);
 }
 
 TEST_F(FrameSettings, ReadWordsForTruthValues) {
   Load("false", "");
-  EXPECT_FALSE(PXLp_frameSettings.poolEnabled);
+  EXPECT_FALSE(PXLp_AccessFrameSettings().poolEnabled);
   Load("true", "");
-  EXPECT_TRUE(PXLp_frameSettings.poolEnabled);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().poolEnabled);
 }
 
 TEST_F(FrameSettings, TakeAnyOtherTextForFalse) {
   for (const char* text : {"1", "0", "True", "yes", "on", "tru", " "}) {
     Load(text, "");
-    EXPECT_FALSE(PXLp_frameSettings.poolEnabled) << text;
-    EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300) << text;
+    EXPECT_FALSE(PXLp_AccessFrameSettings().poolEnabled) << text;
+    EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 300) << text;
   }
 }
 
 TEST_F(FrameSettings, ReadDecimalNumbers) {
   Load("", "1024");
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 1024);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 1024);
   Load("", "-1");
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, -1);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, -1);
   Load("", "2147483647");
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 2147483647);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 2147483647);
 }
 
 TEST_F(FrameSettings, TakeAnyOtherTextForZero) {
   for (const char* text : {"abc", "0", "-", " ", "true", "2147483648", "-99999999999"}) {
     Load("", text);
-    EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 0) << text;
-    EXPECT_TRUE(PXLp_frameSettings.poolEnabled) << text;
+    EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 0) << text;
+    EXPECT_TRUE(PXLp_AccessFrameSettings().poolEnabled) << text;
   }
 }
 
@@ -94,28 +95,28 @@ TEST_F(FrameSettings, TakeWhatABadStreamGaveForNothing) {
   recorder_.script.inputIsBad = true;
   recorder_.script.settings = {{"VirtualAllocFrames", "true"}, {"VirtualAllocMinSizeInK3", "1024"}};
   PXLp_LoadFrameSettings();
-  EXPECT_FALSE(PXLp_frameSettings.poolEnabled);
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 0);
+  EXPECT_FALSE(PXLp_AccessFrameSettings().poolEnabled);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 0);
 }
 
 TEST_F(FrameSettings, SkipLeadingBlanksAndIgnoreWhatFollows) {
   Load(" true", " 300abc");
-  EXPECT_TRUE(PXLp_frameSettings.poolEnabled);
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().poolEnabled);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 300);
 }
 
 TEST_F(FrameSettings, DoNotKnowTheKeyWithoutTheDigit) {
   recorder_.script.settings["VirtualAllocMinSizeInK"] = "7";
   PXLp_LoadFrameSettings();
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 300);
 }
 
 TEST_F(FrameSettings, AreNotReadAgainAfterAFailure) {
   recorder_.Throw("GetEntry", [] { throw std::runtime_error("no database"); });
   EXPECT_THROW(PXLp_LoadFrameSettings(), std::runtime_error);
-  EXPECT_TRUE(PXLp_frameSettings.loaded);
-  EXPECT_TRUE(PXLp_frameSettings.poolEnabled);
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().loaded);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().poolEnabled);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 300);
   ForgetLog();
   PXLp_LoadFrameSettings();
   EXPECT_THAT(Log(), IsEmpty());
@@ -135,8 +136,8 @@ TEST_F(FrameSettings, KeepWhatWasReadBeforeAFailure) {
   const auto fail = [] { throw std::runtime_error("no database"); };
   recorder_.Throw("GetEntry", fail, 2);
   EXPECT_THROW(PXLp_LoadFrameSettings(), std::runtime_error);
-  EXPECT_FALSE(PXLp_frameSettings.poolEnabled);
-  EXPECT_EQ(PXLp_frameSettings.poolThresholdKiB, 300);
+  EXPECT_FALSE(PXLp_AccessFrameSettings().poolEnabled);
+  EXPECT_EQ(PXLp_AccessFrameSettings().poolThresholdKiB, 300);
 }
 
 TEST_F(PoolFrames, AreStrictlyLargerThanTheThreshold) {

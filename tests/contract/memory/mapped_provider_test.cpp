@@ -4,7 +4,7 @@
 #include <locale>
 #include <stdexcept>
 
-#include "memory/Memory.h"
+#include "memory/mapped_provider_reset.h"
 #include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
@@ -74,14 +74,14 @@ TEST_F(MappedProvider, StandsInItsPlaceBeforeTheFileIsMade) {
     ASSERT_NE(provider_, nullptr);
     EXPECT_EQ(provider_->context, nullptr);
     EXPECT_NE(provider_->release, nullptr);
-    EXPECT_EQ(PXLp_nextMappedFile, 2U);
+    EXPECT_EQ(PXLp_AccessNextFileNumber(), 2U);
   });
   EXPECT_EQ(New(), 0);
   EXPECT_TRUE(seen);
 }
 
 TEST_F(MappedProvider, CountsItsNamesOnAlsoAfterAFailure) {
-  EXPECT_EQ(PXLp_nextMappedFile, 1U);
+  EXPECT_EQ(PXLp_AccessNextFileNumber(), 1U);
   recorder_.Fail("Init");
   EXPECT_EQ(New(), 4);
   Release();
@@ -91,14 +91,14 @@ TEST_F(MappedProvider, CountsItsNamesOnAlsoAfterAFailure) {
 }
 
 TEST_F(MappedProvider, PrintsItsNumberWithASign) {
-  PXLp_nextMappedFile = 2147483647;
+  PXLp_AccessNextFileNumber() = 2147483647;
   EXPECT_EQ(New(), 0);
   Release();
   EXPECT_EQ(New(), 0);
   Release();
-  PXLp_nextMappedFile = 4294967295;
+  PXLp_AccessNextFileNumber() = 4294967295;
   EXPECT_EQ(New(), 0);
-  EXPECT_EQ(PXLp_nextMappedFile, 0U);
+  EXPECT_EQ(PXLp_AccessNextFileNumber(), 0U);
   EXPECT_THAT(recorder_.LogOf({"Init"}),
               ElementsAre(R"(Init("zelk.ov.pxlmapfile.2147483647", 4096, 101))",
                           R"(Init("zelk.ov.pxlmapfile.-2147483648", 4096, 101))",
@@ -112,7 +112,7 @@ TEST_F(MappedProvider, PrintsItsNumberInTheClassicLocale) {
     std::string do_grouping() const override { return "\3"; }
   };
   const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
-  PXLp_nextMappedFile = 1234567;
+  PXLp_AccessNextFileNumber() = 1234567;
   EXPECT_EQ(New(), 0);
   std::locale::global(before);
   EXPECT_EQ(recorder_.LogOf({"Init"})[0], R"(Init("zelk.ov.pxlmapfile.1234567", 4096, 101))");
@@ -169,7 +169,7 @@ TEST_F(MappedProvider, WithoutMemoryForItselfLeavesItsPlaceAlone) {
   recorder::FailNewOf(sizeof(PXL_PixelProvider));
   EXPECT_EQ(New(), 4);
   EXPECT_EQ(provider_, nullptr);
-  EXPECT_EQ(PXLp_nextMappedFile, 1U);
+  EXPECT_EQ(PXLp_AccessNextFileNumber(), 1U);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 1);
   EXPECT_EQ(Log().size(), 1U);
 }
@@ -193,7 +193,7 @@ TEST_F(MappedProvider, WithoutMemoryForItsFileStaysInItsPlace) {
   EXPECT_EQ(New(), 4);
   ASSERT_NE(provider_, nullptr);
   EXPECT_EQ(provider_->context, nullptr);
-  EXPECT_EQ(PXLp_nextMappedFile, 2U);
+  EXPECT_EQ(PXLp_AccessNextFileNumber(), 2U);
   EXPECT_EQ(recorder_.Count("K_AccountSystemAllocation"), 0);
 }
 

@@ -1,6 +1,6 @@
 #include "tests/contract/state/expected_reports.h"
 
-#include "state/messages/Messages.h"
+#include "state/messages/reports.h"
 
 namespace {
 

@@ -18,7 +18,7 @@ class ResizedFrame : public BornModule {
   ResizedFrame() { recorder_.script.purgeRounds = 0; }
 
   std::int32_t Resize(const Rect& rect, std::int32_t depth = 64) {
-    return PXLp_ResizeFrame(depth, &rect, worldH_);
+    return PXLp_ResizeFrame(rect, depth, worldH_);
   }
   [[nodiscard]] std::string Frame() { return recorder_.NameOf(Record(worldH_).pixels.frame); }
   // What an error leaves as it was: all but the block and the size beside it.
@@ -145,8 +145,8 @@ TEST_F(ResizedFrame, ThatDoesNotExistStaysAsItIsAtAnyDepthAndSize) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(10, 4), PXL_Flag_DEFERRED);
   const PXL_World before = Record(worldH);
   const Rect tooLarge = Sized(32767, 4);
-  EXPECT_EQ(PXLp_ResizeFrame(128, &NEW, worldH), 0);
-  EXPECT_EQ(PXLp_ResizeFrame(64, &tooLarge, worldH), 0);
+  EXPECT_EQ(PXLp_ResizeFrame(NEW, 128, worldH), 0);
+  EXPECT_EQ(PXLp_ResizeFrame(tooLarge, 64, worldH), 0);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
 }
@@ -321,7 +321,7 @@ TEST_F(ResizedFrame, GeometryIsStoredAsGivenButFromTheOrigin) {
   Record(worldH_).pixels.frame = reinterpret_cast<void*>(std::uintptr_t{0x1001});
   const PXL_World before = Record(worldH_);
   const Rect rect = {-5, 7, 15, 37};
-  EXPECT_EQ(PXLp_SetWorldGeometry(&rect, 0x12345, 128, worldH_), 0);
+  PXLp_SetWorldGeometry({rect, 128, 0x12345}, worldH_);
   EXPECT_THAT(Log(), ElementsAre("MacOffsetRect({-5, 7, 15, 37}, -7, 5)"));
   const PXL_World& world = Record(worldH_);
   EXPECT_THAT(ChangedFields(before, world),

@@ -14,7 +14,7 @@ class SurfaceUpdate : public BornModule {
  protected:
   SurfaceUpdate() { surface_ = Record(worldH_).gworld; }
   std::int32_t Update(std::int32_t depth = 32) {
-    return PXLp_UpdatePlatformSurface(worldH_, &surface_, depth, &rect_, nullptr, nullptr);
+    return PXLp_UpdatePlatformSurface(&surface_, rect_, depth, nullptr);
   }
   void FailWith(std::int32_t error) {
     recorder_.FailAlways("UpdateGWorld");
@@ -45,14 +45,10 @@ TEST_F(SurfaceUpdate, ForcesBitmapsForOneCall) {
 }
 
 TEST_F(SurfaceUpdate, HandsDepthAndDeviceOn) {
-  auto* device = reinterpret_cast<void*>(std::uintptr_t{0x1234567890});
-  EXPECT_EQ(PXLp_UpdatePlatformSurface(worldH_, &surface_, -8, &rect_, device, &rect_), 0);
+  auto* device = reinterpret_cast<GDHandle>(std::uintptr_t{0x1234567890});
+  EXPECT_EQ(PXLp_UpdatePlatformSurface(&surface_, rect_, -8, device), 0);
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld"}),
               ElementsAre("UpdateGWorld(gworld1, -8, {1, 2, 21, 32}, null, 78187493520, 0)"));
-}
-
-TEST_F(SurfaceUpdate, LooksAtNoWorld) {
-  EXPECT_EQ(PXLp_UpdatePlatformSurface(nullptr, &surface_, 32, &rect_, nullptr, nullptr), 0);
 }
 
 TEST_F(SurfaceUpdate, UpdatesTheVariableInPlace) {

@@ -2,7 +2,8 @@
 #include "simd/streaming.h"
 #include "tests/contract/transfer/image.h"
 #include "tests/support/module/contract.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/kernel_set.h"
+#include "transfer/kernels/selection.h"
 
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -41,7 +42,7 @@ class BlitKernels : public Contract, public ::testing::WithParamInterface<Conver
     BeBorn();
     theCachingCalls.clear();
     theStreamingCalls.clear();
-    PXLp_kernels.*GetParam().kernels = NOTING;
+    PXLp_selectedKernels.*GetParam().kernels = NOTING;
   }
 
   static void Blit(int width, int height) {

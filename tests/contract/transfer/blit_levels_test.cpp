@@ -5,7 +5,8 @@
 #include "tests/contract/transfer/image.h"
 #include "tests/support/module/levels.h"
 #include "transfer/deep_blit.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/plain_rows.h"
+#include "transfer/kernels/selection.h"
 
 namespace {
 
@@ -23,10 +24,10 @@ std::size_t ChannelBytes(std::int32_t depth) {
 Bytes PlainRow(const unsigned char* row, std::size_t channels, Pair pair) {
   Bytes result(channels * ChannelBytes(pair.to));
   if (pair.from == pair.to) std::memcpy(result.data(), row, result.size());
-  if (pair.from == 128 && pair.to == 32) PXLp_RowFto8(row, result.data(), channels);
-  if (pair.from == 64 && pair.to == 32) PXLp_Row16to8(row, result.data(), channels);
-  if (pair.from == 32 && pair.to == 64) PXLp_Row8to16(row, result.data(), channels);
-  if (pair.from == 32 && pair.to == 128) PXLp_Row8toF(row, result.data(), channels);
+  if (pair.from == 128 && pair.to == 32) PXLp_ConvertRowFto8(row, result.data(), channels);
+  if (pair.from == 64 && pair.to == 32) PXLp_ConvertRow16to8(row, result.data(), channels);
+  if (pair.from == 32 && pair.to == 64) PXLp_ConvertRow8to16(row, result.data(), channels);
+  if (pair.from == 32 && pair.to == 128) PXLp_ConvertRow8toF(row, result.data(), channels);
   return result;
 }
 
@@ -104,7 +105,7 @@ class BlitOfLevel : public EachLevel {
  protected:
   void SetUp() override {
     EachLevel::SetUp();
-    if (!IsSkipped()) PXLp_kernels = PXLp_KernelsOf(GetParam());
+    if (!IsSkipped()) PXLp_selectedKernels = PXLp_GetKernels(GetParam());
   }
 };
 

@@ -301,7 +301,7 @@ TEST_F(From8ToFloat, DividesBy255InDouble) {
 }
 
 TEST_F(From8ToFloat, IsExactForEveryValue) {
-  ASSERT_EQ(std::bit_cast<std::uint64_t>(PXLp_RECIPROCAL_255), 0x3F70101010101010U);
+  ASSERT_EQ(std::bit_cast<std::uint64_t>(PXLp_kReciprocal255), 0x3F70101010101010U);
   for (std::uint32_t c = 0; c <= 255; ++c) {
     EXPECT_EQ(Bits(ToF(static_cast<std::uint8_t>(c))), oracle::ChannelFrom8(c)) << c;
   }

@@ -1,11 +1,11 @@
 // What all ways of creation have in common: arguments, defaults, the handle.
-#include "world/creation.h"
-
 #include <algorithm>
 #include <stdexcept>
 
 #include "memory/frame_settings.h"
+#include "memory/frame_settings_reset.h"
 #include "tests/support/module/contract.h"
+#include "world/build.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -426,11 +426,11 @@ TEST_F(Creation, InTheCallersHandleThatFailsLeavesItUnlockedWithoutMarks) {
 }
 
 TEST_F(Creation, LetsAFailureOfTheSettingsPassOutAndLeavesNothingBehind) {
-  PXLp_frameSettings = {};
+  PXLp_AccessFrameSettings() = {};
   recorder_.Throw("GetEntry", [] { throw std::runtime_error("no database"); });
   EXPECT_THROW(New(nullptr, &rect_, 64), std::runtime_error);
   EXPECT_EQ(worldH_, nullptr);
-  EXPECT_TRUE(PXLp_frameSettings.loaded);
+  EXPECT_TRUE(PXLp_AccessFrameSettings().loaded);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "Instance()",
@@ -445,7 +445,7 @@ TEST_F(Creation, LetsAFailureOfTheSettingsPassOutAndLeavesNothingBehind) {
 }
 
 TEST_F(Creation, UnlocksTheCallersHandleWhenAFailureOfTheSettingsPassesOut) {
-  PXLp_frameSettings = {};
+  PXLp_AccessFrameSettings() = {};
   PXL_WorldHandle callersH = CallerHandle();
   recorder_.Throw("Instance", [] { throw 3L; });
   EXPECT_THROW(New(nullptr, &rect_, 64, 0, callersH), long);
@@ -456,7 +456,7 @@ TEST_F(Creation, UnlocksTheCallersHandleWhenAFailureOfTheSettingsPassesOut) {
 TEST_F(Creation, BuildsInTheRecordItIsGiven) {
   auto* callersH = CallerHandle();
   Record(callersH) = {};
-  EXPECT_EQ(PXLp_BuildWorld(nullptr, PXL_Flag_DEFERRED, 64, 9, &rect_, callersH), 0);
+  EXPECT_EQ(PXLp_BuildWorld({nullptr, PXL_Flag_DEFERRED, &rect_, 64}, callersH), 0);
   EXPECT_EQ(Record(callersH).pixels.frameSize, 820U);
   EXPECT_EQ(Record(callersH).headMark, 0U);
 }

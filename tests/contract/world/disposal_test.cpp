@@ -1,10 +1,11 @@
+#include "world/disposal.h"
+
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "memory/frame_settings.h"
 #include "tests/support/module/contract.h"
-#include "world/creation.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -2,21 +2,22 @@
 
 #include <cstring>
 
-#include "memory/frame_settings.h"
-#include "memory/mapped_provider.h"
-#include "transfer/kernels/Kernels.h"
+#include "memory/frame_settings_reset.h"
+#include "memory/mapped_provider_reset.h"
 #include "transfer/kernels/conversion_tables.h"
-#include "world/version_check.h"
+#include "transfer/kernels/kernel_set.h"
+#include "transfer/kernels/selection.h"
+#include "world/version_check_reset.h"
 
 namespace {
 
 // The module's state as it was loaded, before any test could change it.
 struct LoadedState {
   PXL_ModuleState module = PXLp_G;
-  PXLp_FrameSettings frameSettings = PXLp_frameSettings;
-  std::uint32_t nextMappedFile = PXLp_nextMappedFile;
-  bool librariesChecked = PXLp_librariesChecked;
-  PXLp_KernelSet kernels = PXLp_kernels;
+  PXLp_FrameSettings frameSettings = PXLp_AccessFrameSettings();
+  std::uint32_t nextMappedFile = PXLp_AccessNextFileNumber();
+  bool librariesChecked = PXLp_AccessLibrariesChecked();
+  PXLp_KernelSet kernels = PXLp_selectedKernels;
 };
 const LoadedState LOADED;
 
@@ -25,10 +26,10 @@ const LoadedState LOADED;
 // What happens once a process happens once a test.
 void Contract::UnloadModule() {
   PXLp_G = LOADED.module;
-  PXLp_frameSettings = LOADED.frameSettings;
-  PXLp_nextMappedFile = LOADED.nextMappedFile;
-  PXLp_librariesChecked = LOADED.librariesChecked;
-  PXLp_kernels = LOADED.kernels;
+  PXLp_AccessFrameSettings() = LOADED.frameSettings;
+  PXLp_AccessNextFileNumber() = LOADED.nextMappedFile;
+  PXLp_AccessLibrariesChecked() = LOADED.librariesChecked;
+  PXLp_selectedKernels = LOADED.kernels;
   PXLp_table8to16.fill(0);
   PXLp_table8toF.fill(0.0F);
   Kp_G_err_buf = -1;

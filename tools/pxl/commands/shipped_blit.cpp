@@ -8,7 +8,8 @@
 #include "tools/proof/digest.h"
 #include "tools/proof/inputs.h"
 #include "tools/pxl/module/world.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/kernel_set.h"
+#include "transfer/kernels/plain_rows.h"
 
 namespace pxl {
 namespace {
@@ -37,8 +38,8 @@ void PlainCopy(const void* source, void* destination, std::size_t channels) {
 }
 
 constexpr Pair kPairs[] = {
-    {32, 64, PXLp_Row8to16}, {32, 128, PXLp_Row8toF}, {64, 32, PXLp_Row16to8},
-    {64, 64, PlainCopy<2>},  {128, 32, PXLp_RowFto8}, {128, 128, PlainCopy<4>},
+    {32, 64, PXLp_ConvertRow8to16}, {32, 128, PXLp_ConvertRow8toF}, {64, 32, PXLp_ConvertRow16to8},
+    {64, 64, PlainCopy<2>},         {128, 32, PXLp_ConvertRowFto8}, {128, 128, PlainCopy<4>},
 };
 static_assert(std::size(kPairs) * std::size(kSizes) == kShippedBlits);
 

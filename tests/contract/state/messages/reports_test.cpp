@@ -1,8 +1,9 @@
+#include "state/messages/reports.h"
+
 #include <cstdio>
 #include <utility>
 
 #include "platform/K.h"
-#include "state/messages/Messages.h"
 #include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
@@ -25,7 +26,7 @@ TEST_F(Reports, AreLookedUpInTheCatalogueThatTheHostSees) {
   K_LStrEntry entries[2] = {{"key=", {}}, {"key=another text", {}}};
   K_LStrCatalogue other = {"PXL", 2, entries, 0};
   K_LStrCatalogue* own = std::exchange(PXL_G_zref, &other);
-  EXPECT_STREQ(PXLp_MessageText(PXLp_Message::Unborn), "another text");
+  EXPECT_STREQ(PXLp_LookUpMessage(PXLp_Message::Unborn), "another text");
   PXL_G_zref = own;
 }
 
@@ -75,13 +76,13 @@ TEST_F(Reports, CarryTheModulesNumberAndTheSite) {
       {PXLp_Site::BlitSameDepth, 0x70041}, {PXLp_Site::HostRequest, 0x70042},
       {PXLp_Site::Blit64, 0x70042},        {PXLp_Site::RowAddress, 0x703E7},
   };
-  for (const auto& [site, code] : sites) EXPECT_EQ(PXLp_ReportCode(site), code);
+  for (const auto& [site, code] : sites) EXPECT_EQ(PXLp_MakeReportCode(site), code);
 }
 
 TEST_F(Reports, HaveThreeClasses) {
-  EXPECT_EQ(PXLp_Class_MAPPING, 4);
-  EXPECT_EQ(PXLp_Class_ERROR, 8);
-  EXPECT_EQ(PXLp_Class_VERSION, 16);
+  EXPECT_EQ(PXLp_kClassMapping, 4);
+  EXPECT_EQ(PXLp_kClassError, 8);
+  EXPECT_EQ(PXLp_kClassVersion, 16);
 }
 
 TEST_F(Reports, KnowTheirMessagesByNumber) {
@@ -103,5 +104,5 @@ TEST_F(Reports, KnowTheirMessagesByNumber) {
       {PXLp_Message::CheckingWorld, "checking world"},
       {PXLp_Message::DoubleDeath, "double or corrupted death."},
   };
-  for (const auto& [message, text] : messages) EXPECT_STREQ(PXLp_MessageText(message), text);
+  for (const auto& [message, text] : messages) EXPECT_STREQ(PXLp_LookUpMessage(message), text);
 }

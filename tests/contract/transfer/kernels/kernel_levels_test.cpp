@@ -5,7 +5,8 @@
 #include "tests/support/module/levels.h"
 #include "tools/proof/shapes.h"
 #include "tools/proof/values.h"
-#include "transfer/kernels/Kernels.h"
+#include "transfer/kernels/plain_rows.h"
+#include "transfer/kernels/selection.h"
 
 using KernelsOfLevel = EachLevel;
 
@@ -43,9 +44,9 @@ TEST_P(KernelsOfLevel, StreamToRowsBetweenTheChannelsOfMemory) {
   std::vector<std::uint8_t> source(channels);
   for (std::size_t i = 0; i < channels; ++i) source[i] = static_cast<std::uint8_t>(i);
   std::vector<std::uint16_t> expected(channels);
-  PXLp_Row8to16(source.data(), expected.data(), channels);
+  PXLp_ConvertRow8to16(source.data(), expected.data(), channels);
 
   std::vector<unsigned char> memory(1 + channels * 2);
-  PXLp_KernelsOf(GetParam()).from8to16.streaming(source.data(), memory.data() + 1, channels);
+  PXLp_GetKernels(GetParam()).from8to16.streaming(source.data(), memory.data() + 1, channels);
   EXPECT_EQ(std::memcmp(memory.data() + 1, expected.data(), channels * 2), 0);
 }

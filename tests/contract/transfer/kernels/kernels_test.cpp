@@ -1,5 +1,3 @@
-#include "transfer/kernels/Kernels.h"
-
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -8,6 +6,8 @@
 #include "tests/support/module/contract.h"
 #include "tests/support/oracle/channel_oracle.h"
 #include "transfer/kernels/conversion_tables.h"
+#include "transfer/kernels/kernel_set.h"
+#include "transfer/kernels/plain_rows.h"
 
 using ::testing::ElementsAre;
 
@@ -59,7 +59,7 @@ std::vector<std::uint8_t> All8() {
 
 TEST_F(RowKernels, Narrow16BitsExactlyForEveryValue) {
   const auto source = All16();
-  const auto result = Transferred<std::uint16_t, std::uint8_t>(PXLp_Row16to8, source);
+  const auto result = Transferred<std::uint16_t, std::uint8_t>(PXLp_ConvertRow16to8, source);
   for (std::size_t i = 0; i < source.size(); ++i) {
     ASSERT_EQ(result[i], oracle::From16To8(source[i])) << source[i];
   }
@@ -67,7 +67,7 @@ TEST_F(RowKernels, Narrow16BitsExactlyForEveryValue) {
 
 TEST_F(RowKernels, Widen8BitsTo16ExactlyForEveryValue) {
   const auto source = All8();
-  const auto result = Transferred<std::uint8_t, std::uint16_t>(PXLp_Row8to16, source);
+  const auto result = Transferred<std::uint8_t, std::uint16_t>(PXLp_ConvertRow8to16, source);
   for (std::size_t i = 0; i < source.size(); ++i) {
     ASSERT_EQ(result[i], oracle::From8To16(source[i])) << i;
   }
@@ -75,7 +75,7 @@ TEST_F(RowKernels, Widen8BitsTo16ExactlyForEveryValue) {
 
 TEST_F(RowKernels, Widen8BitsToFloatExactlyForEveryValue) {
   const auto source = All8();
-  const auto result = Transferred<std::uint8_t, float>(PXLp_Row8toF, source);
+  const auto result = Transferred<std::uint8_t, float>(PXLp_ConvertRow8toF, source);
   for (std::size_t i = 0; i < source.size(); ++i) {
     ASSERT_EQ(std::bit_cast<std::uint32_t>(result[i]), oracle::ChannelFrom8(source[i])) << i;
   }
@@ -84,17 +84,19 @@ TEST_F(RowKernels, Widen8BitsToFloatExactlyForEveryValue) {
 TEST_F(RowKernels, ReadTheTablesAsTheyStand) {
   PXLp_table8to16[3] = 1234;
   PXLp_table8toF[3] = 56.5F;
-  EXPECT_THAT((Transferred<std::uint8_t, std::uint16_t>(PXLp_Row8to16, {3})), ElementsAre(1234));
-  EXPECT_THAT((Transferred<std::uint8_t, float>(PXLp_Row8toF, {3})), ElementsAre(56.5F));
+  EXPECT_THAT((Transferred<std::uint8_t, std::uint16_t>(PXLp_ConvertRow8to16, {3})),
+              ElementsAre(1234));
+  EXPECT_THAT((Transferred<std::uint8_t, float>(PXLp_ConvertRow8toF, {3})), ElementsAre(56.5F));
 }
 
 TEST_F(RowKernels, TruncateFloatsWherePixelsAreRounded) {
   const float infinite = std::numeric_limits<float>::infinity();
   const float notANumber = std::numeric_limits<float>::quiet_NaN();
-  EXPECT_THAT((Transferred<float, std::uint8_t>(
-                  PXLp_RowFto8, {0.5F, 1.0F, 0.999999F, 2.0F, infinite, -infinite, notANumber,
-                                 -notANumber, -0.0F, -0.3F, -1e-45F, 1e-45F, 0.7F})),
-              ElementsAre(127, 255, 254, 255, 255, 0, 0, 0, 0, 0, 0, 0, 178));
+  EXPECT_THAT(
+      (Transferred<float, std::uint8_t>(
+          PXLp_ConvertRowFto8, {0.5F, 1.0F, 0.999999F, 2.0F, infinite, -infinite, notANumber,
+                                -notANumber, -0.0F, -0.3F, -1e-45F, 1e-45F, 0.7F})),
+      ElementsAre(127, 255, 254, 255, 255, 0, 0, 0, 0, 0, 0, 0, 178));
 }
 
 TEST_F(RowKernels, TruncateFloatsExactlyAroundEveryThreshold) {
@@ -105,7 +107,7 @@ TEST_F(RowKernels, TruncateFloatsExactlyAroundEveryThreshold) {
       source.push_back(std::bit_cast<float>(n == 0 ? d : middle - 4 + d));
     }
   }
-  const auto result = Transferred<float, std::uint8_t>(PXLp_RowFto8, source);
+  const auto result = Transferred<float, std::uint8_t>(PXLp_ConvertRowFto8, source);
   for (std::size_t i = 0; i < source.size(); ++i) {
     ASSERT_EQ(result[i], oracle::RowFto8(std::bit_cast<std::uint32_t>(source[i]))) << source[i];
   }
@@ -116,7 +118,7 @@ TEST_F(RowKernels, TruncateFloatsExactlyAllOverTheirBits) {
   for (std::uint64_t bits = 0; bits < (std::uint64_t{1} << 32); bits += 65521) {
     source.push_back(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
   }
-  const auto result = Transferred<float, std::uint8_t>(PXLp_RowFto8, source);
+  const auto result = Transferred<float, std::uint8_t>(PXLp_ConvertRowFto8, source);
   for (std::size_t i = 0; i < source.size(); ++i) {
     const auto bits = std::bit_cast<std::uint32_t>(source[i]);
     ASSERT_EQ(result[i], oracle::RowFto8(bits)) << std::hex << bits;
@@ -133,10 +135,10 @@ TEST_F(RowKernels, WriteExactlyTheRowAtEveryLength) {
       sixteen[i] = static_cast<std::uint16_t>(i * 4099);
       real[i] = static_cast<float>(i) / 150.0F - 0.1F;
     }
-    const auto eightTo16 = Transferred<std::uint8_t, std::uint16_t>(PXLp_Row8to16, eight);
-    const auto eightToF = Transferred<std::uint8_t, float>(PXLp_Row8toF, eight);
-    const auto sixteenTo8 = Transferred<std::uint16_t, std::uint8_t>(PXLp_Row16to8, sixteen);
-    const auto realTo8 = Transferred<float, std::uint8_t>(PXLp_RowFto8, real);
+    const auto eightTo16 = Transferred<std::uint8_t, std::uint16_t>(PXLp_ConvertRow8to16, eight);
+    const auto eightToF = Transferred<std::uint8_t, float>(PXLp_ConvertRow8toF, eight);
+    const auto sixteenTo8 = Transferred<std::uint16_t, std::uint8_t>(PXLp_ConvertRow16to8, sixteen);
+    const auto realTo8 = Transferred<float, std::uint8_t>(PXLp_ConvertRowFto8, real);
     for (std::size_t i = 0; i < channels; ++i) {
       ASSERT_EQ(eightTo16[i], oracle::From8To16(eight[i]));
       ASSERT_EQ(std::bit_cast<std::uint32_t>(eightToF[i]), oracle::ChannelFrom8(eight[i]));

@@ -1,4 +1,5 @@
-#include "memory/caught_code.h"
+// The translation of the exception being handled.
+#include "memory/caught_exception.h"
 
 #include <exception>
 
@@ -7,7 +8,7 @@
 
 namespace {
 
-// K needs memory for its report, which may be what there is none of.
+// The report itself needs memory, which may be short.
 std::int32_t Report(const std::exception& exception) {
   try {
     return K_TranslateAndReportException(exception);
@@ -18,7 +19,7 @@ std::int32_t Report(const std::exception& exception) {
 
 }  // namespace
 
-std::int32_t PXLp_CaughtCode() {
+std::int32_t PXLp_TranslateCaughtException() {
   try {
     throw;
   } catch (const std::exception& exception) {
