@@ -6,9 +6,9 @@
 
 namespace simd {
 
-extern const Routines ROUTINES_SSE41;
-extern const Routines ROUTINES_AVX2;
-extern const Routines ROUTINES_AVX512;
+extern const Routines kSse41Routines;
+extern const Routines kAvx2Routines;
+extern const Routines kAvx512Routines;
 
 }  // namespace simd
 

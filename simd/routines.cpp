@@ -6,20 +6,21 @@
 namespace simd {
 namespace {
 
-constexpr Routines BASELINE = {PlainCopy, PlainCopy, PlainFill32, PlainFill32, PlainReverseBytes32};
+constexpr Routines kBaselineRoutines = {PlainCopy, PlainCopy, PlainFill32, PlainFill32,
+                                        PlainReverseBytes32};
 
 }  // namespace
 
 const Routines& RoutinesOf(Level level) {
   switch (level) {
     case Level::Sse41:
-      return ROUTINES_SSE41;
+      return kSse41Routines;
     case Level::Avx2:
-      return ROUTINES_AVX2;
+      return kAvx2Routines;
     case Level::Avx512:
-      return ROUTINES_AVX512;
+      return kAvx512Routines;
     default:
-      return BASELINE;
+      return kBaselineRoutines;
   }
 }
 
