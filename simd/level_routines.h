@@ -1,4 +1,4 @@
-// The routines that are compiled for one level each.
+// The routines of each level, from the source that is compiled for it.
 #ifndef SIMD_LEVEL_ROUTINES_H
 #define SIMD_LEVEL_ROUTINES_H
 

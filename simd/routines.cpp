@@ -1,7 +1,9 @@
+// Selects the routines of a level.
 #include "simd/routines.h"
 
 #include "simd/level_routines.h"
 #include "simd/plain_loops.h"
+#include "simd/processor_level.h"
 
 namespace simd {
 namespace {

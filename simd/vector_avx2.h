@@ -54,18 +54,18 @@ struct VectorAvx2 {
   static Type MultiplyHigh16(Type a, Type b) { return _mm256_mulhi_epu16(a, b); }
   // Half of the sum, rounded upwards.
   static Type Average16(Type a, Type b) { return _mm256_avg_epu16(a, b); }
-  template <int bits>
+  template <int kBits>
   static Type ShiftLeft16(Type a) {
-    return _mm256_slli_epi16(a, bits);
+    return _mm256_slli_epi16(a, kBits);
   }
 
   // Signed numbers.
   static Type MultiplyHighSigned16(Type a, Type b) { return _mm256_mulhi_epi16(a, b); }
   // a * b / 32768, rounded to the nearest.
   static Type MultiplyRounded16(Type a, Type b) { return _mm256_mulhrs_epi16(a, b); }
-  template <int bits>
+  template <int kBits>
   static Type ShiftRightSigned16(Type a) {
-    return _mm256_srai_epi16(a, bits);
+    return _mm256_srai_epi16(a, kBits);
   }
   // Sums of two neighbouring products: of unsigned and signed bytes, of numbers of 16 bits.
   static Type MultiplyPairs8(Type bytes, Type factors) {

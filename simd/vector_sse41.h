@@ -52,18 +52,18 @@ struct VectorSse41 {
   static Type MultiplyHigh16(Type a, Type b) { return _mm_mulhi_epu16(a, b); }
   // Half of the sum, rounded upwards.
   static Type Average16(Type a, Type b) { return _mm_avg_epu16(a, b); }
-  template <int bits>
+  template <int kBits>
   static Type ShiftLeft16(Type a) {
-    return _mm_slli_epi16(a, bits);
+    return _mm_slli_epi16(a, kBits);
   }
 
   // Signed numbers.
   static Type MultiplyHighSigned16(Type a, Type b) { return _mm_mulhi_epi16(a, b); }
   // a * b / 32768, rounded to the nearest.
   static Type MultiplyRounded16(Type a, Type b) { return _mm_mulhrs_epi16(a, b); }
-  template <int bits>
+  template <int kBits>
   static Type ShiftRightSigned16(Type a) {
-    return _mm_srai_epi16(a, bits);
+    return _mm_srai_epi16(a, kBits);
   }
   // Sums of two neighbouring products: of unsigned and signed bytes, of numbers of 16 bits.
   static Type MultiplyPairs8(Type bytes, Type factors) { return _mm_maddubs_epi16(bytes, factors); }

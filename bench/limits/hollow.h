@@ -11,7 +11,7 @@ namespace bench {
 
 template <typename Vector, bool kStreaming>
 inline void Put(std::uint8_t* to, typename Vector::Type lanes) {
-  // Keeps the compiler from seeing a copy, a fill or nothing at all in the loop.
+  // Prevents the compiler from replacing the loop by a block move or omitting it.
   asm("" : "+v"(lanes));
   if constexpr (kStreaming) {
     Vector::Stream(to, lanes);
@@ -29,7 +29,7 @@ inline typename Vector::Type Xored(const std::uint8_t* from) {
   return lanes;
 }
 
-// One step of the loop; both pointers move on.
+// One step of the loop; advances both pointers.
 template <typename Vector, Shape kShape, bool kStreaming>
 inline void Step(std::uint8_t*& to, const std::uint8_t*& from) {
   constexpr std::size_t kStores = kShape == Shape::Widen2 ? 2 : kShape == Shape::Widen4 ? 4 : 1;
@@ -55,8 +55,8 @@ constexpr std::size_t SourceBytes(std::size_t written) {
   return kShape == Shape::Narrow4 ? written * 4 : written;
 }
 
-// A vector that is not on its boundary starts and ends the row where it has to;
-// it overlaps its neighbours.
+// The vectors at the start and the end may be unaligned and overlap their
+// neighbours.
 template <typename Vector, Shape kShape, bool kStreaming>
 void HollowLoop(std::uint8_t* to, const std::uint8_t* from, std::size_t bytes) {
   constexpr std::size_t kStepBytes = kShape == Shape::Widen2

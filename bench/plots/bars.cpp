@@ -1,3 +1,4 @@
+// The bar plots: comparison with peers, and the transfer modes.
 #include <fmt/format.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Selects the results of plots and writes the common head of their scripts.
 #include "bench/plots/drawings.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The line plots: growth of pictures, and both kinds of stores.
 #include <fmt/format.h>
 
 #include "bench/plots/drawings.h"
@@ -38,7 +39,7 @@ std::string MannerData(const std::vector<const Result*>& rows) {
   return data + "END\n";
 }
 
-// The mark stands before the first size for which the module would stream.
+// The mark is before the first size at which the module streams.
 std::string ThresholdMark(const std::vector<const Result*>& rows) {
   for (const Result* row : rows) {
     if (row->Ours().name != "streaming") continue;

@@ -1,3 +1,4 @@
+// Collects the scripts of all plots.
 #include "bench/report/plots.h"
 
 #include "bench/plots/drawings.h"

@@ -42,8 +42,8 @@ bool MakeOften() {
   return true;
 }
 
-// A freed handle rests until some hundreds of others were freed; until then the
-// store grows.
+// A freed handle is used again only after some hundreds of others were freed; until
+// then the store grows.
 void TellOfSystemUse() {
   MakeOften();
   const long before = PageFaults();
@@ -77,7 +77,7 @@ std::vector<Contender> SetUpMakeCleared() {
            })}};
 }
 
-// As long as it lives K keeps no blocks, so that every frame is fresh.
+// During its life K keeps no freed blocks, so that every frame is a new allocation.
 class NoKeptBlocks {
  public:
   NoKeptBlocks() { K_SetPoolLimit(0); }

@@ -53,7 +53,7 @@ std::vector<Contender> SetUpCopy(const Size& from, const Size& to, Limits limits
   return contenders;
 }
 
-// Weights and limits in the middle, so that no mode has an easy case.
+// Weights and limits in the middle of their range, so that no mode can skip work.
 void SetOpColor(PXL_WorldHandle worldH) {
   const QDE_RGBColor grey = {0x8000, 0x9000, 0xA000};
   QDE_SetPortColor((**worldH).gworld, QDE_PortColor_OP, &grey);

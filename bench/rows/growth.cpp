@@ -1,5 +1,5 @@
-// The same work at sizes from an icon to a gigapixel's eighth: what it costs
-// grows as the hollow copy does.
+// The same work at sizes from an icon to an eighth of a gigapixel: its time has to grow
+// like that of the hollow copy.
 #include <fmt/format.h>
 
 #include "bench/harness/session.h"

@@ -78,7 +78,7 @@ std::vector<Contender> SetUpFirstMappedLock() {
           {Role::Limit, "mmap and munmap", Repeat([file] { file->MapAndUnmap(); })}};
 }
 
-// Stays locked meanwhile.
+// Stays locked during the row.
 std::vector<Contender> SetUpLaterMappedLock() {
   const std::shared_ptr<Unlocked> world(new Unlocked(Kind::Frame, PXL_Depth_128, kMapped),
                                         [](Unlocked* locked) {
@@ -92,7 +92,7 @@ std::vector<Contender> SetUpLaterMappedLock() {
           TwoEmptyCalls()};
 }
 
-// The module is not alive between the calls, and alive again in the end.
+// Ends the life of the module before the calls, and starts it again after them.
 class Unborn {
  public:
   Unborn() { PXL_Death(); }

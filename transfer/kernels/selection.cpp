@@ -1,5 +1,6 @@
 #include "transfer/kernels/selection.h"
 
+#include "simd/processor_level.h"
 #include "transfer/kernels/Kernels.h"
 #include "transfer/kernels/level_kernels.h"
 
