@@ -9,7 +9,14 @@
 #include "PXL.h"
 #include "bench/report/files.h"
 #include "bench/report/reporter.h"
-#include "bench/rows/rows.h"
+#include "bench/rows/allocations.h"
+#include "bench/rows/conversions.h"
+#include "bench/rows/drawing.h"
+#include "bench/rows/fills.h"
+#include "bench/rows/growth.h"
+#include "bench/rows/locks.h"
+#include "bench/rows/pixels.h"
+#include "bench/rows/thresholds.h"
 #include "transfer/kernels/conversion_tables.h"
 
 namespace {

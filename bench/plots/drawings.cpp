@@ -40,13 +40,4 @@ std::string Preamble() {
          "set linetype 9 linecolor rgb '#999999'\n";
 }
 
-std::vector<Drawing> AllDrawings(const Results& results) {
-  std::vector<Drawing> drawings;
-  DrawOperations(results, drawings);
-  DrawModes(results, drawings);
-  DrawGrowth(results, drawings);
-  DrawThresholds(results, drawings);
-  return drawings;
-}
-
 }  // namespace bench

@@ -16,18 +16,6 @@ struct Drawing {
 
 using Results = std::vector<Result>;
 
-// Time of the limit in proportion to ours and the peers', a group of bars for each
-// work.
-void DrawOperations(const Results& results, std::vector<Drawing>& drawings);
-// The transfer modes next to a plain copy.
-void DrawModes(const Results& results, std::vector<Drawing>& drawings);
-// Time for a pixel by size of picture.
-void DrawGrowth(const Results& results, std::vector<Drawing>& drawings);
-// Both kinds of stores as the size grows.
-void DrawThresholds(const Results& results, std::vector<Drawing>& drawings);
-
-std::vector<Drawing> AllDrawings(const Results& results);
-
 // The results whose work starts with this text, in order.
 std::vector<const Result*> RowsOf(const Results& results, const std::string& start);
 // The different works of results, in order.

@@ -1,7 +1,7 @@
 // The line plots: growth of pictures, and both kinds of stores.
-#include <fmt/format.h>
+#include "bench/plots/lines.h"
 
-#include "bench/plots/drawings.h"
+#include <fmt/format.h>
 
 namespace bench {
 namespace {

@@ -1,4 +1,6 @@
 // Making and disposing of a large frame.
+#include "bench/rows/allocations.h"
+
 #include <fmt/format.h>
 #include <sys/mman.h>
 
@@ -44,7 +46,7 @@ bool MakeOften() {
 
 // A freed handle is used again only after some hundreds of others were freed; until
 // then the store grows.
-void TellOfSystemUse() {
+void ReportSystemUse() {
   MakeOften();
   const long before = PageFaults();
   MakeOften();
@@ -57,7 +59,7 @@ void TellOfSystemUse() {
 }
 
 std::vector<Contender> SetUpMake() {
-  TellOfSystemUse();
+  ReportSystemUse();
   std::vector<Contender> contenders = FramePeers(kSize.width, kSize.height);
   contenders.push_back({Role::Ours, "PXL", Repeat([] { MakeAndDispose(0); })});
   contenders.push_back(

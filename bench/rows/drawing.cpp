@@ -1,4 +1,6 @@
 // The blit of surfaces, which the drawing layer does.
+#include "bench/rows/drawing.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 #include "QDE_host.h"
 #include "bench/limits/limits.h"
 #include "bench/rows/photograph.h"
-#include "bench/rows/rows.h"
 #include "bench/subjects/peers.h"
 #include "bench/subjects/world.h"
 

@@ -1,4 +1,6 @@
 // Locks and unlocks of each kind of World, and birth with death.
+#include "bench/rows/locks.h"
+
 #include <sys/mman.h>
 
 #include <cstdio>

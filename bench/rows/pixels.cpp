@@ -1,4 +1,6 @@
 // The conversions of single pixels, next to an exported call that does nothing.
+#include "bench/rows/pixels.h"
+
 #include "PXL.h"
 #include "bench/rows/empty_call.h"
 #include "bench/rows/rows.h"

@@ -1,5 +1,7 @@
 // The size from which streaming stores are faster: both kinds of a kernel at each
 // size. Ours is the kind that the module chooses.
+#include "bench/rows/thresholds.h"
+
 #include <fmt/format.h>
 
 #include <cstring>
