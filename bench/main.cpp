@@ -1,5 +1,5 @@
-// pxl_bench: how fast is the module, next to what the memory allows and to what
-// other libraries do?
+// pxl_bench: measures the speed of the module, and compares it with the limits of the
+// memory and with other libraries.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -9,7 +9,14 @@
 #include "PXL.h"
 #include "bench/report/files.h"
 #include "bench/report/reporter.h"
-#include "bench/rows/rows.h"
+#include "bench/rows/allocations.h"
+#include "bench/rows/conversions.h"
+#include "bench/rows/drawing.h"
+#include "bench/rows/fills.h"
+#include "bench/rows/growth.h"
+#include "bench/rows/locks.h"
+#include "bench/rows/pixels.h"
+#include "bench/rows/thresholds.h"
 #include "transfer/kernels/conversion_tables.h"
 
 namespace {
@@ -22,7 +29,7 @@ struct Options {
   std::filesystem::path folder = "build/bench";
 };
 
-// Takes the program's own options out; Google Benchmark takes the others.
+// Removes the program's own options; Google Benchmark reads the others.
 Options TakeOptions(int* count, char** arguments) {
   constexpr const char* kFolder = "--output=";
   Options options;
@@ -60,7 +67,7 @@ int Run(const Options& options) {
   PXL_Birth(0);
   AddAllRows();
   bench::Reporter reporter(session);
-  if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) return kExitUsage;  // it says why
+  if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) return kExitUsage;  // it prints the reason
   PXL_Death();
   if (!session.results.empty()) bench::WriteFiles(session, options.folder);
   return session.failures.empty() ? 0 : kExitFailure;

@@ -1,4 +1,4 @@
-// The routines that are compiled for one level each.
+// The routines of each level, from the source that is compiled for it.
 #ifndef SIMD_LEVEL_ROUTINES_H
 #define SIMD_LEVEL_ROUTINES_H
 
@@ -6,9 +6,9 @@
 
 namespace simd {
 
-extern const Routines ROUTINES_SSE41;
-extern const Routines ROUTINES_AVX2;
-extern const Routines ROUTINES_AVX512;
+extern const Routines kSse41Routines;
+extern const Routines kAvx2Routines;
+extern const Routines kAvx512Routines;
 
 }  // namespace simd
 

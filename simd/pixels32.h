@@ -1,6 +1,5 @@
 // Runs of 32-bit words: filling, and reversing the bytes of each word, with the
-// best routines of the processor. Knows no World, no handle and no error;
-// addresses need no alignment.
+// best routines of the processor. Addresses need no alignment.
 #ifndef SIMD_PIXELS32_H
 #define SIMD_PIXELS32_H
 

@@ -1,3 +1,4 @@
+// The routines without vectors.
 #include "simd/plain_loops.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// The routines without vectors: what the others equal.
+// The routines without vectors, which define the results of all others.
 #ifndef SIMD_PLAIN_LOOPS_H
 #define SIMD_PLAIN_LOOPS_H
 
@@ -7,7 +7,7 @@
 
 namespace simd {
 
-// The runtime's block move, which picks vectors of its own.
+// The runtime's block move, which chooses its vectors itself.
 void PlainCopy(void* destination, const void* source, std::size_t bytes);
 void PlainFill32(void* destination, std::uint32_t value, std::size_t count);
 void PlainReverseBytes32(void* words, std::size_t count);

@@ -1,21 +1,20 @@
-// What the processor offers: its widest vectors and its caches.
+// The instructions of processors, and the levels that they are grouped in.
 #ifndef SIMD_PROCESSOR_H
 #define SIMD_PROCESSOR_H
 
 #include <array>
-#include <cstddef>
 
 namespace simd {
 
 // Sets of vector instructions, each with all of those before it.
 enum class Level : int {
-  Baseline,  // what every 64-bit processor has
+  Baseline,  // of every 64-bit processor
   Sse41,     // SSSE3 and SSE4.1
   Avx2,      // AVX2 and FMA
   Avx512,    // AVX-512 F, BW, DQ and VL
 };
 
-inline constexpr std::array ALL_LEVELS = {Level::Baseline, Level::Sse41, Level::Avx2,
+inline constexpr std::array kAllLevels = {Level::Baseline, Level::Sse41, Level::Avx2,
                                           Level::Avx512};
 
 // "baseline", "SSE4.1", "AVX2" or "AVX-512".
@@ -30,22 +29,11 @@ struct Features {
   bool avx512 = false;  // F, BW, DQ and VL
 };
 
-// The processor is asked once; any thread may call.
+// Read once; any thread may call.
 const Features& ProcessorFeatures();
 
-// The highest level that both the processor and the system support. The
-// processor is asked once; any thread may call.
-Level ProcessorLevel();
-
-// Sizes in bytes, as the processor tells them; where it tells nothing, what
-// small processors have.
-struct Caches {
-  std::size_t own;     // the largest that a core has to itself
-  std::size_t shared;  // a core's share of the last level; no less than `own`
-};
-
-// Asked once; any thread may call.
-const Caches& ProcessorCaches();
+// The highest level with all of its features and those of the levels below.
+Level LevelOf(const Features& features);
 
 }  // namespace simd
 

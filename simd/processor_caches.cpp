@@ -1,11 +1,10 @@
+// Reads the processor's lists of caches and sums them up.
+#include "simd/processor_caches.h"
+
 #include <cpuid.h>
 
+#include <algorithm>
 #include <array>
-#include <cstddef>
-#include <span>
-
-#include "simd/processor.h"
-#include "simd/processor_rules.h"
 
 namespace simd {
 namespace {
@@ -14,7 +13,7 @@ struct Registers {
   unsigned a, b, c, d;
 };
 
-Registers Ask(unsigned leaf, unsigned subleaf) {
+Registers ReadLeaf(unsigned leaf, unsigned subleaf) {
   Registers r{};
   __cpuid_count(leaf, subleaf, r.a, r.b, r.c, r.d);
   return r;
@@ -26,8 +25,8 @@ constexpr unsigned Bits(unsigned value, unsigned first, unsigned count) {
 }
 
 // Leaves 4 (Intel) and 8000001D (AMD) list the caches in the same layout.
-constexpr unsigned END_OF_LIST = 0;
-constexpr unsigned INSTRUCTIONS = 2;
+constexpr unsigned kEndOfList = 0;
+constexpr unsigned kInstructions = 2;
 
 unsigned TypeOf(const Registers& r) {
   return Bits(r.a, 0, 5);
@@ -41,25 +40,25 @@ Cache CacheOf(const Registers& r) {
   return {Bits(r.a, 5, 3), ways * partitions * line * sets, Bits(r.a, 14, 12) + std::size_t{1}};
 }
 
-// The end of the list at once where the processor has no such leaf.
-Registers AskForCache(unsigned leaf, unsigned range, unsigned index) {
-  return Ask(range, 0).a >= leaf ? Ask(leaf, index) : Registers{};
+// Without such a leaf, the end of the list.
+Registers ReadCache(unsigned leaf, unsigned range, unsigned index) {
+  return ReadLeaf(range, 0).a >= leaf ? ReadLeaf(leaf, index) : Registers{};
 }
 
-// More than any processor has. A fixed number needs no memory, which the first
-// conversion may not get.
-constexpr unsigned MOST_CACHES = 16;
+// More than any processor has. A list of fixed size needs no allocation, which could
+// fail in the first conversion.
+constexpr unsigned kMostCaches = 16;
 struct CacheList {
-  std::array<Cache, MOST_CACHES> caches{};
+  std::array<Cache, kMostCaches> caches{};
   std::size_t count = 0;
 };
 
 CacheList ReadCaches(unsigned leaf, unsigned range) {
   CacheList list;
-  for (unsigned index = 0; index < MOST_CACHES; ++index) {
-    const Registers answer = AskForCache(leaf, range, index);
-    if (TypeOf(answer) == END_OF_LIST) break;
-    if (TypeOf(answer) != INSTRUCTIONS) list.caches[list.count++] = CacheOf(answer);
+  for (unsigned index = 0; index < kMostCaches; ++index) {
+    const Registers answer = ReadCache(leaf, range, index);
+    if (TypeOf(answer) == kEndOfList) break;
+    if (TypeOf(answer) != kInstructions) list.caches[list.count++] = CacheOf(answer);
   }
   return list;
 }
@@ -75,6 +74,17 @@ Caches FindCaches() {
 const Caches& ProcessorCaches() {
   static const Caches caches = FindCaches();
   return caches;
+}
+
+Caches CachesOf(std::span<const Cache> caches) {
+  if (caches.empty()) return {std::size_t{256} * 1024, std::size_t{1024} * 1024};
+  Caches found{};
+  for (const Cache& cache : caches) {
+    if (cache.level <= 2) found.own = std::max(found.own, cache.bytes);
+    found.shared = std::max(found.shared, cache.bytes / cache.threads);
+  }
+  found.shared = std::max(found.own, found.shared);
+  return found;
 }
 
 }  // namespace simd

@@ -1,5 +1,5 @@
 // Copies, fills and byte swaps for each level of processor. Addresses need no
-// alignment; no routine touches a byte outside of what it is given.
+// alignment; no routine reads or writes a byte outside its ranges.
 #ifndef SIMD_ROUTINES_H
 #define SIMD_ROUTINES_H
 
@@ -11,8 +11,8 @@
 namespace simd {
 
 struct Routines {
-  // Equals memmove, also where the two overlap. Streaming writes past the
-  // caches: whoever calls it ends with FinishStreaming().
+  // Equals memmove, also where the two overlap. Streaming stores bypass the
+  // caches: the caller ends with FinishStreaming().
   void (*copy)(void* destination, const void* source, std::size_t bytes);
   void (*streamingCopy)(void* destination, const void* source, std::size_t bytes);
 

@@ -1,3 +1,4 @@
+// Copies, fills and byte swaps for AVX2.
 #include "simd/level_routines.h"
 #include "simd/vector_avx2.h"
 #include "simd/vector_loops.h"
@@ -5,16 +6,10 @@
 namespace simd {
 namespace {
 
-struct Words : VectorAvx2 {
-  static Type OfWord(std::uint32_t word) { return _mm256_set1_epi32(static_cast<int>(word)); }
-  static Type Reversed(Type words) {
-    const __m128i order = _mm_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12);
-    return _mm256_shuffle_epi8(words, _mm256_broadcastsi128_si256(order));
-  }
-};
+struct Vector : VectorAvx2 {};
 
 }  // namespace
 
-constinit const Routines ROUTINES_AVX2 = VectorRoutines<Words>();
+constinit const Routines kAvx2Routines = VectorRoutines<Vector>();
 
 }  // namespace simd

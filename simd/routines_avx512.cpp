@@ -1,3 +1,4 @@
+// Copies, fills and byte swaps for AVX-512.
 #include "simd/level_routines.h"
 #include "simd/vector_avx512.h"
 #include "simd/vector_loops.h"
@@ -5,16 +6,10 @@
 namespace simd {
 namespace {
 
-struct Words : VectorAvx512 {
-  static Type OfWord(std::uint32_t word) { return _mm512_set1_epi32(static_cast<int>(word)); }
-  static Type Reversed(Type words) {
-    const __m128i order = _mm_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12);
-    return _mm512_shuffle_epi8(words, _mm512_broadcast_i32x4(order));
-  }
-};
+struct Vector : VectorAvx512 {};
 
 }  // namespace
 
-constinit const Routines ROUTINES_AVX512 = VectorRoutines<Words>();
+constinit const Routines kAvx512Routines = VectorRoutines<Vector>();
 
 }  // namespace simd

@@ -1,21 +1,151 @@
-// The vectors of AVX2. Only for sources that are compiled for that level.
+// The vectors of AVX2. Only for sources that are compiled for that level: each derives a
+// type from this one in its unnamed namespace and passes that to the templates, so that the
+// linker cannot use what is compiled here at other levels. The headers of the levels have the
+// same members.
 #ifndef SIMD_VECTOR_AVX2_H
 #define SIMD_VECTOR_AVX2_H
 
 #include <immintrin.h>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace simd {
 
 struct VectorAvx2 {
   using Type = __m256i;
-  static constexpr std::size_t BYTES = sizeof(Type);
+  using Floats = __m256;
+  static constexpr std::size_t kBytes = sizeof(Type);
 
   static Type Load(const void* from) { return _mm256_loadu_si256(static_cast<const Type*>(from)); }
   static void Store(void* to, Type vector) { _mm256_storeu_si256(static_cast<Type*>(to), vector); }
-  // To a multiple of BYTES, past the caches.
+  // To a multiple of kBytes, past the caches.
   static void Stream(void* to, Type vector) { _mm256_stream_si256(static_cast<Type*>(to), vector); }
+
+  // The same number in each place.
+  static Type Spread16(std::uint16_t number) {
+    return _mm256_set1_epi16(static_cast<short>(number));
+  }
+  static Type Spread32(std::uint32_t number) { return _mm256_set1_epi32(static_cast<int>(number)); }
+  static Type Spread64(std::uint64_t number) {
+    return _mm256_set1_epi64x(static_cast<long long>(number));
+  }
+
+  // Bit by bit.
+  static Type And(Type a, Type b) { return _mm256_and_si256(a, b); }
+  static Type Or(Type a, Type b) { return _mm256_or_si256(a, b); }
+  static Type Xor(Type a, Type b) { return _mm256_xor_si256(a, b); }
+  static Type Not(Type a) { return _mm256_xor_si256(a, _mm256_set1_epi32(-1)); }
+  static Type Select(Type mask, Type ones, Type zeros) {
+    return _mm256_or_si256(_mm256_and_si256(mask, ones), _mm256_andnot_si256(mask, zeros));
+  }
+
+  // Unsigned numbers of 8 and 16 bits.
+  static Type Add8(Type a, Type b) { return _mm256_add_epi8(a, b); }
+  static Type Sub8(Type a, Type b) { return _mm256_sub_epi8(a, b); }
+  static Type AddSaturated8(Type a, Type b) { return _mm256_adds_epu8(a, b); }
+  static Type SubSaturated8(Type a, Type b) { return _mm256_subs_epu8(a, b); }
+  static Type Min8(Type a, Type b) { return _mm256_min_epu8(a, b); }
+  static Type Max8(Type a, Type b) { return _mm256_max_epu8(a, b); }
+  static Type Add16(Type a, Type b) { return _mm256_add_epi16(a, b); }
+  static Type Sub16(Type a, Type b) { return _mm256_sub_epi16(a, b); }
+  static Type AddSaturated16(Type a, Type b) { return _mm256_adds_epu16(a, b); }
+  static Type Multiply16(Type a, Type b) { return _mm256_mullo_epi16(a, b); }
+  static Type MultiplyHigh16(Type a, Type b) { return _mm256_mulhi_epu16(a, b); }
+  // Half of the sum, rounded upwards.
+  static Type Average16(Type a, Type b) { return _mm256_avg_epu16(a, b); }
+  template <int kBits>
+  static Type ShiftLeft16(Type a) {
+    return _mm256_slli_epi16(a, kBits);
+  }
+
+  // Signed numbers.
+  static Type MultiplyHighSigned16(Type a, Type b) { return _mm256_mulhi_epi16(a, b); }
+  // a * b / 32768, rounded to the nearest.
+  static Type MultiplyRounded16(Type a, Type b) { return _mm256_mulhrs_epi16(a, b); }
+  template <int kBits>
+  static Type ShiftRightSigned16(Type a) {
+    return _mm256_srai_epi16(a, kBits);
+  }
+  // Sums of two neighbouring products: of unsigned and signed bytes, of numbers of 16 bits.
+  static Type MultiplyPairs8(Type bytes, Type factors) {
+    return _mm256_maddubs_epi16(bytes, factors);
+  }
+  static Type MultiplyPairs16(Type a, Type b) { return _mm256_madd_epi16(a, b); }
+
+  // All ones where the two are equal, else 0.
+  static Type Equal8(Type a, Type b) { return _mm256_cmpeq_epi8(a, b); }
+  static Type Equal16(Type a, Type b) { return _mm256_cmpeq_epi16(a, b); }
+  static Type Equal32(Type a, Type b) { return _mm256_cmpeq_epi32(a, b); }
+
+  // The bytes of each 32 bits in the opposite order.
+  static Type ReverseBytes32(Type words) {
+    const __m128i order = _mm_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12);
+    return _mm256_shuffle_epi8(words, _mm256_broadcastsi128_si256(order));
+  }
+
+  // Bytes of `a` and `b` in turn. The vectors of the low bytes and of the high ones are in an
+  // order that PackSigned and PackUnsigned undo.
+  static Type LowPairs8(Type a, Type b) { return _mm256_unpacklo_epi8(a, b); }
+  static Type HighPairs8(Type a, Type b) { return _mm256_unpackhi_epi8(a, b); }
+  // Numbers of 16 bits, signed, as bytes of the nearest value.
+  static Type PackSigned(Type low, Type high) { return _mm256_packs_epi16(low, high); }
+  static Type PackUnsigned(Type low, Type high) { return _mm256_packus_epi16(low, high); }
+  // For numbers in their order in memory: of 16 bits, and of 32.
+  static Type PackUnsignedInOrder(Type low, Type high) {
+    return _mm256_permute4x64_epi64(PackUnsigned(low, high), _MM_SHUFFLE(3, 1, 2, 0));
+  }
+  static Type PackUnsignedInOrder(Type a, Type b, Type c, Type d) {
+    const Type bytes = _mm256_packus_epi16(_mm256_packs_epi32(a, b), _mm256_packs_epi32(c, d));
+    return _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+  }
+
+  // Bytes as numbers of 16 or 32 bits: as many as a vector holds.
+  static Type LoadBytesAs16(const void* bytes) {
+    return _mm256_cvtepu8_epi16(_mm_loadu_si128(static_cast<const __m128i*>(bytes)));
+  }
+  static Type LoadBytesAs32(const void* bytes) {
+    return _mm256_cvtepu8_epi32(_mm_loadl_epi64(static_cast<const __m128i*>(bytes)));
+  }
+
+  // Numbers of 32 bits: every second one of two vectors in a row, and each one of half a
+  // vector twice.
+  static Type Even32(Type a, Type b) {
+    const Floats even = _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), 0x88);
+    return _mm256_permute4x64_epi64(_mm256_castps_si256(even), _MM_SHUFFLE(3, 1, 2, 0));
+  }
+  static Type Odd32(Type a, Type b) {
+    const Floats odd = _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), 0xDD);
+    return _mm256_permute4x64_epi64(_mm256_castps_si256(odd), _MM_SHUFFLE(3, 1, 2, 0));
+  }
+  static Type FirstTwice32(Type a) {
+    return _mm256_permutevar8x32_epi32(a, _mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3));
+  }
+  static Type LastTwice32(Type a) {
+    return _mm256_permutevar8x32_epi32(a, _mm256_setr_epi32(4, 4, 5, 5, 6, 6, 7, 7));
+  }
+
+  // The number of 32 bits at each position of a table.
+  static Type LoadEach32(const void* table, Type positions) {
+    return _mm256_i32gather_epi32(static_cast<const int*>(table), positions, 4);
+  }
+  // The byte at each position, as a number of 32 bits. Three more bytes are read.
+  static Type LoadEach8(const void* table, Type positions) {
+    const Type words = _mm256_i32gather_epi32(static_cast<const int*>(table), positions, 1);
+    return And(words, Spread32(0xFF));
+  }
+
+  static Floats LoadFloats(const float* from) { return _mm256_loadu_ps(from); }
+  static Floats SpreadFloat(float number) { return _mm256_set1_ps(number); }
+  static Floats MultiplyFloats(Floats a, Floats b) { return _mm256_mul_ps(a, b); }
+  // `b` where one of the two is NaN.
+  static Floats MinFloats(Floats a, Floats b) { return _mm256_min_ps(a, b); }
+  // Truncated to 32 bits; the lowest number for NaN and for what does not fit.
+  static Type Truncate(Floats a) { return _mm256_cvttps_epi32(a); }
+  static Floats ToFloats(Type words) { return _mm256_cvtepi32_ps(words); }
+  // a * b + c, rounded once.
+  static Floats MultiplyAddFloats(Floats a, Floats b, Floats c) { return _mm256_fmadd_ps(a, b, c); }
+  static Type BitsOf(Floats a) { return _mm256_castps_si256(a); }
 };
 
 }  // namespace simd

@@ -1,3 +1,4 @@
+// The list of goals, and the verdicts on rows and groups.
 #include "bench/harness/goals.h"
 
 #include <fmt/format.h>
@@ -10,9 +11,8 @@
 namespace bench {
 namespace {
 
-// The one list. A goal holds for every row whose work starts with its own.
-// Ahead of a peer means at most as long; where a reference is named, the row
-// says what it is.
+// A goal holds for every row whose work starts with its text. A factor of 1 for a
+// peer means at most its time. The row defines the reference.
 const std::vector<Goal> kGoals = {
     {"blit ", Role::Limit, 1 / 0.90},
     {"blit ", Role::Peer, 1},
@@ -33,8 +33,8 @@ const std::vector<Goal> kGoals = {
 constexpr double kLeastMean = 0.95;
 const std::string kMeanWork = "blit ";
 
-// As pictures grow, ours stays as near to the limit as in the middle of the
-// series: no size takes so many times longer.
+// As pictures grow, ours keeps its distance to the limit: no size exceeds the middle
+// of the series by this factor.
 constexpr double kMostBend = 1.15;
 const std::string kSeriesWork = "growth ";
 constexpr std::size_t kShortestSeries = 3;
@@ -96,7 +96,7 @@ std::string GoalsOf(const Result& result) {
 
 namespace {
 
-// The works that start so, each with its rows.
+// The works that start with this text, each with its rows.
 std::map<std::string, std::vector<const Result*>> Grouped(const std::vector<Result>& results,
                                                           const std::string& start) {
   std::map<std::string, std::vector<const Result*>> groups;

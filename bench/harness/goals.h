@@ -18,7 +18,7 @@ struct Goal {
 
 enum class Verdict { NoGoal, Met, Missed, Unmeasured };
 
-// A row whose spread is larger says nothing.
+// A row with a larger spread is not evaluated.
 inline constexpr double kMostSpread = 0.10;
 
 Verdict VerdictOf(const Result& result);

@@ -1,4 +1,4 @@
-// Keeps the compiler from leaving out what nobody looks at.
+// Prevents the compiler from omitting computations with unused results.
 #ifndef BENCH_HARNESS_KEEP_H
 #define BENCH_HARNESS_KEEP_H
 

@@ -1,3 +1,4 @@
+// Reads the description of the machine from the system.
 #include "bench/harness/machine.h"
 
 #include <fmt/format.h>
@@ -8,12 +9,13 @@
 #include <thread>
 
 #include "bench/subjects/peers.h"
-#include "simd/processor.h"
+#include "simd/processor_caches.h"
+#include "simd/processor_level.h"
 
 namespace bench {
 namespace {
 
-// What stands behind the colon on the first line of a file that starts so.
+// The text after the colon of the first line that starts with this text.
 std::string ValueIn(const char* path, const std::string& key) {
   std::ifstream file(path);
   for (std::string line; std::getline(file, line);) {

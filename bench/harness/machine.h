@@ -1,4 +1,4 @@
-// What the figures were taken on.
+// The description of the machine that the figures belong to.
 #ifndef BENCH_HARNESS_MACHINE_H
 #define BENCH_HARNESS_MACHINE_H
 
@@ -10,8 +10,8 @@ namespace bench {
 // Lines of Markdown: processor, caches, system, compiler, peers.
 std::string MachineText();
 
-// What the system could give without taking it from others, in bytes;
-// the largest number when it does not tell.
+// The available memory in bytes, as the system reports it; without a report, the
+// largest number.
 std::uint64_t FreeMemory();
 
 }  // namespace bench

@@ -1,3 +1,4 @@
+// Finds figures and verdicts in the results.
 #include "bench/harness/results.h"
 
 #include <fmt/format.h>

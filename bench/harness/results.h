@@ -1,4 +1,4 @@
-// What the rows came to.
+// The results of the rows.
 #ifndef BENCH_HARNESS_RESULTS_H
 #define BENCH_HARNESS_RESULTS_H
 

@@ -1,3 +1,4 @@
+// Times the contenders in turn, and keeps the median of the rounds.
 #include "bench/harness/rounds.h"
 
 #include <algorithm>
@@ -12,10 +13,10 @@ using Clock = std::chrono::steady_clock;
 // much.
 constexpr double kShortestBatch = 50e-6;
 
-// A peer so much slower than another one takes part in the first round only.
+// A peer slower than another by this factor runs in the first round only.
 constexpr double kFarBehind = 10;
 
-// How much longer than the pace says a contender may take for its batches.
+// The factor by which the batches of a contender may exceed the pace.
 constexpr double kPatience = 4;
 
 double SecondsOf(const Work& work, std::size_t calls) {
@@ -24,7 +25,7 @@ double SecondsOf(const Work& work, std::size_t calls) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// Of three tries, unless the first took so long that it cannot be by accident.
+// The best of three tries, or the first if it is long enough to be reliable.
 double QuickestOf(const Work& work, std::size_t calls, double enough) {
   double quickest = SecondsOf(work, calls);
   for (int more = 0; more < 2 && quickest < enough; ++more) {
@@ -65,9 +66,9 @@ double Rounds::TimeBatch(std::size_t contender) const {
   return SecondsOf((*contenders_)[contender].work, calls) / static_cast<double>(calls);
 }
 
-// The fastest batch: what slows one down is the machine's doing. The first batch
-// brings the contender's own code and data back into the caches and only counts
-// when there is no time for another.
+// The fastest batch: slower ones were disturbed by the machine. The first batch
+// brings code and data of the contender back into the caches and only counts when
+// there is no time for another.
 double Rounds::FigureOf(std::size_t contender) const {
   const auto calls = static_cast<double>(records_[contender].calls);
   double best = TimeBatch(contender);

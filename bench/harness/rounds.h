@@ -1,5 +1,5 @@
-// Interleaved rounds: in each, all contenders take their turn, so that a slow
-// moment of the machine hits them alike.
+// Interleaved rounds: each one runs all contenders, so that a slow moment of the
+// machine affects all of them.
 #ifndef BENCH_HARNESS_ROUNDS_H
 #define BENCH_HARNESS_ROUNDS_H
 
@@ -24,16 +24,16 @@ struct Timing {
 
 class Rounds {
  public:
-  // Warms everything up and finds how many calls make up a batch.
+  // Warms up all contenders and determines the calls of a batch.
   Rounds(const std::vector<Contender>& contenders, Pace pace);
 
-  // Starts anew. Every round begins with another contender.
+  // Discards earlier figures. Every round starts with another contender.
   void RunAll();
 
   Timing TimingOf(std::size_t contender) const;
 
  private:
-  // What is kept for each contender.
+  // The figures of a contender.
   struct Record {
     std::size_t calls;            // in a batch
     std::vector<double> figures;  // seconds of a call in the first round, the second...

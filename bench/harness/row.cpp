@@ -1,3 +1,4 @@
+// Registers rows with Google Benchmark and runs them.
 #include "bench/harness/row.h"
 
 #include <benchmark/benchmark.h>
@@ -11,8 +12,8 @@
 namespace bench {
 namespace {
 
-// A disturbed row is measured again, all of it. Which run counts is decided by
-// the spread alone, never by the figures.
+// A disturbed row is measured again as a whole. The run with the smallest spread
+// counts, regardless of its figures.
 constexpr int kMostRuns = 3;
 constexpr std::chrono::seconds kMostTime(20);
 

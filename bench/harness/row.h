@@ -11,8 +11,8 @@
 
 namespace bench {
 
-// The contenders keep what they work on. Exactly one is ours. May throw when the
-// work cannot be set up.
+// The contenders own their pictures. Exactly one is ours. May throw when the work
+// cannot be set up.
 using Setup = std::function<std::vector<Contender>()>;
 
 struct RowName {
@@ -21,12 +21,12 @@ struct RowName {
   double scale = 0;  // pixels or bytes, for plots
 };
 
-// Rows are told apart, and chosen with --benchmark_filter, by "work/size".
-// Setting up waits until the row is run, so that one row's memory is held at a
+// Rows are identified, and selected with --benchmark_filter, by "work/size".
+// A row is set up when it runs, so that the memory of only one row is held at a
 // time.
 void AddRow(const RowName& name, const Setup& setUp);
 
-// What was left out, and why.
+// The omitted contenders, with reasons.
 void AddRemark(const std::string& remark);
 
 }  // namespace bench

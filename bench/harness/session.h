@@ -1,4 +1,4 @@
-// One run of the program: what it was asked for and what it has found so far.
+// One run of the program: its options and its results so far.
 #ifndef BENCH_HARNESS_SESSION_H
 #define BENCH_HARNESS_SESSION_H
 

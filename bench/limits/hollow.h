@@ -1,6 +1,5 @@
-// The hollow kernels for any width of vector. A file that includes this is
-// compiled for one level of processor, and hands in its vectors from an unnamed
-// namespace, so that nothing of it is shared with files for other levels.
+// The hollow kernels for vectors of any width. Only for the files of one level:
+// see the headers of the vectors in simd/.
 #ifndef BENCH_LIMITS_HOLLOW_H
 #define BENCH_LIMITS_HOLLOW_H
 
@@ -10,102 +9,102 @@
 
 namespace bench {
 
-template <class Vector, bool STREAMING>
-inline void Put(std::uint8_t* to, typename Vector::Lanes lanes) {
-  // Keeps the compiler from seeing a copy, a fill or nothing at all in the loop.
+template <typename Vector, bool kStreaming>
+inline void Put(std::uint8_t* to, typename Vector::Type lanes) {
+  // Prevents the compiler from replacing the loop by a block move or omitting it.
   asm("" : "+v"(lanes));
-  if constexpr (STREAMING) {
+  if constexpr (kStreaming) {
     Vector::Stream(to, lanes);
   } else {
     Vector::Store(to, lanes);
   }
 }
 
-template <class Vector, int LOADS>
-inline typename Vector::Lanes Xored(const std::uint8_t* from) {
-  typename Vector::Lanes lanes = Vector::Load(from);
-  for (int i = 1; i < LOADS; ++i) {
+template <typename Vector, std::size_t kLoads>
+inline typename Vector::Type Xored(const std::uint8_t* from) {
+  typename Vector::Type lanes = Vector::Load(from);
+  for (std::size_t i = 1; i < kLoads; ++i) {
     lanes = Vector::Xor(lanes, Vector::Load(from + i * Vector::kBytes));
   }
   return lanes;
 }
 
-// One step of the loop; both pointers move on.
-template <class Vector, Shape SHAPE, bool STREAMING>
+// One step of the loop; advances both pointers.
+template <typename Vector, Shape kShape, bool kStreaming>
 inline void Step(std::uint8_t*& to, const std::uint8_t*& from) {
-  constexpr int kStores = SHAPE == Shape::Widen2 ? 2 : SHAPE == Shape::Widen4 ? 4 : 1;
-  constexpr int kLoads = SHAPE == Shape::Narrow2 ? 2 : SHAPE == Shape::Narrow4 ? 4 : 1;
-  typename Vector::Lanes lanes = Vector::Zero();
-  if constexpr (SHAPE == Shape::InPlace) {
+  constexpr std::size_t kStores = kShape == Shape::Widen2 ? 2 : kShape == Shape::Widen4 ? 4 : 1;
+  constexpr std::size_t kLoads = kShape == Shape::Narrow2 ? 2 : kShape == Shape::Narrow4 ? 4 : 1;
+  typename Vector::Type lanes = Vector::Spread32(0);
+  if constexpr (kShape == Shape::InPlace) {
     lanes = Vector::Load(to);
-  } else if constexpr (SHAPE == Shape::Combine) {
+  } else if constexpr (kShape == Shape::Combine) {
     lanes = Vector::Xor(Vector::Load(from), Vector::Load(to));
-  } else if constexpr (SHAPE != Shape::Fill) {
+  } else if constexpr (kShape != Shape::Fill) {
     lanes = Xored<Vector, kLoads>(from);
   }
-  for (int i = 0; i < kStores; ++i) Put<Vector, STREAMING>(to + i * Vector::kBytes, lanes);
+  for (std::size_t i = 0; i < kStores; ++i) Put<Vector, kStreaming>(to + i * Vector::kBytes, lanes);
   to += kStores * Vector::kBytes;
   from += kLoads * Vector::kBytes;
 }
 
-template <Shape SHAPE>
+template <typename Vector, Shape kShape>
 constexpr std::size_t SourceBytes(std::size_t written) {
-  if (SHAPE == Shape::Widen2) return written / 2;
-  if (SHAPE == Shape::Widen4) return written / 4;
-  if (SHAPE == Shape::Narrow2) return written * 2;
-  return SHAPE == Shape::Narrow4 ? written * 4 : written;
+  if (kShape == Shape::Widen2) return written / 2;
+  if (kShape == Shape::Widen4) return written / 4;
+  if (kShape == Shape::Narrow2) return written * 2;
+  return kShape == Shape::Narrow4 ? written * 4 : written;
 }
 
-// A vector that is not on its boundary starts and ends the row where it has to;
-// it overlaps its neighbours.
-template <class Vector, Shape SHAPE, bool STREAMING>
+// The vectors at the start and the end may be unaligned and overlap their
+// neighbours.
+template <typename Vector, Shape kShape, bool kStreaming>
 void HollowLoop(std::uint8_t* to, const std::uint8_t* from, std::size_t bytes) {
-  constexpr std::size_t kStepBytes =
-      SHAPE == Shape::Widen2 ? 2 * Vector::kBytes
-                             : (SHAPE == Shape::Widen4 ? 4 : 1) * std::size_t{Vector::kBytes};
+  constexpr std::size_t kStepBytes = kShape == Shape::Widen2
+                                         ? 2 * Vector::kBytes
+                                         : (kShape == Shape::Widen4 ? 4 : 1) * Vector::kBytes;
   if (bytes < kStepBytes) {
     std::memset(to, 0, bytes);
     return;
   }
   const auto stepAt = [&](std::size_t offset) {
     std::uint8_t* there = to + offset;
-    const std::uint8_t* source = from + SourceBytes<SHAPE>(offset);
-    Step<Vector, SHAPE, false>(there, source);
+    const std::uint8_t* source = from + SourceBytes<Vector, kShape>(offset);
+    Step<Vector, kShape, false>(there, source);
   };
   const std::size_t head = -reinterpret_cast<std::uintptr_t>(to) % Vector::kBytes;
   if (head != 0) stepAt(0);
   if ((bytes - head) % kStepBytes != 0) stepAt(bytes - kStepBytes);
   to += head;
-  from += SourceBytes<SHAPE>(head);
+  from += SourceBytes<Vector, kShape>(head);
 #pragma GCC unroll 4
   for (std::size_t steps = (bytes - head) / kStepBytes; steps != 0; --steps) {
-    Step<Vector, SHAPE, STREAMING>(to, from);
+    Step<Vector, kShape, kStreaming>(to, from);
   }
 }
 
-template <class Vector, bool STREAMING>
+template <typename Vector, bool kStreaming>
 HollowRow HollowOf(Shape shape) {
   switch (shape) {
     case Shape::Widen2:
-      return HollowLoop<Vector, Shape::Widen2, STREAMING>;
+      return HollowLoop<Vector, Shape::Widen2, kStreaming>;
     case Shape::Widen4:
-      return HollowLoop<Vector, Shape::Widen4, STREAMING>;
+      return HollowLoop<Vector, Shape::Widen4, kStreaming>;
     case Shape::Narrow2:
-      return HollowLoop<Vector, Shape::Narrow2, STREAMING>;
+      return HollowLoop<Vector, Shape::Narrow2, kStreaming>;
     case Shape::Narrow4:
-      return HollowLoop<Vector, Shape::Narrow4, STREAMING>;
+      return HollowLoop<Vector, Shape::Narrow4, kStreaming>;
     case Shape::Fill:
-      return HollowLoop<Vector, Shape::Fill, STREAMING>;
+      return HollowLoop<Vector, Shape::Fill, kStreaming>;
     case Shape::InPlace:
-      return HollowLoop<Vector, Shape::InPlace, STREAMING>;
+      return HollowLoop<Vector, Shape::InPlace, kStreaming>;
     case Shape::Combine:
-      return HollowLoop<Vector, Shape::Combine, STREAMING>;
+      return HollowLoop<Vector, Shape::Combine, kStreaming>;
     default:
-      return HollowLoop<Vector, Shape::Copy, STREAMING>;
+      return HollowLoop<Vector, Shape::Copy, kStreaming>;
   }
 }
 
-template <class Vector>
+template <typename Vector>
 HollowRow HollowOf(Shape shape, bool streaming) {
   return streaming ? HollowOf<Vector, true>(shape) : HollowOf<Vector, false>(shape);
 }

@@ -1,10 +1,11 @@
+// Makes the limits' contenders: hollow kernels and the runtime's block moves.
 #include "bench/limits/limits.h"
 
 #include <algorithm>
 #include <cstring>
 #include <string>
 
-#include "simd/processor.h"
+#include "simd/processor_level.h"
 #include "simd/streaming.h"
 
 namespace bench {
@@ -28,8 +29,7 @@ HollowRow HollowRowFor(Shape shape, bool streaming) {
   }
 }
 
-// As if all rows followed each other without a gap: as many loads and stores, and
-// nothing that is due to rows.
+// As one run without gaps: the same loads and stores, without the cost of rows.
 Jobs JobsOf(const Picture& source, const Picture& destination) {
   return {{destination.pixels, source.pixels, destination.UsedRowBytes() * destination.Rows()}};
 }

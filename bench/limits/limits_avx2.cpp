@@ -1,25 +1,11 @@
-#include <immintrin.h>
-
+// The hollow kernels for AVX2.
 #include "bench/limits/hollow.h"
+#include "simd/vector_avx2.h"
 
 namespace bench {
 namespace {
 
-struct Vector {
-  using Lanes = __m256i;
-  static constexpr int kBytes = 32;
-  static Lanes Zero() { return _mm256_setzero_si256(); }
-  static Lanes Load(const std::uint8_t* from) {
-    return _mm256_loadu_si256(reinterpret_cast<const Lanes*>(from));
-  }
-  static void Store(std::uint8_t* to, Lanes lanes) {
-    _mm256_storeu_si256(reinterpret_cast<Lanes*>(to), lanes);
-  }
-  static void Stream(std::uint8_t* to, Lanes lanes) {
-    _mm256_stream_si256(reinterpret_cast<Lanes*>(to), lanes);
-  }
-  static Lanes Xor(Lanes a, Lanes b) { return _mm256_xor_si256(a, b); }
-};
+struct Vector : simd::VectorAvx2 {};
 
 }  // namespace
 

@@ -1,6 +1,5 @@
 // Hollow kernels: the loads and the stores of a piece of work without its
-// arithmetic. Nothing that does the same loads and stores is faster, so they are
-// the limit that the module is held against.
+// arithmetic. They are the limit of speed that the module is compared with.
 #ifndef BENCH_LIMITS_SHAPES_H
 #define BENCH_LIMITS_SHAPES_H
 

@@ -1,4 +1,4 @@
-// OpenCV, told to use one thread.
+// OpenCV, with one thread.
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 

@@ -1,5 +1,5 @@
-// libvips, told to use one thread and to keep no results. It writes into memory
-// of its own, which is then copied.
+// libvips, with one thread and without cached results. It writes into its own memory,
+// which is then copied.
 #include <vips/vips.h>
 
 #include <cstring>

@@ -1,8 +1,9 @@
+// The bar plots: comparison with peers, and the transfer modes.
+#include "bench/plots/bars.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
-
-#include "bench/plots/drawings.h"
 
 namespace bench {
 namespace {

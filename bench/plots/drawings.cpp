@@ -1,3 +1,4 @@
+// Selects the results of plots and writes the common head of their scripts.
 #include "bench/plots/drawings.h"
 
 #include <algorithm>
@@ -37,15 +38,6 @@ std::string Preamble() {
          "set linetype 7 linecolor rgb '#D55E00'\n"
          "set linetype 8 linecolor rgb '#F0E442'\n"
          "set linetype 9 linecolor rgb '#999999'\n";
-}
-
-std::vector<Drawing> AllDrawings(const Results& results) {
-  std::vector<Drawing> drawings;
-  DrawOperations(results, drawings);
-  DrawModes(results, drawings);
-  DrawGrowth(results, drawings);
-  DrawThresholds(results, drawings);
-  return drawings;
 }
 
 }  // namespace bench

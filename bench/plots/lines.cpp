@@ -1,6 +1,7 @@
-#include <fmt/format.h>
+// The line plots: growth of pictures, and both kinds of stores.
+#include "bench/plots/lines.h"
 
-#include "bench/plots/drawings.h"
+#include <fmt/format.h>
 
 namespace bench {
 namespace {
@@ -38,7 +39,7 @@ std::string MannerData(const std::vector<const Result*>& rows) {
   return data + "END\n";
 }
 
-// The mark stands before the first size for which the module would stream.
+// The mark is before the first size at which the module streams.
 std::string ThresholdMark(const std::vector<const Result*>& rows) {
   for (const Result* row : rows) {
     if (row->Ours().name != "streaming") continue;

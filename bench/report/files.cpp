@@ -1,3 +1,4 @@
+// Writes the result files.
 #include "bench/report/files.h"
 
 #include <fstream>

@@ -12,7 +12,7 @@ namespace bench {
 // std::runtime_error with the file's name when one cannot be written.
 void WriteFiles(const Session& session, const std::filesystem::path& folder);
 
-// Writes beside, then renames.
+// Writes a temporary file in the same folder, then renames it.
 void WriteFile(const std::filesystem::path& path, const std::string& text);
 
 }  // namespace bench

@@ -8,8 +8,8 @@
 
 namespace bench {
 
-// One script a plot. Each draws into the file that gnuplot's variable `output`
-// names, for the terminal that is set.
+// One script for each plot. It draws into the file named by gnuplot's variable
+// `output`, for the current terminal.
 void WritePlots(const Session& session, const std::filesystem::path& folder);
 
 }  // namespace bench

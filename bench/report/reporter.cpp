@@ -1,3 +1,4 @@
+// Prints a line for each row.
 #include "bench/report/reporter.h"
 
 #include <iostream>

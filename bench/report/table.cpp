@@ -1,3 +1,4 @@
+// Formats the results as lines and Markdown tables.
 #include "bench/report/table.h"
 
 #include <fmt/format.h>

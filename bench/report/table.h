@@ -10,7 +10,7 @@ namespace bench {
 
 std::string TerminalHeading();
 std::string TerminalLine(const Result& result);
-// Means, what was left out, what missed its goal or could not be measured.
+// Means, omitted rows, missed goals, and rows that could not be measured.
 std::string Closing(const Session& session);
 
 // A Markdown table with a heading for each subject.

@@ -1,4 +1,6 @@
 // Making and disposing of a large frame.
+#include "bench/rows/allocations.h"
+
 #include <fmt/format.h>
 #include <sys/mman.h>
 
@@ -42,9 +44,9 @@ bool MakeOften() {
   return true;
 }
 
-// A freed handle rests until some hundreds of others were freed; until then the
-// store grows.
-void TellOfSystemUse() {
+// A freed handle is used again only after some hundreds of others were freed; until
+// then the store grows.
+void ReportSystemUse() {
   MakeOften();
   const long before = PageFaults();
   MakeOften();
@@ -57,7 +59,7 @@ void TellOfSystemUse() {
 }
 
 std::vector<Contender> SetUpMake() {
-  TellOfSystemUse();
+  ReportSystemUse();
   std::vector<Contender> contenders = FramePeers(kSize.width, kSize.height);
   contenders.push_back({Role::Ours, "PXL", Repeat([] { MakeAndDispose(0); })});
   contenders.push_back(
@@ -77,7 +79,7 @@ std::vector<Contender> SetUpMakeCleared() {
            })}};
 }
 
-// As long as it lives K keeps no blocks, so that every frame is fresh.
+// During its life K keeps no freed blocks, so that every frame is a new allocation.
 class NoKeptBlocks {
  public:
   NoKeptBlocks() { K_SetPoolLimit(0); }

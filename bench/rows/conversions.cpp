@@ -1,11 +1,12 @@
 // The blit of deep Worlds: conversions between depths, and copies.
+#include "bench/rows/conversions.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <iterator>
 
 #include "bench/limits/limits.h"
-#include "bench/rows/rows.h"
 #include "bench/subjects/peers.h"
 #include "bench/subjects/world.h"
 

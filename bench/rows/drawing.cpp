@@ -1,4 +1,6 @@
 // The blit of surfaces, which the drawing layer does.
+#include "bench/rows/drawing.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 #include "QDE_host.h"
 #include "bench/limits/limits.h"
 #include "bench/rows/photograph.h"
-#include "bench/rows/rows.h"
 #include "bench/subjects/peers.h"
 #include "bench/subjects/world.h"
 
@@ -53,7 +54,7 @@ std::vector<Contender> SetUpCopy(const Size& from, const Size& to, Limits limits
   return contenders;
 }
 
-// Weights and limits in the middle, so that no mode has an easy case.
+// Weights and limits in the middle of their range, so that no mode can skip work.
 void SetOpColor(PXL_WorldHandle worldH) {
   const QDE_RGBColor grey = {0x8000, 0x9000, 0xA000};
   QDE_SetPortColor((**worldH).gworld, QDE_PortColor_OP, &grey);

@@ -1,4 +1,4 @@
-// An exported function of another library that does nothing: what a call costs.
+// An exported function of another library that does nothing, to time the call itself.
 #ifndef BENCH_ROWS_EMPTY_CALL_H
 #define BENCH_ROWS_EMPTY_CALL_H
 

@@ -1,4 +1,6 @@
 // Clearing a World.
+#include "bench/rows/fills.h"
+
 #include <algorithm>
 #include <iterator>
 

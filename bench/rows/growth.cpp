@@ -1,8 +1,12 @@
-// The same work at sizes from an icon to a gigapixel's eighth: what it costs
-// grows as the hollow copy does.
+// The same work at sizes from an icon to an eighth of a gigapixel: its time has to grow
+// like that of the hollow copy.
+#include "bench/rows/growth.h"
+
 #include <fmt/format.h>
 
 #include "bench/harness/session.h"
+#include "bench/rows/conversions.h"
+#include "bench/rows/drawing.h"
 #include "bench/rows/rows.h"
 
 namespace bench {

@@ -1,4 +1,6 @@
 // Locks and unlocks of each kind of World, and birth with death.
+#include "bench/rows/locks.h"
+
 #include <sys/mman.h>
 
 #include <cstdio>
@@ -78,7 +80,7 @@ std::vector<Contender> SetUpFirstMappedLock() {
           {Role::Limit, "mmap and munmap", Repeat([file] { file->MapAndUnmap(); })}};
 }
 
-// Stays locked meanwhile.
+// Stays locked during the row.
 std::vector<Contender> SetUpLaterMappedLock() {
   const std::shared_ptr<Unlocked> world(new Unlocked(Kind::Frame, PXL_Depth_128, kMapped),
                                         [](Unlocked* locked) {
@@ -92,7 +94,7 @@ std::vector<Contender> SetUpLaterMappedLock() {
           TwoEmptyCalls()};
 }
 
-// The module is not alive between the calls, and alive again in the end.
+// Ends the life of the module before the calls, and starts it again after them.
 class Unborn {
  public:
   Unborn() { PXL_Death(); }

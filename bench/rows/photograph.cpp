@@ -1,3 +1,4 @@
+// Reads a sample and repeats it over a picture, mirrored every other time.
 #include "bench/rows/photograph.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// A photograph to draw, where random pixels would be no picture at all.
+// A photograph to draw, for rows whose speed depends on the picture.
 #ifndef BENCH_ROWS_PHOTOGRAPH_H
 #define BENCH_ROWS_PHOTOGRAPH_H
 

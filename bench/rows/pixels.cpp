@@ -1,4 +1,6 @@
 // The conversions of single pixels, next to an exported call that does nothing.
+#include "bench/rows/pixels.h"
+
 #include "PXL.h"
 #include "bench/rows/empty_call.h"
 #include "bench/rows/rows.h"
@@ -6,16 +8,16 @@
 namespace bench {
 namespace {
 
-template <class From, class To>
+template <typename From, typename To>
 using Convert = std::int32_t (*)(const From*, To*);
 
-// The function is a constant here, so that it is called as hosts call it: through
+// The function is a template argument, so that it is called as hosts call it: through
 // the table of imported functions.
-template <class From, class To, Convert<From, To> CONVERT>
+template <typename From, typename To, Convert<From, To> kConvert>
 std::vector<Contender> SetUpPixel() {
   static From source{};
   static To destination{};
-  return {{Role::Ours, "PXL", Repeat([] { CONVERT(&source, &destination); })},
+  return {{Role::Ours, "PXL", Repeat([] { kConvert(&source, &destination); })},
           {Role::Reference, "empty call", Repeat([] { BENCH_EmptyCall(&source, &destination); })}};
 }
 

@@ -1,3 +1,4 @@
+// Sizes of the rows, and the memory that they may take.
 #include "bench/rows/rows.h"
 
 #include <fmt/format.h>

@@ -1,4 +1,4 @@
-// The rows, by subject. Each function adds those of its own file.
+// The sizes and names of the rows.
 #ifndef BENCH_ROWS_ROWS_H
 #define BENCH_ROWS_ROWS_H
 
@@ -14,27 +14,12 @@ struct Size {
   int height;
 };
 
-// Which sizes are shown; the quick run leaves the largest out.
+// The sizes of most rows; the quick run omits the largest.
 std::vector<Size> CommonSizes();
 RowName NameFor(const std::string& work, const Size& size);
 
-// Adds a row unless so many bytes are more than half of the free memory.
+// Adds a row unless it needs more than half of the free memory.
 void AddRowIfFits(const RowName& name, std::uint64_t bytes, const Setup& setUp);
-
-// A blit of the module from a depth to another, with limit and plain loop.
-std::vector<Contender> SetUpBlit(int from, int to, const Size& size, bool withPeers);
-// A copy of one surface to another, with its limit.
-std::vector<Contender> SetUpDrawnCopy(const Size& size);
-
-void AddConversions();
-void AddFills();
-void AddAllocations();
-void AddLocks();
-void AddLife();
-void AddPixels();
-void AddDrawing();
-void AddGrowth();
-void AddThresholds();
 
 }  // namespace bench
 

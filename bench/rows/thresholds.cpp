@@ -1,5 +1,7 @@
-// Where writing past the caches begins to pay: both manners of a kernel at each
-// size, of which ours is the one that the module would choose.
+// The size from which streaming stores are faster: both kinds of a kernel at each
+// size. Ours is the kind that the module chooses.
+#include "bench/rows/thresholds.h"
+
 #include <fmt/format.h>
 
 #include <cstring>
@@ -8,6 +10,7 @@
 #include "bench/harness/session.h"
 #include "bench/rows/rows.h"
 #include "bench/subjects/own_picture.h"
+#include "simd/processor_level.h"
 #include "simd/routines.h"
 #include "simd/streaming.h"
 #include "transfer/kernels/kernel_set.h"
@@ -18,7 +21,7 @@ namespace {
 
 using Buffer = std::shared_ptr<OwnPicture>;
 
-// The pages are there, and hold small numbers whatever they are taken for.
+// Touches all pages; the bytes are small numbers in every depth.
 Buffer MakeBuffer(std::size_t bytes) {
   auto buffer = std::make_shared<OwnPicture>(static_cast<int>(bytes / 4), 1, 4);
   std::memset(buffer->View().pixels, 0x3E, buffer->View().Bytes());

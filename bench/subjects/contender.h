@@ -1,4 +1,4 @@
-// One way of doing a row's work, as the clock sees it.
+// One way to do a row's work, for timing.
 #ifndef BENCH_SUBJECTS_CONTENDER_H
 #define BENCH_SUBJECTS_CONTENDER_H
 
@@ -8,11 +8,11 @@
 
 namespace bench {
 
-// Does the work so many times.
+// Repeats the work.
 using Work = std::function<void(std::size_t calls)>;
 
-// `call` is compiled into the loop, so that nothing but itself is timed.
-template <class Call>
+// `call` is compiled into the loop, so that only its own time counts.
+template <typename Call>
 Work Repeat(Call call) {
   return [call](std::size_t calls) {
     for (std::size_t i = 0; i < calls; ++i) call();
@@ -21,14 +21,14 @@ Work Repeat(Call call) {
 
 enum class Role {
   Ours,
-  Limit,      // what the memory allows: the fastest of these is the row's limit
+  Limit,      // the same loads and stores: the fastest of these is the row's limit
   Peer,       // another library
   Plain,      // the plain loop
-  Reference,  // what a goal compares ours with besides these
+  Reference,  // any other time that a goal compares ours with
 };
 
-// How near a peer comes to our bits. Errors are in units of the destination:
-// the lowest bit of whole numbers, or floats.
+// The difference of a peer's results from ours. Errors are in units of the
+// destination: the lowest bit of integers, or floats.
 struct Exactness {
   bool known = false;  // whether there is something to compare
   bool exact = false;  // for all inputs

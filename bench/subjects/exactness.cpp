@@ -1,3 +1,4 @@
+// Compares the results of peers with those of the plain loops.
 #include "bench/subjects/exactness.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ constexpr int kChannels = 4;
 constexpr int kWidth = 256;
 
 // Every channel of a pixel meets every value: each starts elsewhere in the list.
-template <class Value>
+template <typename Value>
 OwnPicture PictureOf(const std::vector<Value>& values) {
   const auto count = static_cast<int>(values.size());
   OwnPicture picture(kWidth, (count + kWidth - 1) / kWidth, kChannels * int{sizeof(Value)});
@@ -30,7 +31,7 @@ OwnPicture PictureOf(const std::vector<Value>& values) {
   return picture;
 }
 
-template <class Value>
+template <typename Value>
 std::vector<Value> AllWholeNumbers() {
   std::vector<Value> values(std::size_t{std::numeric_limits<Value>::max()} + 1);
   for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<Value>(i);
@@ -62,13 +63,13 @@ OwnPicture RandomPicture(int width, int height, int pixelBytes) {
   return picture;
 }
 
-template <class Value>
+template <typename Value>
 std::uint32_t BitsOf(Value value) {
   if constexpr (std::is_same_v<Value, float>) return std::bit_cast<std::uint32_t>(value);
   return static_cast<std::uint32_t>(value);
 }
 
-template <class Value>
+template <typename Value>
 void Compare(Value ours, Value theirs, bool nominal, Exactness& exactness) {
   if (BitsOf(ours) == BitsOf(theirs)) return;
   exactness.exact = false;
@@ -87,8 +88,8 @@ bool IsNominal(float value) {
   return value >= 0 && value <= 1;
 }
 
-// Both have run on the same source; a picture of one's own has no padding.
-template <class From, class To>
+// Both have run on the same source. An OwnPicture has no padding.
+template <typename From, typename To>
 Exactness CompareAll(const Picture& source, const Picture& ours, const Picture& theirs) {
   Exactness exactness{true, true, 0, 0};
   const auto* from = reinterpret_cast<const From*>(source.pixels);
@@ -101,7 +102,7 @@ Exactness CompareAll(const Picture& source, const Picture& ours, const Picture& 
   return exactness;
 }
 
-template <class From, class To>
+template <typename From, typename To>
 Exactness Check(Operation operation, const Prepare& prepare, OwnPicture source, int width,
                 int height) {
   const int pixelBytes = source.View().pixelBytes / int{sizeof(From)} * int{sizeof(To)};
@@ -112,7 +113,7 @@ Exactness Check(Operation operation, const Prepare& prepare, OwnPicture source, 
   return CompareAll<From, To>(source.View(), ours.View(), theirs.View());
 }
 
-template <class From, class To>
+template <typename From, typename To>
 Exactness CheckConversion(Operation operation, const Prepare& prepare,
                           const std::vector<From>& values) {
   OwnPicture source = PictureOf(values);

@@ -1,4 +1,4 @@
-// Does another library compute what the module computes?
+// Compares the results of peers with those of the module.
 #ifndef BENCH_SUBJECTS_EXACTNESS_H
 #define BENCH_SUBJECTS_EXACTNESS_H
 

@@ -1,3 +1,4 @@
+// The operations as plain loops.
 #include "bench/subjects/operations.h"
 
 #include <algorithm>
@@ -30,7 +31,7 @@ void ScaleNearest(const Picture& source, const Picture& destination) {
   }
 }
 
-template <class Row>
+template <typename Row>
 void EachRow(const Picture& picture, Row row) {
   for (int y = 0; y < picture.height; ++y) row(y);
 }

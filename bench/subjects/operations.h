@@ -1,4 +1,4 @@
-// What the module and other libraries both can do to whole pictures.
+// Operations on whole pictures that both the module and other libraries have.
 #ifndef BENCH_SUBJECTS_OPERATIONS_H
 #define BENCH_SUBJECTS_OPERATIONS_H
 
@@ -8,17 +8,17 @@
 
 namespace bench {
 
-// Pixels have four channels, and are 32 bits where nothing else is said.
+// Pixels have four channels, and 32 bits unless stated otherwise.
 enum class Operation {
   From8to16,
   From8toF,
   From16to8,
   FromFto8,
   Copy,  // pixels of any depth
-  Fill,  // with kFillWord; the source is not looked at
+  Fill,  // with kFillWord; does not read the source
   HalveNearest,
   DoubleNearest,
-  ReverseBytes  // of each pixel, in place: the source is not looked at
+  ReverseBytes  // of each pixel, in place; does not read the source
 };
 
 inline constexpr std::uint32_t kFillWord = 0x804020C0;

@@ -1,4 +1,4 @@
-// A picture with memory of its own.
+// A picture that owns its memory.
 #ifndef BENCH_SUBJECTS_OWN_PICTURE_H
 #define BENCH_SUBJECTS_OWN_PICTURE_H
 

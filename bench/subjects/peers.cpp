@@ -1,3 +1,4 @@
+// The list of registered peers.
 #include "bench/subjects/peers.h"
 
 #include <map>

@@ -1,5 +1,5 @@
-// Other libraries. Each registers what it can do from its own file in
-// bench/peers/; those that are not installed are not compiled.
+// Other libraries. Each registers its operations from its file in bench/peers/;
+// libraries that are not installed are not compiled.
 #ifndef BENCH_SUBJECTS_PEERS_H
 #define BENCH_SUBJECTS_PEERS_H
 
@@ -13,7 +13,7 @@
 namespace bench {
 
 // Prepares the work for two pictures that outlive it. Throws std::runtime_error
-// when the library cannot do it after all.
+// when the library fails.
 using Prepare = std::function<Work(const Picture& source, const Picture& destination)>;
 
 // The value only lets a file register its peers while it is loaded.
@@ -23,7 +23,7 @@ bool AddPeer(const std::string& name, Operation operation, const Prepare& prepar
 std::vector<Contender> PeersAt(Operation operation, const Picture& source,
                                const Picture& destination);
 
-// The names of all that are there, in one line.
+// The names of all installed peers, in one line.
 std::string NamesOfPeers();
 
 // Peers at making and disposing of a frame of so many bytes in a steady state.

@@ -1,4 +1,4 @@
-// Pixels in memory, as all libraries know them.
+// Pixels in memory, in the common form of all libraries.
 #ifndef BENCH_SUBJECTS_PICTURE_H
 #define BENCH_SUBJECTS_PICTURE_H
 

@@ -1,4 +1,4 @@
-// A picture in the form that a library asks for.
+// A picture in the form that a library requires.
 #ifndef BENCH_SUBJECTS_SUITED_PICTURE_H
 #define BENCH_SUBJECTS_SUITED_PICTURE_H
 

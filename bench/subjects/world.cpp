@@ -1,3 +1,4 @@
+// Creates Worlds filled with random channels.
 #include "bench/subjects/world.h"
 
 #include <fmt/format.h>
@@ -7,7 +8,7 @@
 namespace bench {
 namespace {
 
-// Fast, so that setting up does not take longer than measuring.
+// A fast generator: setting up should not take longer than measuring.
 class Random {
  public:
   std::uint32_t Next() {
@@ -19,7 +20,7 @@ class Random {
   std::uint64_t state_ = 1;
 };
 
-template <class Value, class Draw>
+template <typename Value, typename Draw>
 void FillWith(const Picture& picture, Draw draw) {
   for (int y = 0; y < picture.height; ++y) {
     auto* values = reinterpret_cast<Value*>(picture.Row(y));

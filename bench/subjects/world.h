@@ -15,7 +15,7 @@ inline Rect Bounds(int width, int height) {
   return {0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
 }
 
-// What PXL_NewWorld gave, with its own checks: throws std::runtime_error.
+// Checks the status of PXL_NewWorld: throws std::runtime_error.
 PXL_WorldHandle MakeWorld(Kind kind, int depth, int width, int height, std::uint32_t flags = 0);
 
 class World {

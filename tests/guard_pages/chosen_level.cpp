@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "simd/processor.h"
+#include "simd/processor_level.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ bool Has(simd::Level level) {
 simd::Level ChosenLevel() {
   const char* name = std::getenv("PXL_TESTED_LEVEL");
   if (name == nullptr) Leave(1, "", "has to name a level");
-  for (const simd::Level level : simd::ALL_LEVELS) {
+  for (const simd::Level level : simd::kAllLevels) {
     if (std::string_view(name) != simd::NameOf(level)) continue;
     if (!Has(level)) Leave(SKIPPED, name, "this processor has no such level");
     return level;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "simd/processor_level.h"
 #include "simd/routines.h"
 #include "simd/streaming.h"
 #include "transfer/kernels/kernel_set.h"
@@ -83,7 +84,7 @@ void PlainReverse(const void* source, void* destination, std::size_t count) {
 
 std::vector<simd::Level> LevelsHere() {
   std::vector<simd::Level> levels;
-  for (const simd::Level level : simd::ALL_LEVELS) {
+  for (const simd::Level level : simd::kAllLevels) {
     if (level <= simd::ProcessorLevel()) levels.push_back(level);
   }
   return levels;

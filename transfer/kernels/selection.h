@@ -2,7 +2,7 @@
 #ifndef TRANSFER_KERNELS_SELECTION_H
 #define TRANSFER_KERNELS_SELECTION_H
 
-#include "simd/processor.h"
+#include "simd/processor_level.h"
 #include "transfer/kernels/kernel_set.h"
 
 // Returns the kernels of a level that the processor has; those of the baseline

@@ -1,11 +1,6 @@
-// The loops over a row in vectors of any width, for the sources that are compiled
-// for one level. Each passes steps of its own unnamed namespace, so that no
-// instance of these templates is shared with code for other levels.
-//
-// A step computes one vector of the destination: it is one of the vector types
-// of simd/, with the channels' types Source and Destination, a function Convert
-// from the address of the source channels to the vector, and kPlain, the plain
-// kernel that it equals.
+// The loops over a row for vectors of any width. Only for the files of one level:
+// see the headers of the vectors in simd/. A row is converted by a step of
+// vector_steps.h.
 #ifndef TRANSFER_KERNELS_VECTOR_ROWS_H
 #define TRANSFER_KERNELS_VECTOR_ROWS_H
 
@@ -18,28 +13,29 @@
 #include "transfer/kernels/kernel_set.h"
 
 template <typename Step>
-inline constexpr std::size_t PXLp_kStepChannels = Step::BYTES / sizeof(typename Step::Destination);
+inline constexpr std::size_t PXLp_kStepChannels = Step::Vector::kBytes /
+                                                  sizeof(typename Step::Destination);
 
-// Prefetch distances in bytes: for a source in a core's own cache, and for one
-// in memory.
+// Prefetch distances in bytes: for a source in a core's own cache, and for one in
+// the shared cache or in memory.
 inline constexpr std::size_t PXLp_kDistanceInCache = 1024;
 inline constexpr std::size_t PXLp_kDistanceInMemory = 4096;
 
-// Prefetches the source of later vectors. Narrowing reads several vectors for
-// each one that it writes, faster than the processor's own prefetching.
+// Prefetches the source of later vectors. Narrowing reads so much more than it
+// writes that the processor's own prefetching falls behind.
 template <typename Step>
 void PXLp_FetchAhead(const typename Step::Source* from, std::size_t distance) {
   constexpr std::size_t kLine = 64;
   constexpr std::size_t kBytesRead = PXLp_kStepChannels<Step> * sizeof(typename Step::Source);
-  if constexpr (kBytesRead > 2 * Step::BYTES) {
+  if constexpr (kBytesRead > 2 * Step::Vector::kBytes) {
     for (std::size_t i = 0; i < kBytesRead; i += kLine) {
       _mm_prefetch(reinterpret_cast<const char*>(from) + distance + i, _MM_HINT_T0);
     }
   }
 }
 
-// The last vector overlaps the one before: converting a channel twice stores the
-// same value twice.
+// The last vector overlaps the one before: converting a channel again yields the
+// same.
 template <typename Step>
 void PXLp_ConvertCaching(const void* source, void* destination, std::size_t channels) {
   constexpr std::size_t kStep = PXLp_kStepChannels<Step>;
@@ -52,29 +48,29 @@ void PXLp_ConvertCaching(const void* source, void* destination, std::size_t chan
   const std::size_t last = channels - kStep;
   for (std::size_t i = 0; i < last; i += kStep) {
     PXLp_FetchAhead<Step>(from + i, PXLp_kDistanceInCache);
-    Step::Store(to + i, Step::Convert(from + i));
+    Step::Vector::Store(to + i, Step::Convert(from + i));
   }
-  Step::Store(to + last, Step::Convert(from + last));
+  Step::Vector::Store(to + last, Step::Convert(from + last));
 }
 
 // Stores `count` of a vector's channels, from the one at `first` on.
 template <typename Step>
-void PXLp_StorePart(typename Step::Destination* to, typename Step::Type vector, std::size_t first,
-                    std::size_t count) {
+void PXLp_StorePart(typename Step::Destination* to, typename Step::Vector::Type vector,
+                    std::size_t first, std::size_t count) {
   typename Step::Destination channels[PXLp_kStepChannels<Step>];
-  Step::Store(channels, vector);
+  Step::Vector::Store(channels, vector);
   std::memcpy(to, channels + first, count * sizeof(typename Step::Destination));
 }
 
-// Streaming stores need addresses at multiples of the vector's size. The
-// unaligned head and tail use ordinary stores of single channels and do not
-// overlap the streamed part: a cache line written in both ways costs more than
-// a whole row.
+// Streaming stores need addresses at multiples of the vector's size. The unaligned
+// head and tail use ordinary stores, which do not overlap the streaming ones: a
+// cache line that is written in both ways costs more than all of a row.
 template <typename Step>
 void PXLp_ConvertStreaming(const void* source, void* destination, std::size_t channels) {
   constexpr std::size_t kStep = PXLp_kStepChannels<Step>;
   constexpr std::size_t kChannelBytes = sizeof(typename Step::Destination);
-  const std::size_t head = (0 - reinterpret_cast<std::uintptr_t>(destination)) % Step::BYTES;
+  const std::size_t head =
+      (0 - reinterpret_cast<std::uintptr_t>(destination)) % Step::Vector::kBytes;
   if (channels < kStep || head % kChannelBytes != 0) {
     PXLp_ConvertCaching<Step>(source, destination, channels);
     return;
@@ -85,7 +81,7 @@ void PXLp_ConvertStreaming(const void* source, void* destination, std::size_t ch
   if (i != 0) PXLp_StorePart<Step>(to, Step::Convert(from), 0, i);
   for (; i + kStep <= channels; i += kStep) {
     PXLp_FetchAhead<Step>(from + i, PXLp_kDistanceInMemory);
-    Step::Stream(to + i, Step::Convert(from + i));
+    Step::Vector::Stream(to + i, Step::Convert(from + i));
   }
   const std::size_t rest = channels - i;
   if (rest != 0) {

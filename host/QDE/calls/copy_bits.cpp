@@ -1,4 +1,4 @@
-// CopyBits: finds the pixels behind the two bitmaps and holds them meanwhile.
+// CopyBits: finds the pixels of both bitmaps and pins them for the call.
 #include <cstdint>
 #include <cstring>
 #include <new>
@@ -28,12 +28,12 @@ std::int32_t RowBytesOf(const BitMap& bits) {
   return static_cast<std::uint16_t>(bits.rowBytes);
 }
 
-// Says whether the record is a pixel map, no bitmap and no port.
+// Whether the record is a pixel map, and not a bitmap or a port.
 bool IsPixMap(const BitMap& bits) {
   return (RowBytesOf(bits) & (qde::kPixMapFlag | qde::kPortFlag)) == qde::kPixMapFlag;
 }
 
-// The caller's record may be of either type; its bytes are not.
+// Copied by bytes: the record's type is unknown to the compiler.
 PixMap ReadPixMap(const BitMap* bits) {
   PixMap map{};
   std::memcpy(&map, bits, sizeof map);
@@ -54,13 +54,13 @@ const QDE_ColorTable* ColorsOf(const PixMap& map) {
   return *colors;
 }
 
-// The record does not tell the format, the surface does.
+// The format is a property of the surface; the record does not contain it.
 qde::Format FormatOf(const BitMap* bits) {
   const qde::Surface* surface = qde::FindSurface(bits);
   return surface != nullptr ? surface->GetFormat() : qde::kARGB;
 }
 
-// Pinned first: memory pressure on another thread may take pixels until then.
+// Pinned first: memory pressure on another thread may purge unpinned pixels.
 Ptr HoldPixels(const PixMap& map, std::uint64_t size, const char* unlocked, Side* side) {
   const Handle handle = qde::HandleIn(map.baseAddr);
   if (handle == nullptr) return map.baseAddr;

@@ -12,7 +12,7 @@ namespace {
 
 bool theForcing = false;
 
-// The surface, if it has a format.
+// The surface; null without one of 32 bits.
 qde::Surface* Find32(GWorldPtr world) {
   qde::Surface* surface = qde::FindSurface(world);
   return surface != nullptr && surface->GetLayout().depth == 32 ? surface : nullptr;
@@ -50,7 +50,7 @@ std::int16_t QDE_SetGWorld32PixmapFormat(GWorldPtr world, std::int32_t format) {
   return qde::SetError(fault != qde::kNoError ? fault : SetFormat(world, format));
 }
 
-// All pixels are in main memory as it is, so that nothing has to be forced.
+// All pixels are in main memory anyway: nothing has to be forced.
 void QDE_ForceBitmapCreationBitfields(Boolean on, std::int32_t, std::int32_t) {
   theForcing = on != 0;
 }

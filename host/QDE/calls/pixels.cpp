@@ -1,4 +1,4 @@
-// Locking pixels, and where they are.
+// Locks, unlocks and addresses of pixels.
 #include "QDE_host.h"
 #include "host/QDE/pixels/errors.h"
 #include "host/QDE/surfaces/registry.h"

@@ -1,7 +1,9 @@
+// The current port and device, the main device, and the colours of ports.
 #include "host/QDE/calls/ports.h"
 
 #include "QDE_host.h"
 #include "host/QDE/pixels/colors.h"
+#include "host/QDE/pixels/errors.h"
 #include "host/QDE/pixels/layout.h"
 #include "host/QDE/surfaces/registry.h"
 #include "host/QDE/surfaces/surface.h"
@@ -12,7 +14,7 @@ namespace {
 constexpr std::int16_t kMainDepth = 32;
 constexpr Rect kMainRect = {0, 0, 1080, 1920};
 
-// Of a screen that nobody sees: a pixel map without pixels.
+// The screen of the main device: a pixel map without pixels.
 PixMap MakeMainMap() {
   PixMap map{};
   map.rowBytes = static_cast<std::int16_t>(Width(kMainRect) * 4 | kPixMapFlag);
@@ -26,7 +28,7 @@ PixMap MakeMainMap() {
   return map;
 }
 
-// Handles need master pointers that can be pointed to.
+// Master pointers: a handle is the address of one.
 PixMap theMainMap = MakeMainMap();
 PixMap* theMainMapMaster = &theMainMap;
 QDE_Device theMainDevice = {QDE_DeviceType_DIRECT, &theMainMapMaster, kMainRect};
@@ -34,6 +36,21 @@ QDE_Device* theMainDeviceMaster = &theMainDevice;
 
 GrafPtr thePort = nullptr;
 GDHandle theDevice = &theMainDeviceMaster;
+
+// The address of a port's colour, null without such a port or colour.
+QDE_RGBColor* FindColor(GWorldPtr port, std::int32_t which) {
+  Surface* surface = FindSurface(port);
+  const bool known = which >= 0 && which < QDE_PortColorCount;
+  if (surface == nullptr || !known) return nullptr;
+  return &surface->Colors()[static_cast<std::size_t>(which)];
+}
+
+// Copies a colour from or to a port; null on either side is illegal.
+std::int16_t Assign(QDE_RGBColor* to, const QDE_RGBColor* from) {
+  if (to == nullptr || from == nullptr) return SetError(kIllegalParameter);
+  *to = *from;
+  return SetError(kNoError);
+}
 
 }  // namespace
 
@@ -71,4 +88,12 @@ void SetGDevice(GDHandle device) {
 
 GDHandle QDE_MainDevice() {
   return &qde::theMainDeviceMaster;
+}
+
+std::int16_t QDE_GetPortColor(GWorldPtr port, std::int32_t which, QDE_RGBColor* color) {
+  return qde::Assign(color, qde::FindColor(port, which));
+}
+
+std::int16_t QDE_SetPortColor(GWorldPtr port, std::int32_t which, const QDE_RGBColor* color) {
+  return qde::Assign(qde::FindColor(port, which), color);
 }

@@ -12,11 +12,11 @@ class Surface;
 
 std::int16_t MainDepth();
 
-// Those of the current port; the initial ones when that is no live world's.
+// The colours of the current port; the initial ones if it is no port of a live world.
 PortColors CurrentColors();
 
-// The surface is about to go: it is neither current port nor current device any
-// more.
+// Resets the current port and device if they belong to the surface, before its
+// disposal.
 void LeaveSurface(const Surface& surface);
 
 }  // namespace qde

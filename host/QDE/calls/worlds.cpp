@@ -42,7 +42,7 @@ const QDE_Device* FindDevice(GDHandle device) {
   return live ? *device : nullptr;
 }
 
-// Settles which device the world shares, null for none, and its depth.
+// Determines the device that the world shares, null for none, and its depth.
 Error ResolveDevice(Order* order) {
   if ((order->flags & QDE_Flag_NO_NEW_DEVICE) != 0 && order->device != nullptr) {
     const QDE_Device* device = FindDevice(order->device);
@@ -83,7 +83,7 @@ Error MakeWorld(Order order, GWorldPtr* world) {
   auto surface =
       std::make_unique<Surface>(layout, std::move(pixels), purgeable, order.colors, order.device);
   *world = surface->AddPort();
-  // Its port owns it from now on, until DisposeGWorld.
+  // Owned through its port until DisposeGWorld.
   static_cast<void>(surface.release());
   ++theWorldCount;
   return qde::kNoError;
@@ -91,7 +91,7 @@ Error MakeWorld(Order order, GWorldPtr* world) {
 
 // ---- UpdateGWorld
 
-// How old pixels are carried over; nothing for flags that are not legal.
+// How old pixels are carried over; nullopt for invalid flags.
 std::optional<Carry> CarryFor(std::uint32_t flags) {
   switch (flags & ~std::uint32_t{QDE_Flag_KEEP_LOCAL}) {
     case 0:
@@ -149,7 +149,7 @@ Error ChangeSurface(Surface* surface, const Order& order, std::uint32_t* changes
   return qde::kNoError;
 }
 
-// Calls, and makes an error of memory that the layer lacks for itself.
+// Calls, and converts std::bad_alloc to an error.
 template <typename Call>
 Error Guarded(Call call) {
   try {
@@ -222,7 +222,7 @@ PixMapHandle GetPortPixMap(GWorldPtr world) {
 
 const BitMap* GetPortBitMapForCopyBits(CGrafPtr port) {
   Surface* surface = SurfaceOf(port);
-  // A pixel map begins as a bitmap does, and its rowBytes tells that it is one.
+  // A pixel map starts with the members of a bitmap; its rowBytes marks it.
   return surface != nullptr ? reinterpret_cast<const BitMap*>(*surface->Map()) : nullptr;
 }
 

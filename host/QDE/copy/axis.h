@@ -1,5 +1,5 @@
-// One axis of a copy: which source pixel each destination pixel shows, and
-// which destination pixels are drawn at all.
+// One axis of a copy: the source pixel of each destination pixel, and the range of
+// destination pixels that are drawn.
 #ifndef QDE_AXIS_H
 #define QDE_AXIS_H
 
@@ -16,8 +16,7 @@ struct Span {
 
 class Axis {
  public:
-  // The scale comes from the whole spans, neither of them empty; the bounds
-  // only leave pixels out.
+  // The spans determine the scale and are not empty. The bounds only clip.
   Axis(Span source, Span destination, Span sourceBounds, Span destinationBounds)
       : source_(source), destination_(destination) {
     const std::int32_t shown = FirstShowing(sourceBounds.start - source.start);
@@ -43,8 +42,7 @@ class Axis {
     const std::int64_t product = std::int64_t{position} * source_.Length();
     return source_.start + static_cast<std::int32_t>(product / destination_.Length());
   }
-  // SourceOf one position after the other, from the first one on, without a
-  // division for each.
+  // SourceOf for consecutive positions from the first, without a division for each.
   class Steps {
    public:
     explicit Steps(const Axis& axis) : axis_(axis) {
@@ -75,8 +73,8 @@ class Axis {
   [[nodiscard]] Span Shown() const { return {SourceOf(first_), SourceOf(last_ - 1) + 1}; }
 
  private:
-  // The first position whose source pixel is `offset` or later; the end of the
-  // destination when there is none.
+  // The first position whose source pixel is at `offset` or later; without one, the
+  // end of the destination.
   [[nodiscard]] std::int32_t FirstShowing(std::int32_t offset) const {
     const std::int32_t length = source_.Length();
     const std::int32_t within = std::clamp(offset, 0, length);

@@ -1,3 +1,4 @@
+// Copies pixels without change: unscaled, scaled or shifted.
 #include "host/QDE/copy/pixel_copy.h"
 
 #include <vector>
@@ -11,8 +12,8 @@ namespace {
 
 using CopyRoutine = void (*)(void* destination, const void* source, std::size_t bytes);
 
-// What is drawn, row by row. Rows without gaps between them, in both images,
-// are one long row.
+// The drawn pixels of both images. Rows without gaps between them, in both images,
+// can be joined to one long row.
 struct Area {
   Area(const Image& source, const Image& destination, const Plan& plan) {
     const auto& [columns, rows] = plan;
@@ -68,7 +69,7 @@ void CopyUnscaled(Area area) {
   simd::FinishStreaming();
 }
 
-// One destination row after the other, each with the source row that it shows.
+// Calls `draw` for each destination row with its source row.
 template <typename Draw>
 void ForRows(const Area& area, const Axis& rows, Draw draw) {
   Axis::Steps steps(rows);
@@ -80,7 +81,7 @@ void ForRows(const Area& area, const Axis& rows, Draw draw) {
   }
 }
 
-// A row that shows what the one above shows is copied from there.
+// A row with the same source row as the one above is copied from that one.
 void ScaleIntoCaches(const Area& area, const Axis& rows, const RowScaler& scaler) {
   const auto copy = simd::BestRoutines().copy;
   const auto rowBytes = static_cast<std::size_t>(area.rowBytes);
@@ -97,7 +98,8 @@ void ScaleIntoCaches(const Area& area, const Axis& rows, const RowScaler& scaler
   });
 }
 
-// Past the caches, where no row can be read again: by way of a row that stays.
+// Stores past the caches: each row is scaled in a buffer, since the destination is
+// slow to read.
 void ScalePastCaches(const Area& area, const Axis& rows, const RowScaler& scaler) {
   const auto copy = simd::BestRoutines().streamingCopy;
   std::vector<std::uint8_t> run(static_cast<std::size_t>(area.rowBytes));
@@ -132,8 +134,8 @@ void CopyPixels(const Image& source, const Image& destination, const Plan& plan)
   }
 }
 
-// The copy of a row can be read and written at once; between rows, none is read
-// after it was written.
+// The copy routine accepts overlapping runs; the order of rows ensures that none is
+// read after it was written.
 void ShiftPixels(const Image& source, const Image& destination, const Plan& plan) {
   Area area(source, destination, plan);
   area.JoinRows();

@@ -1,4 +1,4 @@
-// Copies whose pixels stay as they are, byte by byte.
+// Copies that do not change the bytes of pixels.
 #ifndef QDE_PIXEL_COPY_H
 #define QDE_PIXEL_COPY_H
 
@@ -10,7 +10,7 @@ namespace qde {
 // Images of one depth, which do not overlap. Throws std::bad_alloc.
 void CopyPixels(const Image& source, const Image& destination, const Plan& plan);
 
-// Not scaled; images that overlap, with rows of one stride.
+// Unscaled, for overlapping images with rows of the same stride.
 void ShiftPixels(const Image& source, const Image& destination, const Plan& plan);
 
 }  // namespace qde

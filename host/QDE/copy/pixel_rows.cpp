@@ -1,3 +1,4 @@
+// Rows that are read as they are, reordered, or through a palette.
 #include "host/QDE/copy/pixel_rows.h"
 
 #include <array>
@@ -7,6 +8,7 @@
 #include "host/QDE/pixels/colors.h"
 #include "host/QDE/pixels/pixel.h"
 #include "host/QDE/rows/row_colors.h"
+#include "simd/processor_level.h"
 #include "simd/routines.h"
 
 namespace qde {

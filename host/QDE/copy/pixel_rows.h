@@ -20,7 +20,7 @@ class PixelRows {
   // The pixels of a row: the row itself, or memory that holds until the next
   // call.
   virtual const std::uint8_t* Read(const std::uint8_t* row, std::size_t count) = 0;
-  // Writes them where nothing of the row is.
+  // Writes them to memory that does not overlap the row.
   virtual void Copy(const std::uint8_t* row, std::uint8_t* pixels, std::size_t count) = 0;
 };
 

@@ -1,3 +1,4 @@
+// Plans a copy: its two axes, and the memory that they reach.
 #include "host/QDE/copy/plan.h"
 
 #include <functional>
@@ -41,9 +42,9 @@ Memory MemoryDrawn(const Image& destination, const Plan& plan) {
 }
 
 bool Overlap(const Memory& a, const Memory& b) {
-  // The two may be of different blocks, where only std::less has to hold.
-  constexpr std::less<> before;
-  return before(a.begin, b.end) && before(b.begin, a.end);
+  // Only std::less orders pointers into different blocks.
+  constexpr std::less<> kBefore;
+  return kBefore(a.begin, b.end) && kBefore(b.begin, a.end);
 }
 
 }  // namespace qde

@@ -1,5 +1,5 @@
-// What a copy draws: which pixels of the destination, and which of the source
-// they show.
+// The plan of a copy: the pixels of the destination that are drawn, and the pixels of
+// the source that they show.
 #ifndef QDE_PLAN_H
 #define QDE_PLAN_H
 

@@ -1,3 +1,4 @@
+// Combines rows of any two depths, and chooses the way to do it.
 #include "host/QDE/copy/row_combiner.h"
 
 #include <array>
@@ -11,14 +12,14 @@
 namespace qde {
 namespace {
 
-// ---- What the routines need
+// ---- The operands of the routines
 
 bool IsPlain(const PortColors& colors) {
   return ToColor(colors[QDE_PortColor_FORE]) == kBlack &&
          ToColor(colors[QDE_PortColor_BACK]) == kWhite;
 }
 
-// Whether colours come out as they are.
+// Whether the copy does not change colours.
 bool KeepsColors(const Drawing& drawing) {
   constexpr std::int16_t kSrcCopy = 0;
   return drawing.mode.number == kSrcCopy && IsPlain(drawing.colors);
@@ -58,8 +59,8 @@ void SetVisible(Operands* operands, const Palette& palette, Color back) {
   }
 }
 
-// A table need not have the two colours that hilite swaps: it swaps those that
-// stand for them, so that doing it twice undoes it.
+// The table may lack the two colours that hilite swaps. Their nearest colours are
+// swapped instead, so that a second hilite undoes the first.
 void TakeSwapFrom(Operands* operands, const InverseColors& table, const PortColors& colors,
                   Format format) {
   const auto shown = [&](std::size_t which) {
@@ -113,7 +114,7 @@ class PixelCombiner : public RowCombiner {
   Operands operands_;
 };
 
-// Into rows of indices, by way of the colours.
+// Into rows of indices, with the mode applied to their colours.
 class ColorCombiner : public RowCombiner {
  public:
   ColorCombiner(const Image& source, const Image& destination, const Drawing& drawing,
@@ -144,7 +145,7 @@ class ColorCombiner : public RowCombiner {
 
  private:
   std::unique_ptr<PixelRows> source_;
-  std::unique_ptr<PixelRows> destination_;  // null when it does not count
+  std::unique_ptr<PixelRows> destination_;  // null if the mode does not read it
   bool keeps_;
   RowRoutine routine_;
   Operands operands_;
@@ -152,8 +153,8 @@ class ColorCombiner : public RowCombiner {
   std::unique_ptr<IndexWriter> writer_;
 };
 
-// Indices to those of another table, when nothing else counts: worked out once
-// for each index.
+// Indices to those of another table, in modes that depend on the source alone:
+// computed once for each index.
 class Translator : public RowCombiner {
  public:
   Translator(const Image& source, const Image& destination, const Drawing& drawing) {
@@ -176,7 +177,7 @@ bool ArePixelsAlike(const Image& source, const Image& destination) {
          source.format == destination.format;
 }
 
-// The routine for indices of one table; null when there is none, or two tables.
+// The routine for indices of one table; null without one, or with two tables.
 RowRoutine FindIndexRoutine(const Image& source, const Image& destination, const Drawing& drawing) {
   if (source.layout.depth != 8 || destination.layout.depth != 8) return nullptr;
   const RowRoutine routine = Choose(drawing.mode.indexed, drawing.colors);

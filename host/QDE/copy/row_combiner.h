@@ -12,18 +12,17 @@
 
 namespace qde {
 
-// How rows are combined, wherever they are.
+// The mode and the colours of a copy.
 struct Drawing {
   const Mode& mode;
-  bool dithers;  // where colours become indices
+  bool dithers;  // when colours become indices
   const PortColors& colors;
 };
 
-// Whether the pixels come out just as they are.
+// Whether the copy does not change pixels.
 bool KeepsPixels(const Image& source, const Image& destination, const Drawing& drawing);
 
-// Whether runs may be longer than the width, and then lose nothing by it: where
-// no run has to be kept meanwhile.
+// Whether runs may be longer than the width: where no run is buffered.
 bool TakesLongRuns(const Image& source, const Image& destination, const Drawing& drawing);
 
 class RowCombiner {
@@ -39,8 +38,8 @@ class RowCombiner {
                        std::size_t count) = 0;
 };
 
-// For rows of up to `width` pixels; when it dithers, of just that many, from
-// the top down. Throws std::bad_alloc.
+// For rows of up to `width` pixels; if it dithers, of exactly `width`, from the top
+// down. Throws std::bad_alloc.
 std::unique_ptr<RowCombiner> MakeRowCombiner(const Image& source, const Image& destination,
                                              const Drawing& drawing, std::size_t width);
 

@@ -1,3 +1,4 @@
+// Reads source rows, and keeps the last scaled row for repeated use.
 #include "host/QDE/copy/row_reader.h"
 
 namespace qde {

@@ -15,8 +15,8 @@ namespace qde {
 
 class RowReader {
  public:
-  // `copied`: rows are handed out as copies, even where they need no scaling,
-  // and are read anew each time.
+  // `copied`: rows are returned as copies, also unscaled ones, and are read again at
+  // each call.
   RowReader(const Image& source, const Axis& columns, bool copied);
 
   // The pixels that the columns show of row y, valid until the next call.

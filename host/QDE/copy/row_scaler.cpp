@@ -1,6 +1,9 @@
+// Chooses and runs the scaling routine for a row.
 #include "host/QDE/copy/row_scaler.h"
 
 #include <cstring>
+
+#include "simd/processor_level.h"
 
 namespace qde {
 

@@ -1,3 +1,4 @@
+// Transfers rectangles, in an order of rows that allows overlapping images.
 #include "host/QDE/copy/transfer.h"
 
 #include <cstring>
@@ -12,14 +13,14 @@
 namespace qde {
 namespace {
 
-// Whether rows move as a whole by the same distance: then none is read after it
-// was written, if they go in the right order.
+// Whether all rows move by the same distance: then an order exists in which none is
+// read after it was written.
 bool IsShift(const Image& source, const Image& destination, const Plan& plan) {
   return !plan.IsScaled() && source.layout.depth == destination.layout.depth &&
          source.layout.rowBytes == destination.layout.rowBytes;
 }
 
-// The part of an image that is shown, in memory of its own.
+// A copy of the part of an image that is shown.
 Image CopyShown(const Image& source, const Plan& plan, std::vector<std::uint8_t>* memory) {
   const Span columns = plan.columns.Shown();
   const Span rows = plan.rows.Shown();
@@ -55,7 +56,7 @@ bool HasGaps(const Image& image, std::size_t count) {
          static_cast<std::int32_t>(count) * BytesPerPixel(image.layout.depth);
 }
 
-// Rows without gaps between them are one long row.
+// Whether rows without gaps between them can be combined as one long row.
 bool AreJoined(const RowWork& work, std::size_t count) {
   return !work.plan.IsScaled() && !HasGaps(work.source, count) &&
          !HasGaps(work.destination, count) &&
@@ -98,7 +99,7 @@ void TransferShifted(const RowWork& work, Order order) {
 }
 
 void TransferOverlapping(const RowWork& work, Order order) {
-  // Dithering knows one order only.
+  // Dithering needs rows from the top down.
   const bool possible = order == Order::Downward || !work.drawing.dithers;
   if (possible && IsShift(work.source, work.destination, work.plan)) {
     TransferShifted(work, order);

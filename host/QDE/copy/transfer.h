@@ -1,4 +1,4 @@
-// A rectangle of one image to a rectangle of another.
+// Transfers a rectangle of one image to a rectangle of another.
 #ifndef QDE_TRANSFER_H
 #define QDE_TRANSFER_H
 
@@ -10,17 +10,16 @@
 
 namespace qde {
 
-// What to draw with.
+// The mode and the colours to draw with.
 struct Ink {
   std::int16_t mode = 0;
   PortColors colors = kInitialColors;
 };
-// Asks for colours to be dithered, in addition to the number of a mode.
+// Added to the number of a mode: dithers colours.
 constexpr std::int16_t kDither = 64;
 
-// Scales and clips as CopyBits does, in any depth and whatever memory the two
-// images share. Throws std::bad_alloc, before it has drawn anything, when there
-// is no memory for what it keeps meanwhile.
+// Scales and clips as CopyBits does, in all depths; the images may overlap. Throws
+// std::bad_alloc, before it draws, when there is no memory for its buffers.
 Error Transfer(const Image& source, const Image& destination, const Rect& sourceRect,
                const Rect& destinationRect, const Ink& ink);
 

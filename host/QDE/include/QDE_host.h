@@ -1,11 +1,11 @@
 /** \file
- * What a host may ask of the stand-in QDE besides its imports. C11 and C++17.
+ * What the stand-in QDE offers to a host besides its imports. C11 and C++17.
  *
- * What is there: handles (in K's store), ticks, rectangles, offscreen worlds
+ * Supported: handles (in K's store), ticks, rectangles, offscreen worlds
  * of 8 and 32 bits per pixel, ports with their colours, devices, the two 32-bit
  * pixel formats, and CopyBits in all transfer modes.
  *
- * What is not there: masks (CopyBits draws nothing and leaves -50).
+ * Not supported: masks (CopyBits draws nothing and leaves -50).
  *
  * Threads. Calls on handles, TickCount and QDE_ConvertBitsFast may be made on
  * any thread. All others share the current port and device and the list of
@@ -22,17 +22,17 @@ extern "C" {
 
 /* ---- Errors ------------------------------------------------------------- */
 
-/** Tells the result of the last call that can fail, for the whole process, as the
- * current port is. Setting and getting the port or the device, UnlockPixels and
- * DisposeGWorld leave it as it is, so that what CopyBits came to can still be
- * read after them.
+/** Returns the result of the last call that can fail. There is one for the whole
+ * process, like the current port. Setting and getting the port or the device,
+ * UnlockPixels and DisposeGWorld do not change it, so that the result of CopyBits
+ * can still be read after them.
  * \return 0 or one of the codes below. */
 QDE_API int16_t QDE_Error(void);
 
-/** What QDE's calls come to. */
+/** Results of QDE's calls. */
 enum {
   QDE_Err_PARAMETER = -50,    /**< null, not live, empty, too wide, unknown flag or mode */
-  QDE_Err_MEMORY_FULL = -108, /**< no memory, whatever was purged for it */
+  QDE_Err_MEMORY_FULL = -108, /**< no memory, even after purging */
   QDE_Err_PURGED = -109,      /**< CopyBits: a side's pixels are purged or lost */
   QDE_Err_DEPTH = -157        /**< a depth other than 0, 8 and 32 */
 };
@@ -63,7 +63,7 @@ enum {
  * flags   none, clipPix, stretchPix, either with ditherPix, all with or without
  *         keepLocal; others are refused with -50. The device is not looked at.
  * When size, depth or colour table change, or the pixels were purged or lost,
- * the pixels are made anew, unlocked and unset. A table is the same as another
+ * new pixels are allocated, unlocked and unset. A table is the same as another
  * when CopyBits takes it so; null is the standard one here too. clipPix carries
  * the old pixels over, one for one from the upper left corner on, stretchPix
  * scales them to the new size; both do nothing for purged pixels, and find the
@@ -72,12 +72,12 @@ enum {
  * 32-bit format stays as long as the depth does, and starts as 0. The port's
  * colours stay.
  * The result combines mapPix (8 bits with another table), newDepth, newRowBytes
- * and reallocPix (the pixels were made anew); 0 says that none of these
- * happened. After a failure the world is as it was, but the pixels of a
+ * and reallocPix (new pixels were allocated); 0 means none of these.
+ * After a failure the world is as it was, but the pixels of a
  * purgeable one may have been taken by the shortage itself.
  *
  * Both move all unlocked blocks when K's scramble switch is on, and ask K to
- * free what it can before they give -108.
+ * free what it can before they return -108.
  *
  * A pixel map and its device stand at the same address until the world is
  * updated or disposed of; the handle of the map stays for the world's life.
@@ -86,8 +86,8 @@ enum {
  * null.
  *
  * DisposeGWorld makes the null port current if the world's was, and the main
- * device if the world's own was. What is no live world is left alone, by this
- * and by every other call; those with a result give null, 0 or -50.
+ * device if the world's own was. This and all other calls ignore an address that
+ * is no live world; those with a result return null, 0 or -50.
  * \endcode */
 
 /** The bits of the flags of NewGWorld and UpdateGWorld, and of the latter's
@@ -100,7 +100,7 @@ enum {
   QDE_Flag_MAP_PIX = 0x10000,        /**< result: 8 bits with another table */
   QDE_Flag_NEW_DEPTH = 0x20000,      /**< result: another depth */
   QDE_Flag_NEW_ROW_BYTES = 0x80000,  /**< result: rows of other bytes */
-  QDE_Flag_REALLOC_PIX = 0x100000,   /**< result: the pixels were made anew */
+  QDE_Flag_REALLOC_PIX = 0x100000,   /**< result: new pixels were allocated */
   QDE_Flag_CLIP_PIX = 0x10000000,    /**< update: carry the old pixels over */
   QDE_Flag_STRETCH_PIX = 0x20000000, /**< update: scale them to the new size */
   QDE_Flag_DITHER_PIX = 0x40000000   /**< update: and dither them */
@@ -114,13 +114,13 @@ enum {
  * its handle while the pixels are unlocked, its address while they are locked,
  * and null after they were lost (QDE_LosePixelsInFailedUpdates). An empty
  * handle there stands for purged pixels. A caller may store one: it then
- * belongs to the layer, which frees it when it makes the pixels anew, and what
- * was there before is gone.
+ * belongs to the layer, which frees it when it allocates new pixels, and the
+ * former pixels are lost.
  *
- * LockPixels gives 0, and locks nothing, when the pixels are purged or lost. A
+ * LockPixels returns 0, without a lock, when the pixels are purged or lost. A
  * lock is a flag: any number of locks is undone by one UnlockPixels.
- * GetPixBaseAddr gives the address of the pixels, locked or not, or null when
- * there are none; without a lock it holds until the next call that moves or
+ * GetPixBaseAddr returns the address of the pixels, locked or not, or null when
+ * there are none; without a lock it is valid until the next call that moves or
  * frees blocks.
  * \endcode */
 
@@ -147,8 +147,8 @@ typedef struct QDE_ColorTable {
   QDE_ColorSpec ctTable[256]; /**< the entries */
 } QDE_ColorTable;
 
-/** Gives the standard table of 256 colours, shared by all 8-bit worlds without one
- * of their own. 32-bit worlds share another one, of one entry that nobody uses.
+/** Returns the standard table of 256 colours, shared by all 8-bit worlds without
+ * their own. 32-bit worlds share another one, with a single, unused entry.
  * \return the table, not to be changed. */
 QDE_API CTabHandle QDE_StandardColors(void);
 
@@ -172,7 +172,7 @@ enum {
   QDE_PortColor_HILITE, /**< highlight; CCCC CCCC FFFF at first */
   QDE_PortColorCount    /**< how many there are */
 };
-/** Tells a colour of a port.
+/** Reads a colour of a port.
  * \param port of a live world.
  * \param which QDE_PortColor_...
  * \param[out] color receives it.
@@ -185,7 +185,7 @@ QDE_API int16_t QDE_GetPortColor(GWorldPtr port, int32_t which, QDE_RGBColor* co
  * \return 0; -50 as above. */
 QDE_API int16_t QDE_SetPortColor(GWorldPtr port, int32_t which, const QDE_RGBColor* color);
 
-/** Gives the main device: direct, 32 bits, 1920 by 1080, without pixels.
+/** Returns the main device: direct, 32 bits, 1920 by 1080, without pixels.
  * \return the device. */
 QDE_API GDHandle QDE_MainDevice(void);
 
@@ -208,12 +208,12 @@ typedef struct QDE_Device {
  * \code{.unparsed}
  * Format 0 keeps the bytes of a pixel in the order A, R, G, B in memory,
  * format 1 in the order B, G, R, A. QDE_SetGWorld32PixmapFormat converts the
- * pixels that are there in place. Both calls give -50 for a null or 8-bit
+ * pixels in place. Both calls return -50 for a null or 8-bit
  * world, a null variable, and a format other than 0 and 1.
  * \endcode */
 
-/** Tells whether QDE_ForceBitmapCreationBitfields was last switched on. The worlds
- * made meanwhile are as all others.
+/** Returns whether QDE_ForceBitmapCreationBitfields was last switched on. It has no
+ * effect on new worlds.
  * \return 1 or 0. */
 QDE_API Boolean QDE_IsBitmapCreationForced(void);
 
@@ -276,7 +276,7 @@ QDE_API Boolean QDE_IsBitmapCreationForced(void);
  * always; 36 copies indices. Nothing of that needs dithering.
  *
  * All else to 8 bits works on the colours of both tables and takes the nearest
- * of the destination's, whatever the current device: the smallest sum of squared
+ * of the destination's, for any current device: the smallest sum of squared
  * differences, at a tie the lowest index, 0 in an empty table. A pixel whose
  * colour a mode leaves as it is keeps its index, other than in 0 and 4. hilite
  * swaps the nearest colours of the table to the two, so that doing it twice
@@ -296,7 +296,7 @@ QDE_API Boolean QDE_IsBitmapCreationForced(void);
 
 /* ---- Failures on request ------------------------------------------------ */
 
-/** The calls that can be told to fail. */
+/** The calls that can be made to fail. */
 enum {
   QDE_Call_NEW_GWORLD,        /**< NewGWorld */
   QDE_Call_UPDATE_GWORLD,     /**< UpdateGWorld, for a live world */
@@ -310,14 +310,14 @@ enum {
  *     back. */
 QDE_API void QDE_FailNextCall(int32_t call, int16_t error);
 
-/** While on, an update that fails, for whatever reason, loses the pixels of its
- * world: its baseAddr is then null, and LockPixels gives 0 until an update
+/** While on, an update that fails for any reason loses the pixels of its world:
+ * its baseAddr is then null, and LockPixels returns 0 until an update
  * succeeds. Off at first.
  * \param on 1 or 0. */
 QDE_API void QDE_LosePixelsInFailedUpdates(Boolean on);
 
 /** Makes updates of live worlds replace the world's pointer, whether they succeed
- * or not. The old pointer stays good until the world is disposed of by either:
+ * or not. The old pointer stays valid until the world is disposed of by either:
  * both mean the same world.
  * \param updates so many of the next; 0 at first. */
 QDE_API void QDE_ReplaceWorldInUpdates(uint32_t updates);

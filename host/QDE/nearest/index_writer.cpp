@@ -1,22 +1,19 @@
+// Writes the nearest indices of rows of colours, dithered or not.
 #include "host/QDE/nearest/index_writer.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <utility>
 #include <vector>
 
 #include "host/QDE/pixels/pixel.h"
+#include "simd/processor_level.h"
 
 namespace qde {
 namespace {
 
-Color ColorAt(const std::uint8_t* pixels, std::size_t position, Format format) {
-  Pixel32 pixel{};
-  std::memcpy(pixel.data(), pixels + position * sizeof pixel, sizeof pixel);
-  return ToColor(pixel, format);
-}
-
-// What may not be known is asked for after the others are there.
+// Looks up known colours first, then computes the missing entries.
 class Finder {
  public:
   explicit Finder(const IndexTarget& target) : colors_(*target.colors), format_(target.format) {}
@@ -53,7 +50,7 @@ class NearestWriter : public IndexWriter {
   Finder finder_;
 };
 
-// Keeps the indices whose colour is the one that comes.
+// Keeps the old indices that have the colour of the new pixel.
 class KeepingWriter : public IndexWriter {
  public:
   KeepingWriter(IndexTarget target, std::size_t width)
@@ -90,7 +87,7 @@ class KeepingWriter : public IndexWriter {
   std::vector<std::uint8_t> shown_;
 };
 
-// What a pixel missed, by component, or a sum of shares of that.
+// The error of a pixel by component, or a sum of shares of errors.
 using Miss = std::array<int, 3>;
 
 Miss ToMiss(Color color) {
@@ -124,7 +121,7 @@ class DitheringWriter : public IndexWriter {
     return due;
   }
 
-  // Says whether the table has the colour, and then sets the index.
+  // If the table has the colour: sets the index and returns true.
   bool IsExact(Color color, std::uint8_t* index) const {
     const InverseColors& colors = *target_.colors;
     if (target_.keepsIndices && color == colors[*index]) return true;
@@ -134,8 +131,9 @@ class DitheringWriter : public IndexWriter {
     return true;
   }
 
-  // Sets the index nearest to the colour with what is due to it, and gives what
-  // is missing then. Colours beyond the cube would only heap up misses.
+  // Sets the index nearest to the colour plus its received error, and returns the
+  // new error. The sum is limited to the cube of colours: errors outside of it would
+  // accumulate.
   Miss Approach(Color color, const Miss& due, std::uint8_t* index) const {
     const Color wanted = {Limited(color.red + due[0]), Limited(color.green + due[1]),
                           Limited(color.blue + due[2])};
@@ -156,8 +154,8 @@ class DitheringWriter : public IndexWriter {
   }
 
   IndexTarget target_;
-  // Sixteenths of what is due to this row and to the next; each has a place more
-  // at either end, for what falls beside the row.
+  // Errors for this row and the next, in sixteenths, with one more element at each end
+  // for shares that fall outside of the row.
   std::vector<Miss> current_;
   std::vector<Miss> next_;
 };

@@ -1,4 +1,4 @@
-// Turns rows of colours into indices of a table.
+// Converts rows of colours to indices of a table.
 #ifndef QDE_INDEX_WRITER_H
 #define QDE_INDEX_WRITER_H
 
@@ -13,9 +13,9 @@ namespace qde {
 
 struct IndexTarget {
   std::shared_ptr<const InverseColors> colors;
-  Format format;  // of the pixels that come
-  // A pixel that comes in the colour of the index that is there leaves it there,
-  // even where another index has the same colour.
+  Format format;  // of the pixels
+  // If the old index has the colour of the new pixel, it stays, even if another index
+  // of the same colour would be found.
   bool keepsIndices;
 };
 
@@ -29,14 +29,14 @@ class IndexWriter {
   virtual void Write(const std::uint8_t* pixels, std::uint8_t* indices, std::size_t count) = 0;
 };
 
-// The nearest colour of each pixel. Rows of up to `width` pixels, or of any length
-// where indices are not kept.
+// Writes the nearest colour of each pixel. Rows have up to `width` pixels, or any
+// number if indices are not kept.
 std::unique_ptr<IndexWriter> MakeNearestWriter(IndexTarget target, std::size_t width);
 
-// Spreads what the nearest colours miss over the pixels to come: the next one
-// gets 7 sixteenths, the three below 3, 5 and 1, from left to right. Pixels of
-// a colour of the table get just that, and hand on what came to them. Rows have
-// to come from the top down, each of `count` pixels.
+// Distributes the error of each nearest colour to later pixels: 7 sixteenths to the
+// next one; 3, 5 and 1 to the three below, from left to right. A pixel whose colour is
+// in the table is drawn in it and passes its received error on unchanged. Rows have to
+// be written from the top down, each with `count` pixels.
 std::unique_ptr<IndexWriter> MakeDitheringWriter(IndexTarget target, std::size_t count);
 
 }  // namespace qde

@@ -1,3 +1,4 @@
+// Finds the nearest index of a colour by dividing the cube of all colours.
 #include "host/QDE/nearest/inverse_colors.h"
 
 #include <algorithm>
@@ -27,8 +28,8 @@ bool IsCommon(Color color) {
          (color.red == color.green && color.green == color.blue);
 }
 
-// The first of those that are nearest; 0 of none. Indices stand below distances,
-// so that the least of both together is wanted, and nothing has to be foreseen.
+// The first of the nearest indices; 0 without any. Distance and index share a number,
+// distance above, so that its minimum is found without a branch.
 std::uint8_t Search(const Palette& palette, const std::uint8_t* first, const std::uint8_t* last,
                     Color color) {
   int least = std::numeric_limits<int>::max() & ~0xFF;
@@ -51,9 +52,9 @@ struct InverseColors::Box {
     };
     return {middle(0), middle(1), middle(2)};
   }
-  // The least that the squared distance from a can exceed that from b by. The
-  // squares of a colour cancel out, so that along each axis the difference is
-  // linear, and least at an end.
+  // The minimum, over the box, of the squared distance from a less that from b. The
+  // squares of the box's colour cancel out, so that the difference is linear along
+  // each axis, and its minimum is at an end.
   [[nodiscard]] int LeastExcess(Color a, Color b) const {
     const Components from = ComponentsOf(a);
     const Components to = ComponentsOf(b);
@@ -80,7 +81,7 @@ InverseColors::InverseColors(const Palette& palette) : palette_(palette) {
   Fill(AllIndices(), {{0, 0, 0}, 256});
   mask_ = RarestIndex();
   constexpr std::size_t kReadBeyond = 3;
-  // Zero pages, which cost nothing until they are written.
+  // Zero pages, which take no memory before the first store.
   nearest_.reset(static_cast<std::uint8_t*>(std::calloc(kColors + kReadBeyond, 1)));
   if (nearest_ == nullptr) throw std::bad_alloc();
 }
@@ -94,9 +95,9 @@ InverseColors::Candidates InverseColors::AllIndices() const {
   return all;
 }
 
-// Leaves out what is nowhere in the box nearer than the one that is nearest to
-// its middle. At a tie the lower index would be taken, so that only lower ones
-// are worth keeping for a tie.
+// Omits the indices that are nowhere in the box nearer than the one nearest to its
+// middle. At a tie the lower index is chosen, so that only lower indices are kept for
+// a tie.
 InverseColors::Candidates InverseColors::Reduce(const Candidates& candidates,
                                                 const Box& box) const {
   const std::uint8_t best = Search(palette_, candidates.begin(), candidates.end(), box.Middle());
@@ -108,8 +109,8 @@ InverseColors::Candidates InverseColors::Reduce(const Candidates& candidates,
   return left;
 }
 
-// From the whole cube down to the cells: what cannot be nearest in a box cannot
-// be nearest in any part of it.
+// From the whole cube down to the cells: an index that cannot be nearest in a box
+// cannot be nearest in any part of it.
 // NOLINTNEXTLINE(misc-no-recursion): no deeper than a cell has bits.
 void InverseColors::Fill(const Candidates& candidates, const Box& box) {
   const Candidates left = Reduce(candidates, box);
@@ -126,9 +127,9 @@ void InverseColors::Fill(const Candidates& candidates, const Box& box) {
   }
 }
 
-// A kept byte of 0 costs time, and is that of one index: the one that the fewest
-// cells have. Black, white, greys and pure colours have few cells, and yet most
-// of the pixels of some pictures; they are taken if there is nothing else.
+// The index that is stored as 0 takes longer to find, so it is the one in the fewest
+// cells. Black, white, greys and pure colours are in few cells but are frequent in
+// some pictures; they are chosen only if there is no other.
 std::uint8_t InverseColors::RarestIndex() const {
   std::array<std::size_t, 256> costs{};
   for (const std::uint8_t index : candidates_) ++costs[index];
@@ -160,10 +161,10 @@ void InverseColors::KeepCubeOf(Color color) const {
 }
 
 std::shared_ptr<const InverseColors> InverseOf(const Palette& palette) {
-  // Together no more than 64 MiB, when each has met all colours.
+  // At most 64 MiB together, if all colours were requested from each.
   constexpr std::size_t kKept = 4;
   using Kept = std::vector<std::shared_ptr<const InverseColors>>;
-  // The latest last. Never destroyed: worlds may be drawn to while the process
+  // In the order of use. Never destroyed: worlds may be drawn to while the process
   // ends.
   static auto* const kept = new Kept;
   auto found = std::find_if(kept->begin(), kept->end(), [&palette](const auto& inverse) {

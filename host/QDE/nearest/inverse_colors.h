@@ -1,4 +1,4 @@
-// A colour table the other way round: which index is nearest to a colour.
+// The inverse of a colour table: the nearest index for each colour.
 #ifndef QDE_INVERSE_COLORS_H
 #define QDE_INVERSE_COLORS_H
 
@@ -15,11 +15,11 @@
 
 namespace qde {
 
-// Finds just what a search of the whole table would find: the smallest squared
-// distance, at a tie the lowest index, 0 in a table that leaves out all
-// indices. The cube of all colours is cut into cells, and each cell knows those
-// few indices that can be nearest to a colour within it. The nearest to one
-// and to its neighbours are kept when it is asked for.
+// Has the result of a search of the whole table: the smallest squared distance, at a
+// tie the lowest index, 0 in a table without indices. The cube of all colours is
+// divided into cells, each with a list of the few indices that can be nearest to one
+// of its colours. The first request for a colour stores the nearest indices of it and
+// its neighbours.
 class InverseColors {
  public:
   // Throws std::bad_alloc.
@@ -29,13 +29,13 @@ class InverseColors {
     const std::uint8_t byte = nearest_.get()[PlaceOf(color)];
     return byte != 0 ? static_cast<std::uint8_t>(byte ^ mask_) : Find(color);
   }
-  // What is kept. Stays where it is, and grows with what is asked for.
+  // The stored indices. The address is constant; requests add entries.
   [[nodiscard]] NearestTable Kept() const { return {nearest_.get(), mask_}; }
   [[nodiscard]] Color operator[](std::uint8_t index) const { return palette_[index]; }
   [[nodiscard]] const Palette& Table() const { return palette_; }
 
  private:
-  // Five bits of each component choose the cell.
+  // Five bits of each component select the cell.
   static constexpr int kCellBits = 5;
   static constexpr int kBitsInCell = 8 - kCellBits;
   static constexpr int kCellSize = 1 << kBitsInCell;
@@ -63,16 +63,17 @@ class InverseColors {
   std::array<Cell, kCells> cells_{};
   std::vector<std::uint8_t> candidates_;  // of each cell, the indices in order
 
-  // All colours would take 16 MiB, of which the system gives what is written.
+  // 16 MiB of addresses; the system allocates a page at its first store.
   struct Free {
     void operator()(std::uint8_t* bytes) const { std::free(bytes); }
   };
-  std::unique_ptr<std::uint8_t, Free> nearest_;  // a NearestTable; as it is asked for
+  std::unique_ptr<std::uint8_t, Free> nearest_;  // a NearestTable, filled on request
   mutable std::bitset<kColors / kCubeColors> kept_;
-  std::uint8_t mask_ = 0;  // the index that a kept byte of 0 stands for
+  std::uint8_t mask_ = 0;  // the index that is stored as 0
 };
 
-// The inverse of a table, kept for the next copies to it. Throws std::bad_alloc.
+// Returns the inverse of a table, and keeps it for later copies. Throws
+// std::bad_alloc.
 std::shared_ptr<const InverseColors> InverseOf(const Palette& palette);
 
 }  // namespace qde

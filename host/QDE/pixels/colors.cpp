@@ -1,3 +1,4 @@
+// Builds the standard table, and reads the tables of callers.
 #include "host/QDE/pixels/colors.h"
 
 #include <algorithm>
@@ -6,7 +7,7 @@
 namespace qde {
 namespace {
 
-// The place of an entry is its index.
+// The flag of tables whose entries have their position as index.
 constexpr std::int16_t kDeviceTable = std::numeric_limits<std::int16_t>::min();
 
 // The low and the high byte of a component are equal.
@@ -58,7 +59,7 @@ constexpr QDE_ColorTable MakeDirect() {
   return table;
 }
 
-// A handle needs a master pointer that can be pointed to.
+// Master pointers: a handle is the address of one.
 constinit QDE_ColorTable theStandard = MakeStandard();
 constinit QDE_ColorTable theDirect = MakeDirect();
 constinit QDE_ColorTable* theStandardMaster = &theStandard;
@@ -88,7 +89,7 @@ OwnTable::OwnTable(const QDE_ColorTable& table) {
   table_.ctSeed = table.ctSeed;
   table_.ctFlags = table.ctFlags;
   table_.ctSize = table.ctSize;
-  // A short table need not have memory for the rest.
+  // The memory of a short table may end after its last entry.
   std::copy_n(table.ctTable, table.ctSize + 1, table_.ctTable);
 }
 
@@ -97,11 +98,11 @@ bool IsSound(const QDE_ColorTable& table) {
 }
 
 Palette::Palette(const QDE_ColorTable& table) {
-  const bool byPlace = (table.ctFlags & kDeviceTable) != 0;
+  const bool byPosition = (table.ctFlags & kDeviceTable) != 0;
   const int last = std::min(table.ctSize, kLastEntry);
-  for (int place = 0; place <= last; ++place) {
-    const QDE_ColorSpec& entry = table.ctTable[place];
-    const int index = byPlace ? place : entry.value;
+  for (int position = 0; position <= last; ++position) {
+    const QDE_ColorSpec& entry = table.ctTable[position];
+    const int index = byPosition ? position : entry.value;
     if (index < 0 || index > 255) continue;
     const auto at = static_cast<std::size_t>(index);
     colors_[at] = ToColor(entry.rgb);

@@ -1,4 +1,4 @@
-// Colour tables: the two shared ones, and what copying needs of any.
+// Colour tables: the two shared ones, and the palettes that copying reads.
 #ifndef QDE_COLORS_H
 #define QDE_COLORS_H
 
@@ -11,7 +11,7 @@
 namespace qde {
 
 CTabHandle StandardColors();
-// What the pixel maps of 32-bit surfaces show instead of null.
+// The table in the pixel maps of 32-bit surfaces, which is never null.
 CTabHandle DirectColors();
 
 // Components of 8 bits.
@@ -28,7 +28,7 @@ constexpr Color kWhite = {0xFF, 0xFF, 0xFF};
 // The high bytes.
 Color ToColor(const QDE_RGBColor& color);
 
-// A copy of a table, for handles of its own.
+// A copy of a table with a handle to it.
 class OwnTable {
  public:
   explicit OwnTable(const QDE_ColorTable& table);
@@ -43,10 +43,10 @@ class OwnTable {
   QDE_ColorTable* master_ = &table_;
 };
 
-// Whether the number of entries is one that a table can have.
+// Whether the number of entries is valid.
 bool IsSound(const QDE_ColorTable& table);
 
-// A table by index. Indices that it leaves out are black, and never found.
+// The colours of a table by index. Missing indices are black and are never found.
 class Palette {
  public:
   explicit Palette(const QDE_ColorTable& table);
@@ -60,7 +60,7 @@ class Palette {
   std::bitset<256> present_;
 };
 
-// Whether an index means the same in both: tables of one seed or of one content.
+// Whether each index has the same colour in both: tables of equal seed or content.
 bool AreSame(const QDE_ColorTable& a, const QDE_ColorTable& b);
 
 }  // namespace qde

@@ -1,3 +1,4 @@
+// Keeps the error of the last call.
 #include "host/QDE/pixels/errors.h"
 
 #include <atomic>

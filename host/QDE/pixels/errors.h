@@ -1,4 +1,4 @@
-// The layer's error: what the last call that can fail came to.
+// The layer's error: the result of the last call that can fail.
 #ifndef QDE_ERRORS_H
 #define QDE_ERRORS_H
 
@@ -8,7 +8,7 @@
 
 namespace qde {
 
-// Also carries the errors that a host asks for, whatever they are.
+// Errors that a host requests may have any other value.
 enum Error : std::int16_t {
   kNoError = 0,
   kIllegalParameter = QDE_Err_PARAMETER,
@@ -17,7 +17,7 @@ enum Error : std::int16_t {
   kDepth = QDE_Err_DEPTH
 };
 
-// Keeps the error for QDE_Error, and gives it back for the caller to return.
+// Stores the error for QDE_Error, and returns it.
 std::int16_t SetError(Error error);
 
 }  // namespace qde

@@ -1,3 +1,4 @@
+// Keeps the failures that a host has requested.
 #include "host/QDE/pixels/faults.h"
 
 #include <array>

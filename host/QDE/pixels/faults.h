@@ -1,4 +1,4 @@
-// What a host asked to go wrong.
+// The failures that a host has requested.
 #ifndef QDE_FAULTS_H
 #define QDE_FAULTS_H
 
@@ -6,7 +6,7 @@
 
 namespace qde {
 
-// The error that the next call of this kind was to have, used up by asking.
+// Returns the error requested for the next call of this kind, and clears it.
 Error TakeFault(std::int32_t call);
 
 bool FailedUpdatesLosePixels();

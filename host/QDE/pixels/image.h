@@ -1,4 +1,4 @@
-// Pixels in memory as copying sees them.
+// Images: pixels in memory with their layout, as the copies use them.
 #ifndef QDE_IMAGE_H
 #define QDE_IMAGE_H
 
@@ -12,7 +12,7 @@ namespace qde {
 // The two orders of a 32-bit pixel's bytes in memory.
 enum Format : std::int32_t { kARGB = 0, kBGRA = 1 };
 
-// The pixels stay where they are for as long as an image of them is used.
+// Valid while the pixels stay at their address.
 struct Image {
   std::uint8_t* pixels;
   Layout layout;

@@ -1,13 +1,14 @@
+// Chooses the stride of the rows of a surface.
 #include "host/QDE/pixels/layout.h"
 
 namespace qde {
 namespace {
 
-// Rows are kept to the widest of these that leaves room for the flags; an odd
-// stride is never used.
+// Strides are multiples of the largest of these with which they leave room for the
+// flags.
 constexpr std::int32_t kAlignments[] = {16, 4, 2};
 
-// 0 when the stride fits in no way.
+// 0 if no stride fits.
 std::int32_t StrideFor(std::int32_t bytes) {
   for (const std::int32_t alignment : kAlignments) {
     const std::int32_t stride = (bytes + alignment - 1) / alignment * alignment;

@@ -19,7 +19,7 @@ struct Layout {
   std::int32_t rowBytes;
 };
 
-// 8 and 32 bits are all there is.
+// Only 8 and 32 bits are supported.
 inline bool IsDepth(std::int16_t depth) {
   return depth == 8 || depth == 32;
 }
@@ -41,7 +41,7 @@ inline std::uint64_t ByteCount(const Layout& layout) {
   return static_cast<std::uint64_t>(std::int64_t{layout.rowBytes} * Height(layout.bounds));
 }
 
-// Refuses other depths, empty bounds, and rows whose stride does not fit.
+// Fails for other depths, empty bounds, and rows whose stride does not fit.
 Error PlanLayout(std::int16_t depth, const Rect& bounds, Layout* layout);
 
 }  // namespace qde

@@ -8,10 +8,10 @@
 
 namespace qde {
 
-// By their place in QDE_PortColor.
+// In the order of QDE_PortColor.
 using PortColors = std::array<QDE_RGBColor, QDE_PortColorCount>;
 
-// Those of a port that nobody has given any.
+// The colours of a new port.
 constexpr PortColors kInitialColors = {
     {{0, 0, 0}, {0xFFFF, 0xFFFF, 0xFFFF}, {0, 0, 0}, {0xCCCC, 0xCCCC, 0xFFFF}}};
 

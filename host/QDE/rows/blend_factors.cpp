@@ -1,3 +1,4 @@
+// Computes the factors of a blend and proves each for all differences.
 #include "host/QDE/rows/blend_factors.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ std::uint32_t DivideByOnes(std::uint32_t product) {
   return (product + 1 + (product >> 16)) >> 16;
 }
 
-// offset * factor has to lift each product to its quotient, and none to the next.
+// offset * factor has to raise each product to its quotient, but not to the next.
 std::optional<Factor> TryFactor(int weight, int factor) {
   auto product = static_cast<std::uint32_t>(-kMost * weight) + kRaised * 0xFFFF;
   int scaled = -kMost * kScale * factor;

@@ -9,11 +9,11 @@
 
 namespace qde {
 
-// A blend goes from the one of source and destination that has the greater
-// weight towards the other: with t = other - one, from -255 to 255, by
+// A blend starts at the one of source and destination that has the greater
+// weight, and moves towards the other: with t = other - one, from -255 to 255, by
 //   floor(t * weight / 65535) = (64 * t + offset) * factor >> 22
-// where there are an offset and a factor for which that holds for all t, and no
-// number leaves 16 bits. By component; in vain when one of them has none.
+// if an offset and a factor exist with which this holds for all t and no number
+// exceeds 16 bits. They are found for each component; all four have to exist.
 struct BlendFactors {
   bool exist;
   Pixel32 fromSource;                // FF where the source has the greater weight

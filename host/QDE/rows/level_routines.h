@@ -1,4 +1,4 @@
-// The row routines that a level of processors has of its own.
+// The row routines of each level, from the source that is compiled for it.
 #ifndef QDE_LEVEL_ROUTINES_H
 #define QDE_LEVEL_ROUTINES_H
 
@@ -8,8 +8,8 @@
 
 namespace qde {
 
-// Each does what the plain loop of the same name does, to the last byte. Null
-// stands for the plain loop itself.
+// Each has the same results as the plain loop of its name. Null: the plain loop is
+// used.
 struct LevelRoutines {
   RowRoutines direct[kModeCount];  // in the order of the modes
   ScalingRoutines scaling;

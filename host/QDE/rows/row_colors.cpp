@@ -1,3 +1,4 @@
+// The plain loops between indices and pixels, and the selection of a level's routines.
 #include "host/QDE/rows/row_colors.h"
 
 #include <cstring>
@@ -7,12 +8,6 @@
 
 namespace qde {
 namespace {
-
-Color ColorAt(const std::uint8_t* pixels, std::size_t position, Format format) {
-  Pixel32 pixel{};
-  std::memcpy(pixel.data(), pixels + position * sizeof pixel, sizeof pixel);
-  return ToColor(pixel, format);
-}
 
 void Find(const NearestTable& table, Format format, const std::uint8_t* pixels,
           std::uint8_t* indices, std::size_t count) {

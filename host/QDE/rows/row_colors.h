@@ -11,18 +11,18 @@
 
 namespace qde {
 
-// For each colour the nearest index, its bits turned by `mask`, at the place that
-// PlaceOf gives. A byte of 0 may also say that it has not been looked for. Three
-// bytes follow that belong to no colour.
+// For each colour its nearest index, xor-ed with `mask`, at the place returned by
+// PlaceOf. A byte of 0 may also mean that the index is not known yet. Three more
+// bytes follow, which routines may read.
 struct NearestTable {
   const std::uint8_t* bytes;
   std::uint8_t mask;
 };
 
-// Colours of a picture are near to each other, and so they are in memory: 64 bytes,
-// a line of the cache, are a cube of 4 by 4 by 4 colours, and 4096 bytes, a page, one
-// of 16 by 16 by 16. The upper four bits of each component choose the larger cube,
-// the two in the middle the smaller one.
+// Colours of a picture are often similar, and similar colours share memory: 64 bytes,
+// a cache line, hold a cube of 4 by 4 by 4 colours, and 4096 bytes, a page, one of 16
+// by 16 by 16. The upper four bits of each component select the larger cube, the two
+// in the middle the smaller one.
 constexpr std::uint32_t JoinBits(Color color, int shift, int bits) {
   const auto part = [=](std::uint8_t component) { return component >> shift & ((1U << bits) - 1); };
   return (part(color.red) << bits | part(color.green)) << bits | part(color.blue);
@@ -40,7 +40,7 @@ struct ColorRoutines {
                std::size_t count);
 };
 
-// All levels give the same; the processor has to have the one asked for.
+// All levels have the same results. The processor has to support the level.
 const ColorRoutines& ColorRoutinesOf(simd::Level level);
 
 }  // namespace qde

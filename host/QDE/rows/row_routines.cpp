@@ -1,3 +1,4 @@
+// The plain loops of the transfer modes, and the table of modes for each level.
 #include "host/QDE/rows/row_routines.h"
 
 #include <algorithm>
@@ -17,14 +18,14 @@ std::uint32_t WordOf(const Pixel32& pixel) {
 // value / (2^bits - 1), rounded down, for values below 2^(2 * bits) - 2^bits.
 // With value = q * (2^bits - 1) + r, value >> bits is q, or q - 1 when r < q.
 // In both cases the sum reaches q * 2^bits, and not the next multiple.
-template <int bits>
+template <int kBits>
 constexpr std::uint32_t DivideByOnes(std::uint32_t value) {
-  return (value + 1 + (value >> bits)) >> bits;
+  return (value + 1 + (value >> kBits)) >> kBits;
 }
 
 // ---- The forms of loop
 
-// Whole words, of which only the bytes that count are replaced.
+// Whole words, of which only the components are replaced.
 template <typename Combine>
 void ForPixels(const Operands& operands, const std::uint8_t* __restrict source,
                std::uint8_t* __restrict destination, std::size_t count, Combine combine) {
@@ -36,7 +37,7 @@ void ForPixels(const Operands& operands, const std::uint8_t* __restrict source,
   }
 }
 
-// Each byte by itself; `combine` is told which of the four it is.
+// Byte by byte; the last argument of `combine` is the position in the pixel.
 template <typename Combine>
 void ForBytes(const std::uint8_t* __restrict source, std::uint8_t* __restrict destination,
               std::size_t count, Combine combine) {
@@ -51,21 +52,21 @@ void ForBytes(const std::uint8_t* __restrict source, std::uint8_t* __restrict de
 
 enum class Value { Fore, Back, Old, Inverse };
 
-template <Value value, typename Word>
+template <Value kValue, typename Word>
 Word Get(Word fore, Word back, Word old) {
-  if constexpr (value == Value::Fore) return fore;
-  if constexpr (value == Value::Back) return back;
-  if constexpr (value == Value::Old) return old;
+  if constexpr (kValue == Value::Fore) return fore;
+  if constexpr (kValue == Value::Back) return back;
+  if constexpr (kValue == Value::Old) return old;
   return static_cast<Word>(~old);
 }
 
-// What black bits and what white bits become.
-template <Value black, Value white>
+// The values that replace black and white bits.
+template <Value kForBlack, Value kForWhite>
 struct Choice {
   template <typename Word>
   static Word Of(Word whiteness, Word fore, Word back, Word old) {
-    return static_cast<Word>((Get<black>(fore, back, old) & ~whiteness) |
-                             (Get<white>(fore, back, old) & whiteness));
+    return static_cast<Word>((Get<kForBlack>(fore, back, old) & ~whiteness) |
+                             (Get<kForWhite>(fore, back, old) & whiteness));
   }
 
   static void OfPixels(const Operands& operands, const std::uint8_t* source,
@@ -75,7 +76,7 @@ struct Choice {
                   std::uint32_t pixel, std::uint32_t old) { return Of(pixel, fore, back, old); });
   }
 
-  // Among indices black is the one of all bits.
+  // As an index, black has all bits set.
   static void OfIndices(const Operands& /*operands*/, const std::uint8_t* __restrict source,
                         std::uint8_t* __restrict destination, std::size_t count) {
     constexpr std::uint8_t kBlackIndex = 0xFF;
@@ -133,10 +134,10 @@ void ColorInversePixels(const Operands& operands, const std::uint8_t* source,
            });
 }
 
-// ---- Arithmetic modes: each component by itself
+// ---- Arithmetic modes: component by component
 
-// 16 bits are enough for a sum or a difference, and twice as many of them are
-// compared at a time.
+// 16 bits hold a sum or a difference, and a vector compares twice as many of them
+// as of 32 bits.
 std::int16_t Narrow(int value) {
   return static_cast<std::int16_t>(value);
 }
@@ -235,7 +236,7 @@ void HilitePixels(const Operands& operands, const std::uint8_t* source, std::uin
 
 constexpr RowRoutines kNone = {nullptr, nullptr};
 
-// Whatever the foreground and the background are.
+// For all colours of foreground and background.
 constexpr RowRoutines Always(RowRoutine routine) {
   return {routine, routine};
 }
@@ -266,7 +267,7 @@ constexpr Modes kBaselineModes = {{
     {50, true, Always(HilitePixels), kNone},
 }};
 
-// Takes what a level has of its own.
+// Replaces the plain loops by the routines of a level.
 void Replace(RowRoutine* routine, RowRoutine faster) {
   if (faster != nullptr) *routine = faster;
 }

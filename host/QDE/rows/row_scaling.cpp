@@ -1,3 +1,4 @@
+// The plain loops that scale rows, and the selection of a level's routines.
 #include "host/QDE/rows/row_scaling.h"
 
 #include <cstring>

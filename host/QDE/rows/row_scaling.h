@@ -20,7 +20,7 @@ struct ScalingRoutines {
                  std::uint8_t* destination, std::size_t count);
 };
 
-// All levels give the same; the processor has to have the one asked for.
+// All levels have the same results. The processor has to support the level.
 const ScalingRoutines& ScalingRoutinesOf(simd::Level level);
 
 }  // namespace qde

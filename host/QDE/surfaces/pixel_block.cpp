@@ -1,3 +1,4 @@
+// Allocates, finds and pins blocks of pixels in K's store.
 #include "host/QDE/surfaces/pixel_block.h"
 
 #include <utility>

@@ -15,18 +15,17 @@ struct FreeBlock {
 // Owns a handle of the store.
 using PixelBlock = std::unique_ptr<Ptr, FreeBlock>;
 
-// A block of unset bytes, after freeing what K can spare; null when that is
-// not enough. Moves nothing.
+// Allocates a block of unset bytes, if necessary after K has purged others; null
+// without memory. Moves no block.
 PixelBlock NewPixelBlock(std::uint64_t size, bool purgeable);
 
-// The handle that a baseAddr holds; null when it holds something else.
+// The handle in a baseAddr; null if it contains none.
 Handle HandleIn(Ptr baseAddr);
 
-// The block's address; null when there is no block of that size.
+// The block's address; null if the block is absent or smaller.
 Ptr PixelsOf(Handle handle, std::uint64_t size);
 
-// Keeps a block where it is for as long as this lives, and leaves its lock as
-// it was found.
+// Locks a block during the life of this object, unless it was locked before.
 class Pin {
  public:
   Pin() = default;
@@ -38,7 +37,7 @@ class Pin {
   Pin& operator=(Pin&& other) noexcept;
 
  private:
-  Handle handle_ = nullptr;  // null when there is nothing to undo
+  Handle handle_ = nullptr;  // null if there is no lock to undo
 };
 
 }  // namespace qde

@@ -1,3 +1,4 @@
+// The map of addresses to surfaces.
 #include "host/QDE/surfaces/registry.h"
 
 #include <unordered_map>
@@ -14,7 +15,7 @@ Addresses& All() {
   static Immortal<Addresses> addresses;
   return *addresses;
 }
-// Made while the library is loaded: there may be no memory for it later.
+// Created while the library is loaded: later there may be no memory for it.
 [[maybe_unused]] const Addresses& kLoadedAddresses = All();
 
 }  // namespace

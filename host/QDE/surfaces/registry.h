@@ -1,4 +1,4 @@
-// What is alive: surfaces by the addresses that callers know them by.
+// The live surfaces, by the addresses that callers use for them.
 #ifndef QDE_REGISTRY_H
 #define QDE_REGISTRY_H
 
@@ -12,7 +12,7 @@ class Surface;
 // belongs to; null for any other address, null included.
 Surface* FindSurface(const void* address);
 
-// Throws std::bad_alloc, and has then done nothing.
+// Without effect if it throws std::bad_alloc.
 void Register(const void* address, Surface* surface);
 void Unregister(const void* address);
 // All addresses of a surface.

@@ -1,3 +1,4 @@
+// Reverses the bytes of the pixels of an area.
 #include "host/QDE/surfaces/reverse_pixels.h"
 
 #include <cstddef>
@@ -10,7 +11,7 @@ void ReversePixels(void* base, std::int32_t height, std::int32_t width, std::int
   if (height <= 0 || width <= 0) return;
   const auto count = static_cast<std::size_t>(width);
   const auto reverse = simd::BestRoutines().reverseBytes32;
-  // Without gaps, all rows are one.
+  // Without gaps, all rows are one run.
   if (rowBytes == std::int64_t{width} * 4) {
     reverse(base, count * static_cast<std::size_t>(height));
     return;

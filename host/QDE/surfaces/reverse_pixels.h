@@ -1,4 +1,4 @@
-// From one 32-bit format to the other, in place.
+// Converts pixels from one 32-bit format to the other, in place.
 #ifndef QDE_REVERSE_PIXELS_H
 #define QDE_REVERSE_PIXELS_H
 
@@ -6,8 +6,7 @@
 
 namespace qde {
 
-// Rows may have padding, which stays as it is. A negative rowBytes goes up in
-// memory.
+// The padding of rows is unchanged. rowBytes may be negative.
 void ReversePixels(void* base, std::int32_t height, std::int32_t width, std::int32_t rowBytes);
 
 }  // namespace qde

@@ -1,3 +1,4 @@
+// Creates, locks, rebuilds and converts a surface.
 #include "host/QDE/surfaces/surface.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ constexpr std::int32_t kSeventyTwoDotsPerInch = 72 << 16;
 constexpr std::int16_t kIndexedPixels = 0;
 constexpr std::int16_t kDirectPixels = 16;
 
-// Null when a shared table does.
+// Null: use the shared table.
 std::unique_ptr<OwnTable> CopyTable(const Layout& layout, CTabHandle colors) {
   if (layout.depth != 8 || colors == nullptr || colors == StandardColors()) return nullptr;
   return std::make_unique<OwnTable>(**colors);
@@ -43,8 +44,7 @@ PixMap MakeRecord(const Layout& layout, Handle pixels, OwnTable* table) {
   return map;
 }
 
-// The part of `from`, counted from its upper left corner, that has room in
-// `to`, in the coordinates of `place`.
+// The common size of `from` and `to`, at the upper left corner of `place`.
 Rect CommonPart(const Rect& from, const Rect& to, const Rect& place) {
   const std::int32_t width = std::min(Width(from), Width(to));
   const std::int32_t height = std::min(Height(from), Height(to));
@@ -95,14 +95,14 @@ bool Surface::HasTable(CTabHandle colors) const {
   return AreSame(**record_->pmTable, colors != nullptr ? **colors : **StandardColors());
 }
 
-// A handle that a caller stored belongs to the surface from then on.
+// The surface takes ownership of a handle that a caller stored.
 void Surface::AdoptStoredHandle() {
   const Handle stored = HandleIn(record_->baseAddr);
   if (stored != nullptr && stored != pixels_.get()) pixels_.reset(stored);
 }
 
-// The master pointer is looked at while the block is locked only: otherwise
-// memory pressure on another thread may just be changing it.
+// The master pointer is read only while the block is locked: otherwise memory
+// pressure on another thread may be changing it.
 bool Surface::IsLocked() const {
   return record_->baseAddr != nullptr && K_IsHandleLocked(pixels_.get()) != 0 &&
          record_->baseAddr == *pixels_;
@@ -111,7 +111,7 @@ bool Surface::IsLocked() const {
 bool Surface::Lock() {
   AdoptStoredHandle();
   if (IsLocked()) return true;
-  // Locked first: memory pressure on another thread may take them until then.
+  // Locked first: memory pressure on another thread may purge unlocked pixels.
   K_LockHandle(pixels_.get());
   const Ptr pixels = Pixels();
   if (pixels == nullptr) {

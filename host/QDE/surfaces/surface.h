@@ -1,5 +1,4 @@
-// An offscreen surface: its pixel map, its pixels, its device and the ports
-// that stand for it.
+// An offscreen surface: its pixel map, its pixels, its device and its ports.
 #ifndef QDE_SURFACE_H
 #define QDE_SURFACE_H
 
@@ -18,32 +17,31 @@ class Surface;
 
 }  // namespace qde
 
-// What a GWorldPtr points to.
+// The record behind a GWorldPtr.
 struct QDE_Port {
   qde::Surface* surface;
 };
 
 namespace qde {
 
-// What becomes of the old pixels when a surface gets new ones.
+// How an update transfers the old pixels to the new ones.
 enum class Extent { Nothing, Clipped, Stretched };
 struct Carry {
   Extent extent = Extent::Nothing;
-  bool dithers = false;  // where they get other colours
+  bool dithers = false;  // if their colours change
 };
 
 class Surface {
  public:
-  // `colors` is copied, or null for the standard ones; it counts at 8 bits only.
-  // `shared` is the device of another, or null for one of its own. Throws
-  // std::bad_alloc.
+  // `colors`, used at 8 bits only, is copied; null for the standard table. `shared` is
+  // the device of another surface; null for an own device. Throws std::bad_alloc.
   Surface(const Layout& layout, PixelBlock pixels, bool purgeable, CTabHandle colors,
           GDHandle shared);
   ~Surface();
   Surface(const Surface&) = delete;
   Surface& operator=(const Surface&) = delete;
 
-  // Another port of this surface. Throws std::bad_alloc.
+  // Adds a port to this surface. Throws std::bad_alloc.
   GWorldPtr AddPort();
   [[nodiscard]] bool HasPort(GWorldPtr port) const;
 
@@ -51,27 +49,27 @@ class Surface {
   [[nodiscard]] GDHandle Device() const { return device_; }
   [[nodiscard]] bool OwnsDevice(GDHandle device) const { return device == &ownDevice_; }
   [[nodiscard]] const Layout& GetLayout() const { return layout_; }
-  // What all of its ports draw with.
+  // The colours of all of its ports.
   [[nodiscard]] PortColors& Colors() { return colors_; }
-  // Whether its indices mean what they mean in a table, null for the standard one.
+  // Whether its indices have the colours of a table, null for the standard one.
   [[nodiscard]] bool HasTable(CTabHandle colors) const;
 
-  // Gives false, and locks nothing, when the pixels are purged or lost.
+  // Returns false, without a lock, if the pixels are purged or lost.
   bool Lock();
   void Unlock();
-  // Where the pixels are, locked or not; null when there are none.
+  // The address of the pixels, locked or not; null without pixels.
   Ptr Pixels();
 
   // Moves the bounds, keeping their size.
   void MoveBounds(const Rect& bounds);
-  // Makes the pixels anew, with `colors` as when it was made. After an error, or
-  // std::bad_alloc, all is as before.
+  // Allocates new pixels, with `colors` as in the constructor. After an error, or
+  // std::bad_alloc, the surface is unchanged.
   Error Rebuild(const Layout& layout, CTabHandle colors, Carry carry);
-  // From now on there are none, and not even a handle.
+  // Frees the pixels and their handle.
   void LosePixels();
 
   [[nodiscard]] Format GetFormat() const { return format_; }
-  // Converts the pixels that are there.
+  // Converts the pixels.
   void SetFormat(Format format);
 
  private:
@@ -85,7 +83,7 @@ class Surface {
   Format format_ = kARGB;
   bool purgeable_;
   PixelBlock pixels_;                // null when lost
-  std::unique_ptr<OwnTable> table_;  // null when shared
+  std::unique_ptr<OwnTable> table_;  // null: the shared table
   std::unique_ptr<PixMap> record_;
   PixMap* map_;  // the record; a PixMapHandle is the address of this
   QDE_Device deviceRecord_{};

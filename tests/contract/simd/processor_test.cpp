@@ -1,8 +1,10 @@
+#include "simd/processor.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "simd/processor_rules.h"
+#include "simd/processor_caches.h"
 #include "simd/streaming.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 using RoutinesOfLevel = EachLevel;
 
-INSTANTIATE_TEST_SUITE_P(Processor, RoutinesOfLevel, ::testing::ValuesIn(simd::ALL_LEVELS),
+INSTANTIATE_TEST_SUITE_P(Processor, RoutinesOfLevel, ::testing::ValuesIn(simd::kAllLevels),
                          LevelName);
 
 TEST_P(RoutinesOfLevel, DoTheirWorkInEveryShapeAndNothingAround) {

@@ -1,4 +1,5 @@
 // Which kernel a blit hands its rows to, and with what.
+#include "simd/processor_caches.h"
 #include "simd/streaming.h"
 #include "tests/contract/transfer/image.h"
 #include "tests/support/module/contract.h"

@@ -109,7 +109,7 @@ class BlitOfLevel : public EachLevel {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Processor, BlitOfLevel, ::testing::ValuesIn(simd::ALL_LEVELS), LevelName);
+INSTANTIATE_TEST_SUITE_P(Processor, BlitOfLevel, ::testing::ValuesIn(simd::kAllLevels), LevelName);
 
 // So wide, and as high as it takes to be streamed.
 Size TooLargeForTheCaches(Pair pair, int width) {

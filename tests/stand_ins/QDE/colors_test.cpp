@@ -1,3 +1,4 @@
+// The standard colour table.
 #include <gtest/gtest.h>
 
 #include <cstdint>

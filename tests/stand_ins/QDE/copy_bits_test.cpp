@@ -1,3 +1,4 @@
+// CopyBits: scaling, clipping, tables, overlap and refusals.
 #include <initializer_list>
 #include <limits>
 #include <string>

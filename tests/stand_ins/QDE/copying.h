@@ -1,4 +1,4 @@
-// What the tests of single modes share: worlds of a few pixels, given by values.
+// Shared by the tests of single modes: worlds of a few pixels with given values.
 #ifndef TESTS_STAND_INS_QDE_COPYING_H
 #define TESTS_STAND_INS_QDE_COPYING_H
 
@@ -7,7 +7,7 @@
 class Copying : public Surfaces {
  protected:
   Copying() {
-    // Its colours are drawn with; it takes no part otherwise.
+    // Current port: only its colours are used.
     port_ = Make(32, Sized(1, 1));
     MacSetPort(port_);
   }
@@ -17,7 +17,7 @@ class Copying : public Surfaces {
     DisposeGWorld(port_);
   }
 
-  // A world that goes with the test.
+  // A world that is disposed of with the test.
   GWorldPtr Keep(GWorldPtr world) { return worlds_.emplace_back(world); }
   GWorldPtr World(int depth, int width, int height) {
     return Keep(Make(static_cast<std::int16_t>(depth), Sized(width, height)));

@@ -1,4 +1,4 @@
-// Dithering: what it promises, rather than which pixels it sets.
+// Dithering: properties of the result rather than single pixels.
 #include <set>
 
 #include "tests/stand_ins/QDE/copying.h"
@@ -49,7 +49,7 @@ TEST_F(Dithering, ShowsColorsOfTheTableAsTheyAre) {
   EXPECT_EQ(Bytes(back), Bytes(indices));
 }
 
-// Misses of a neighbour leave no trace in a flat area of a table's colour.
+// The errors of neighbours do not show in a flat area of a table's colour.
 TEST_F(Dithering, KeepsFlatAreasCleanBesideOthers) {
   GWorldPtr source = Slope();
   for (int y = 20; y < 44; ++y) std::memset(At(source, 20, y), 0xCC, 24 * 4);
@@ -80,7 +80,7 @@ TEST_F(Dithering, KeepsTheMeanOfAnArea) {
       for (int component = 1; component < 4; ++component) {
         const int wanted = Sum(source, component, left, top, kPart);
         const int got = Sum(destination, component, left, top, kPart);
-        // What crosses the edges is of the order of a pixel's miss along them.
+        // The error that crosses the edges is about a pixel's error along them.
         EXPECT_NEAR(got, wanted, 4 * kPart * kPart) << left << ", " << top;
       }
     }
@@ -97,7 +97,7 @@ TEST_F(Dithering, ComesOutTheSameEachTime) {
   EXPECT_EQ(Bytes(first), Bytes(second));
 }
 
-// Downwards is where a copy within a world would rather go from the bottom up.
+// Copies downwards within a world would otherwise go from the bottom up.
 TEST_F(Dithering, ComesOutTheSameWithinAWorld) {
   const auto draw = [](GWorldPtr source, GWorldPtr destination) {
     const Rect from = Sized(kSize, kSize - 5);

@@ -1,4 +1,5 @@
-// Bytes after whose end no memory is, so that reading on ends the program.
+// Bytes that end where accessible memory ends, so that a read beyond them ends the
+// program.
 #ifndef TESTS_STAND_INS_QDE_FENCED_BYTES_H
 #define TESTS_STAND_INS_QDE_FENCED_BYTES_H
 

@@ -1,3 +1,4 @@
+// Handles in the store of K.
 #include <gtest/gtest.h>
 
 #include "K_host.h"

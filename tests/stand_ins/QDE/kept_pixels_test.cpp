@@ -1,5 +1,5 @@
-// CopyBits where pixels stay as they are: with sizes and scales that have ways of
-// their own.
+// CopyBits where pixels do not change, with the sizes and scales that have separate
+// code.
 #include <algorithm>
 #include <random>
 #include <vector>
@@ -26,7 +26,7 @@ class KeptPixels : public Surfaces {
     return from + (position - to) * (fromEnd - from) / (toEnd - to);
   }
 
-  // What the destination has to be after a copy: all of its bytes.
+  // All bytes that the destination has to have after a copy.
   static std::vector<std::uint8_t> Expected(GWorldPtr source, GWorldPtr destination,
                                             const Rect& from, const Rect& to) {
     std::vector<std::uint8_t> expected = Bytes(destination);

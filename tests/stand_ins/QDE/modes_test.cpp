@@ -1,4 +1,4 @@
-// What each transfer mode makes of chosen pixels.
+// The result of each transfer mode for chosen pixels.
 #include "tests/stand_ins/QDE/copying.h"
 
 namespace {
@@ -88,7 +88,7 @@ TEST_F(Modes, ThatCopyMixTheColorsOfThePort) {
   ExpectDrawn(64, 0x4080C0, kOld, 0x4030A1);
 }
 
-// An 8-bit pixel has no bits of colours: with these it goes by its colour.
+// For an 8-bit source, these modes work on its colours, not on its indices.
 TEST_F(Modes, ThatCopyIndicesMixTheColorsOfThePortAsWell) {
   SetColor(QDE_PortColor_FORE, 0xFF0000);
   SetColor(QDE_PortColor_BACK, 0x0000FF);
@@ -98,7 +98,7 @@ TEST_F(Modes, ThatCopyIndicesMixTheColorsOfThePortAsWell) {
   EXPECT_EQ(Row(destination), (std::vector<std::uint32_t>{210, 35, 140}));
 }
 
-// Which of the port's colours are there does not matter to them.
+// The port's colours do not change their results.
 TEST_F(Modes, ThatInvertIndicesDoSoWhateverTheColors) {
   SetColor(QDE_PortColor_FORE, 0x123456);
   SetColor(QDE_PortColor_BACK, 0x654321);
@@ -220,7 +220,7 @@ TEST_F(Modes, SwapBackgroundAndHighlight) {
   ExpectDrawn(50, 0xFFFEFF, 0x40E080, 0xF0F0F0);
 }
 
-// The table has no 40E080; what stands for it is swapped, and back again.
+// The table has no 40E080; its nearest colour is swapped, and swapped back.
 TEST_F(Modes, SwapWhatStandsForTheHighlightAmongIndices) {
   SetColor(QDE_PortColor_HILITE, 0x40E080);
   GWorldPtr source = Indices({255, 255, 0, 7});
@@ -277,7 +277,7 @@ TEST_F(Modes, KeepTheIndexOfAColorThatStays) {
     Draw(Pixels({nothing, nothing}), destination, mode);
     EXPECT_EQ(Row(destination), (std::vector<std::uint32_t>{2, 1})) << mode;
   }
-  // What is copied takes the lower one.
+  // A copied pixel takes the lower index.
   Draw(Pixels({0xFF0000, 0xFF0000}), destination, 0);
   EXPECT_EQ(Row(destination), (std::vector<std::uint32_t>{1, 1}));
   PixelsOf(destination)[0] = 2;

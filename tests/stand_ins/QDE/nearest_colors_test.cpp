@@ -16,7 +16,7 @@ class NearestColors : public Surfaces {
 
   std::uint16_t Any() { return static_cast<std::uint16_t>(generator_()); }
 
-  // Entries that the given function makes of their place.
+  // Entries that a function returns for their positions.
   template <typename Make>
   QDE_ColorTable Table(int count, Make make) {
     QDE_ColorTable table{};

@@ -1,3 +1,4 @@
+// The two 32-bit pixel formats.
 #include <gtest/gtest.h>
 
 #include <cstdint>

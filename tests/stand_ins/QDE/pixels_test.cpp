@@ -1,3 +1,4 @@
+// Locking, purging and stored handles of pixels.
 #include "tests/support/drawing/surfaces.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// The current port and device, and the colours of ports.
 #include "tests/support/drawing/surfaces.h"
 
 namespace {

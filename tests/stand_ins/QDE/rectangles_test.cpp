@@ -1,3 +1,4 @@
+// Moving rectangles.
 #include <gtest/gtest.h>
 
 #include "QDE_host.h"

@@ -1,4 +1,4 @@
-// Indices and colours at each level of processors against plain loops.
+// Indices and colours at each level against plain loops.
 #include "host/QDE/rows/row_colors.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/QDE/pixels/pixel.h"
+#include "simd/processor_level.h"
 #include "tests/stand_ins/QDE/fenced_bytes.h"
 
 namespace {
@@ -60,7 +61,7 @@ TEST_P(RowColors, FindTheByteOfEachColorInBothFormats) {
       std::vector<std::uint8_t> memory(margin + count + 64, kUntouched);
       std::vector<std::uint8_t> expected = memory;
       for (std::size_t i = 0; i < count; ++i) {
-        // White comes last: behind its byte are those that are not to be read.
+        // White is last: the bytes after its own must not affect the result.
         const bool last = i + 1 == count;
         const Color color = last ? qde::kWhite : Color{Byte(), Byte(), Byte()};
         const qde::Pixel32 pixel = ToPixel(color, format, Byte());
@@ -90,7 +91,7 @@ TEST_P(RowColors, ShowThePixelsOfIndices) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, RowColors, testing::ValuesIn(simd::ALL_LEVELS),
+INSTANTIATE_TEST_SUITE_P(Levels, RowColors, testing::ValuesIn(simd::kAllLevels),
                          [](const auto& level) { return "Level" + std::to_string(level.index); });
 
 }  // namespace

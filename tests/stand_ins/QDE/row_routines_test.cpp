@@ -1,4 +1,4 @@
-// The row routines of each level of processors against the plain loops.
+// The row routines of each level against the plain loops.
 #include "host/QDE/rows/row_routines.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +7,8 @@
 #include <cstring>
 #include <random>
 #include <vector>
+
+#include "simd/processor_level.h"
 
 namespace {
 
@@ -20,7 +22,7 @@ constexpr std::uint16_t kWeights[] = {0, 1, 0x3FFF, 0x4000, 0x7F7F, 0x8000, 0x80
 
 std::vector<Level> LevelsBeyondBaseline() {
   std::vector<Level> levels;
-  for (const Level level : simd::ALL_LEVELS) {
+  for (const Level level : simd::kAllLevels) {
     if (level != Level::Baseline && level <= simd::ProcessorLevel()) levels.push_back(level);
   }
   return levels;
@@ -67,7 +69,7 @@ Operands AnyOperands(Any* any, qde::Format format) {
   return operands;
 }
 
-// Pixels among which those turn up that modes 36 and 50 look for.
+// Pixels that include those that modes 36 and 50 compare with.
 Bytes AnyPixels(Any* any, const Operands& operands, std::size_t count) {
   Bytes pixels = any->Components(count * 4);
   for (std::size_t i = 0; i < count; ++i) {

@@ -1,5 +1,5 @@
-// Scaling of rows at each level of processors against the plain loops, and what
-// is read and written meanwhile.
+// Scaling of rows at each level against the plain loops, and the memory that it reads
+// and writes.
 #include "host/QDE/rows/row_scaling.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +8,7 @@
 #include <random>
 #include <vector>
 
+#include "simd/processor_level.h"
 #include "tests/stand_ins/QDE/fenced_bytes.h"
 
 namespace {
@@ -83,7 +84,7 @@ TEST_P(RowScaling, GathersAnyPixels) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, RowScaling, testing::ValuesIn(simd::ALL_LEVELS),
+INSTANTIATE_TEST_SUITE_P(Levels, RowScaling, testing::ValuesIn(simd::kAllLevels),
                          [](const auto& level) { return "Level" + std::to_string(level.index); });
 
 }  // namespace

@@ -1,3 +1,4 @@
+// An operator new that fails on demand.
 #include "tests/stand_ins/QDE/scarce_new.h"
 
 #include <cstddef>

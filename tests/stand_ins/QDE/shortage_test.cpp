@@ -11,8 +11,8 @@ class Shortage : public Surfaces {
  protected:
   ~Shortage() override { allocationsLeft = kEnough; }
 
-  // Makes the call with more and more memory until it does not fail for want of
-  // it; gives how often it did. `check` is called after each failure.
+  // Repeats the call with more and more memory until it succeeds; returns the number
+  // of failures. `check` is called after each failure.
   template <typename Call, typename Check>
   static int CountFailures(Call call, Check check) {
     for (int count = 0;; ++count) {
@@ -81,7 +81,7 @@ TEST_F(Shortage, InCopyBitsDrawsNothing) {
   DisposeGWorld(world);
 }
 
-// Of a table that nothing was drawn to before.
+// With a table that was not drawn to before.
 TEST_F(Shortage, InCopyBitsToNewColorsDrawsNothing) {
   QDE_ColorTable table{20261, 0, 1, {{0, {0x1111, 0, 0}}, {1, {0, 0x2222, 0}}}};
   QDE_ColorTable* master = &table;

@@ -1,3 +1,4 @@
+// The tick count.
 #include <gtest/gtest.h>
 
 #include <chrono>

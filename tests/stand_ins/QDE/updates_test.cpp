@@ -1,3 +1,4 @@
+// UpdateGWorld.
 #include <set>
 
 #include "tests/support/drawing/surfaces.h"
@@ -22,7 +23,7 @@ class Updates : public Surfaces {
   static std::uint8_t Numbered(int column, int row) {
     return static_cast<std::uint8_t>(16 * row + column);
   }
-  // Fails with an error; nothing of the world may have changed.
+  // Fails with an error; the world must be unchanged.
   static void ExpectUnchanged(GWorldPtr world, std::uint32_t result, std::int16_t error,
                               const PixMap& before) {
     EXPECT_EQ(result, AsResult(error));
@@ -177,7 +178,7 @@ TEST_F(UpdatesOfTables, RemapThePixels) {
   EXPECT_EQ(*At(world, 1, 0), 0);
   EXPECT_EQ(*At(world, 2, 0), 0);
   EXPECT_EQ((**MapOf(world).pmTable).ctSeed, 1024);
-  // The same again changes nothing, nor does the world's own table.
+  // Neither the same table again nor the world's own one changes anything.
   EXPECT_EQ(Remap(&world, &master_, QDE_Flag_CLIP_PIX), 0U);
   EXPECT_EQ(Remap(&world, MapOf(world).pmTable, QDE_Flag_CLIP_PIX), 0U);
   // And back to the standard one.
@@ -314,7 +315,7 @@ TEST_F(Updates, ThatFailLoseThePixelsWhenToldTo) {
   DisposeGWorld(world);
 }
 
-// The memory of a record is soon another's, whose format may not be mistaken.
+// The memory of a freed record may be reused by another world of another format.
 TEST_F(Updates, ForgetTheRecordThatTheyReplace) {
   GWorldPtr changing = Make(32, Sized(1, 1));
   ASSERT_EQ(QDE_SetGWorld32PixmapFormat(changing, 1), 0);

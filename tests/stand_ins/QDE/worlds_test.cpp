@@ -1,3 +1,4 @@
+// NewGWorld and DisposeGWorld.
 #include <initializer_list>
 #include <utility>
 

@@ -13,13 +13,12 @@
 #include "tests/support/drawing/reference_copy.h"
 #include "tests/support/drawing/surfaces.h"
 
-// Gives a number from 0 to sides - 1.
+// Returns a number from 0 to sides - 1.
 using Dice = std::function<std::uint32_t(std::uint32_t sides)>;
 
 inline constexpr int kModes[] = {0, 1, 2, 3, 4, 5, 6, 7, 32, 33, 34, 35, 36, 37, 38, 39, 50};
 
-// What is copied from where to where, in which mode and with which colours, is by the
-// dice.
+// The dice choose worlds, rectangles, modes and colours.
 class CopiesByDice : public Surfaces {
  protected:
   explicit CopiesByDice(Dice roll) : roll_(std::move(roll)) {}
@@ -28,8 +27,8 @@ class CopiesByDice : public Surfaces {
   int Between(int low, int high) {
     return low + static_cast<int>(roll_(static_cast<std::uint32_t>(high - low + 1)));
   }
-  // What there is much of comes from noise that one roll chooses.
-  template <class Work>
+  // Large amounts of data are noise with a seed from one roll.
+  template <typename Work>
   auto FromNoise(const Work& work) {
     std::minstd_rand noise(roll_(0x10000) + 1);
     const auto roll = [&noise](std::uint32_t sides) {
@@ -52,7 +51,7 @@ class CopiesByDice : public Surfaces {
 
   // ---- Colours
 
-  // Of a few only, so that colours meet their like.
+  // One of a few colours, so that equal colours are frequent.
   std::uint16_t AnyComponent() {
     constexpr std::uint16_t kFew[] = {0x0000, 0xFFFF, 0xCC12, 0x3300, 0x80FF, 0x7700};
     return Sometimes() ? static_cast<std::uint16_t>(roll_(0x10000)) : kFew[Between(0, 5)];
@@ -98,7 +97,7 @@ class CopiesByDice : public Surfaces {
             static_cast<std::int16_t>(top + Between(1, most)),
             static_cast<std::int16_t>(left + Between(1, most))};
   }
-  // A rectangle that has to do with the bounds, sometimes larger or empty.
+  // A rectangle near the bounds, sometimes larger or empty.
   Rect AnyPart(const Rect& bounds) {
     const int margin = Sometimes() ? AnyMargin() : 0;
     const int left = Between(bounds.left - margin, bounds.right);

@@ -1,3 +1,4 @@
+// Draws colours to an 8-bit world and searches the table for each.
 #include "tests/support/drawing/nearest_colors.h"
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// What CopyBits makes of colours on their way to 8 bits, compared with a search
-// of the whole table.
+// Compares the indices that CopyBits writes for colours with a search of the whole
+// table.
 #ifndef TESTS_SUPPORT_DRAWING_NEAREST_COLORS_H
 #define TESTS_SUPPORT_DRAWING_NEAREST_COLORS_H
 

@@ -1,3 +1,4 @@
+// Copies pixel by pixel, with the formulas of the modes.
 #include "tests/support/drawing/reference_copy.h"
 
 #include <algorithm>
@@ -62,7 +63,7 @@ int SourceOf(int position, int start, int end, int destinationStart, int destina
 
 // ---- Modes
 
-// What the components of one pixel go by.
+// The operands of one component.
 struct Values {
   int source;
   int old;
@@ -72,7 +73,7 @@ struct Values {
 };
 using Formula = std::function<int(const Values&)>;
 
-// Each bit of the source takes its bit of one value or of the other.
+// Each bit of the source selects the bit of one of two values.
 int BitByBit(int source, int whenClear, int whenSet) {
   int result = 0;
   for (int bit = 1; bit < 256; bit *= 2) {
@@ -108,7 +109,7 @@ const std::map<int, Formula> kFormulas = {
     {39, [](const Values& v) { return std::min(v.source, v.old); }},
 };
 
-// On indices, where a set bit is black.
+// For indices, where a set bit is black.
 const std::map<int, std::function<int(int, int)>> kIndexFormulas = {
     {0, [](int s, int) { return s; }},        {1, [](int s, int d) { return s | d; }},
     {2, [](int s, int d) { return s ^ d; }},  {3, [](int s, int d) { return d & ~s; }},

@@ -1,5 +1,4 @@
-// CopyBits a pixel at a time: slow, obvious, and with nothing of the layer's own
-// code.
+// CopyBits pixel by pixel: slow, simple, and without code of the layer.
 #ifndef TESTS_SUPPORT_DRAWING_REFERENCE_COPY_H
 #define TESTS_SUPPORT_DRAWING_REFERENCE_COPY_H
 
@@ -34,7 +33,7 @@ struct Picture {
 // Port colours in the order of QDE_PortColor.
 using Colors = std::array<QDE_RGBColor, QDE_PortColorCount>;
 
-// What the destination shows after the copy.
+// The destination after the copy.
 Picture Copy(const Picture& source, const Picture& destination, const Rect& from, const Rect& to,
              int mode, const Colors& colors);
 

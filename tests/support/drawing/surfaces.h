@@ -1,4 +1,4 @@
-// What the tests of surfaces share.
+// Shared by the tests of surfaces.
 #ifndef TESTS_SUPPORT_DRAWING_SURFACES_H
 #define TESTS_SUPPORT_DRAWING_SURFACES_H
 
@@ -26,7 +26,7 @@ inline bool operator==(const Rect& a, const Rect& b) {
   return a.top == b.top && a.left == b.left && a.bottom == b.bottom && a.right == b.right;
 }
 
-// Every member, of records whose padding is nobody's.
+// Compares all members; the padding of records is not compared.
 inline bool operator==(const PixMap& a, const PixMap& b) {
   const auto members = [](const PixMap& map) {
     return std::tie(map.baseAddr, map.rowBytes, map.pmVersion, map.packType, map.packSize, map.hRes,
@@ -36,8 +36,8 @@ inline bool operator==(const PixMap& a, const PixMap& b) {
   return members(a) == members(b) && a.bounds == b.bounds;
 }
 
-// Every allocation moves the unlocked blocks. A test has to leave no world and
-// no handle behind.
+// Every allocation moves the unlocked blocks. At its end a test must have disposed of
+// all worlds and handles.
 class Surfaces : public testing::Test {
  protected:
   Surfaces() { K_SetScramble(1); }
@@ -62,16 +62,16 @@ class Surfaces : public testing::Test {
     return UpdateGWorld(world, depth, &bounds, nullptr, nullptr, flags);
   }
 
-  // The record; holds until the world is updated.
+  // The record; valid until the world is updated.
   static PixMap& MapOf(GWorldPtr world) { return **GetPortPixMap(world); }
-  // The pixels; holds until something moves.
+  // The pixels; valid until a block moves.
   static std::uint8_t* PixelsOf(GWorldPtr world) {
     return reinterpret_cast<std::uint8_t*>(GetPixBaseAddr(GetPortPixMap(world)));
   }
   static std::int32_t StrideOf(GWorldPtr world) {
     return static_cast<std::uint16_t>(MapOf(world).rowBytes) & 0x3FFF;
   }
-  // The address of a pixel, in the world's coordinates; holds likewise.
+  // The address of a pixel, in the world's coordinates; valid likewise.
   static std::uint8_t* At(GWorldPtr world, int x, int y) {
     const PixMap& map = MapOf(world);
     return PixelsOf(world) + std::ptrdiff_t{StrideOf(world)} * (y - map.bounds.top) +

@@ -6,7 +6,7 @@
 #include <cctype>
 #include <string>
 
-#include "simd/processor.h"
+#include "simd/processor_level.h"
 #include "tests/support/module/born_module.h"
 
 // A level that this processor lacks is skipped.

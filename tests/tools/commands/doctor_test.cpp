@@ -3,7 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "simd/processor.h"
+#include "simd/processor_caches.h"
+#include "simd/processor_level.h"
 #include "tests/tools/support/program.h"
 #include "tests/tools/support/temporary_folder.h"
 

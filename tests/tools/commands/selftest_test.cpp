@@ -3,7 +3,7 @@
 
 #include <sstream>
 
-#include "simd/processor.h"
+#include "simd/processor_level.h"
 #include "tests/tools/support/program.h"
 #include "tests/tools/support/selftest_digests.h"
 
@@ -26,8 +26,8 @@ TEST(SelftestProgram, FindsEveryLevelOfThisProcessorEqual) {
   EXPECT_EQ(outcome.code, 0);
   EXPECT_EQ(outcome.errors, "");
   const std::vector<std::string> lines = LinesOf(outcome.output);
-  ASSERT_EQ(lines.size(), simd::ALL_LEVELS.size() + 1);
-  for (const simd::Level level : simd::ALL_LEVELS) {
+  ASSERT_EQ(lines.size(), simd::kAllLevels.size() + 1);
+  for (const simd::Level level : simd::kAllLevels) {
     const std::string& line = lines[static_cast<std::size_t>(level)];
     const bool here = level <= simd::ProcessorLevel();
     EXPECT_THAT(line, StartsWith(simd::NameOf(level)));

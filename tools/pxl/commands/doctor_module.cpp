@@ -6,7 +6,8 @@
 #include "PXL.h"
 #include "Q_host.h"
 #include "TXT_host.h"
-#include "simd/processor.h"
+#include "simd/processor_caches.h"
+#include "simd/processor_level.h"
 #include "tools/pxl/commands/doctor_checks.h"
 #include "tools/pxl/module/language.h"
 #include "tools/pxl/module/module.h"
@@ -51,7 +52,7 @@ void AddFeatures(DoctorReport& report, const std::string& key, bool there) {
 // What the next level would need.
 std::string ReasonForLevel() {
   const simd::Level level = simd::ProcessorLevel();
-  if (level == simd::ALL_LEVELS.back()) return "there is none above";
+  if (level == simd::kAllLevels.back()) return "there is none above";
   const auto next = static_cast<simd::Level>(static_cast<int>(level) + 1);
   std::vector<std::string> lacking;
   for (const Feature& feature : kFeatures) {

@@ -76,11 +76,11 @@ std::vector<proof::Verdict> ProveAll(const SelftestOptions& options) {
   Steps steps(ofLevels + ofFloats + kShippedBlits);
 
   std::vector<proof::Verdict> verdicts;
-  verdicts.reserve(simd::ALL_LEVELS.size() + 1);
+  verdicts.reserve(simd::kAllLevels.size() + 1);
   for (const simd::Level level : here) verdicts.push_back(ProveLevel(level, steps));
   proof::CompareDigests(verdicts);
   if (!options.quick) ProveFloats(ConversionsFromFloat(here, verdicts), verdicts, steps);
-  for (const simd::Level level : simd::ALL_LEVELS) {
+  for (const simd::Level level : simd::kAllLevels) {
     if (level > here.back()) verdicts.push_back({simd::NameOf(level), "", std::nullopt});
   }
   verdicts.push_back(ProveShippedBlit([&steps] { steps.Advance(); }));

@@ -10,7 +10,7 @@
 
 using KernelsOfLevel = EachLevel;
 
-INSTANTIATE_TEST_SUITE_P(Processor, KernelsOfLevel, ::testing::ValuesIn(simd::ALL_LEVELS),
+INSTANTIATE_TEST_SUITE_P(Processor, KernelsOfLevel, ::testing::ValuesIn(simd::kAllLevels),
                          LevelName);
 
 TEST_P(KernelsOfLevel, EqualThePlainLoopsInEveryShape) {
