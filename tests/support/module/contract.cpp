@@ -1,3 +1,4 @@
+// The module as it is when it has just been loaded.
 #include "tests/support/module/contract.h"
 
 #include <cstring>
@@ -18,17 +19,17 @@ struct LoadedState {
   bool librariesChecked = PXLp_librariesChecked;
   PXLp_KernelSet kernels = PXLp_kernels;
 };
-const LoadedState LOADED;
+const LoadedState kLoaded;
 
 }  // namespace
 
-// What happens once a process happens once a test.
+// Steps that happen once a process happen once a test.
 void Contract::UnloadModule() {
-  PXLp_G = LOADED.module;
-  PXLp_frameSettings = LOADED.frameSettings;
-  PXLp_nextMappedFile = LOADED.nextMappedFile;
-  PXLp_librariesChecked = LOADED.librariesChecked;
-  PXLp_kernels = LOADED.kernels;
+  PXLp_G = kLoaded.module;
+  PXLp_frameSettings = kLoaded.frameSettings;
+  PXLp_nextMappedFile = kLoaded.nextMappedFile;
+  PXLp_librariesChecked = kLoaded.librariesChecked;
+  PXLp_kernels = kLoaded.kernels;
   PXLp_table8to16.fill(0);
   PXLp_table8toF.fill(0.0F);
   Kp_G_err_buf = -1;
