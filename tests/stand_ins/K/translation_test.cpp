@@ -16,7 +16,7 @@
 #include "K_host.h"
 #include "TRC_host.h"
 #include "host/utf8_path.h"
-#include "tests/stand_ins/K/kept_reports.h"
+#include "tests/support/host/kept_reports.h"
 
 namespace {
 

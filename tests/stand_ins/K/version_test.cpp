@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/stand_ins/K/kept_reports.h"
+#include "tests/support/host/kept_reports.h"
 
 namespace {
 
