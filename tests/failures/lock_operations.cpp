@@ -118,7 +118,7 @@ Table RefusedMappingTable() {
                   .nth = 1,
                   .ways = {Way::GivesCode},
                   .result = {.status = PXL_Err_NO_MEMORY, .reports = 2}}};
-  for (const int attempt : {.status = PXL_Err_FAILED, .reports = 2}) {
+  for (const int attempt : {1, 2}) {
     const int before = attempt - 1;
     table.push_back({.call = "GetAddress",
                      .nth = attempt,
