@@ -9,7 +9,7 @@
 namespace {
 
 // What CTest takes for "skipped".
-constexpr int SKIPPED = 77;
+constexpr int kSkipped = 77;
 
 int questions = 0;
 
@@ -38,7 +38,7 @@ simd::Level ChosenLevel() {
   if (name == nullptr) Leave(1, "", "has to name a level");
   for (const simd::Level level : simd::kAllLevels) {
     if (std::string_view(name) != simd::NameOf(level)) continue;
-    if (!Has(level)) Leave(SKIPPED, name, "this processor has no such level");
+    if (!Has(level)) Leave(kSkipped, name, "this processor has no such level");
     return level;
   }
   Leave(1, name, "there is no such level");

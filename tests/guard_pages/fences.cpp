@@ -1,10 +1,10 @@
 // Loaded before the C library: each block that the module or the libraries
-// beneath its frames and surfaces allocate lies between pages that nobody may
-// touch, at the very end of its own pages (PXL_FENCES=behind) or at their very
-// start (PXL_FENCES=before), and no address is ever given out twice. Whoever
-// reads or writes next to a block, or into one that was freed, crashes. What is
-// left over in a block's pages is filled, and compared when it is freed. Mapped
-// files get fences as well.
+// beneath its frames and surfaces allocate lies between inaccessible pages, at
+// the very end of its own pages (PXL_FENCES=behind) or at their very start
+// (PXL_FENCES=before), and no address is used twice. Any access next to a block,
+// or to a freed one, crashes. The rest of a block's pages is filled with a
+// pattern, which is compared when the block is freed. Mapped files get fences as
+// well.
 #include <dlfcn.h>
 #include <link.h>
 #include <sys/mman.h>
@@ -26,10 +26,10 @@ extern "C" void __libc_free(void* block);
 
 namespace {
 
-constexpr std::size_t PAGE = 4096;
-constexpr std::size_t ARENA_PAGES = std::size_t{1} << 28;
-constexpr std::size_t WIDEST_ALIGNMENT = 64;
-constexpr int FILL = 0xC7;
+constexpr std::size_t kPage = 4096;
+constexpr std::size_t kArenaPages = std::size_t{1} << 28;
+constexpr std::size_t kWidestAlignment = 64;
+constexpr int kFill = 0xC7;
 
 [[noreturn]] void Die(std::string_view reason) {
   [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, reason.data(), reason.size());
@@ -48,25 +48,25 @@ char* Reserve(std::size_t bytes, int protection) {
 class Arena {
  public:
   bool Holds(const void* address) const {
-    return address >= start_ && address < start_ + ARENA_PAGES * PAGE;
+    return address >= start_ && address < start_ + kArenaPages * kPage;
   }
 
-  // Pages that nobody may touch yet, with one more on either side.
+  // Inaccessible pages, with one more on either side.
   char* Take(std::size_t pages) {
     const std::size_t first = next_.fetch_add(pages + 1) + 1;
-    if (first + pages >= ARENA_PAGES) Die("fences: the arena is used up\n");
-    return start_ + first * PAGE;
+    if (first + pages >= kArenaPages) Die("fences: the arena is used up\n");
+    return start_ + first * kPage;
   }
 
   // Of the block that begins on the page of the address.
   std::size_t& SizeAt(const void* address) {
-    return sizes_[static_cast<std::size_t>(static_cast<const char*>(address) - start_) / PAGE];
+    return sizes_[static_cast<std::size_t>(static_cast<const char*>(address) - start_) / kPage];
   }
 
  private:
-  char* start_ = Reserve(ARENA_PAGES * PAGE, PROT_NONE);
+  char* start_ = Reserve(kArenaPages * kPage, PROT_NONE);
   std::size_t* sizes_ = reinterpret_cast<std::size_t*>(
-      Reserve(ARENA_PAGES * sizeof(std::size_t), PROT_READ | PROT_WRITE));
+      Reserve(kArenaPages * sizeof(std::size_t), PROT_READ | PROT_WRITE));
   std::atomic<std::size_t> next_ = 0;
 };
 
@@ -76,7 +76,7 @@ Arena& TheArena() {
 }
 
 std::size_t PagesFor(std::size_t size) {
-  return (size + PAGE - 1) / PAGE;
+  return (size + kPage - 1) / kPage;
 }
 
 bool AreBehind() {
@@ -91,31 +91,31 @@ bool AreBehind() {
 // allows, which is that of all that can be in the block.
 std::size_t OffsetOf(std::size_t size) {
   if (!AreBehind()) return 0;
-  const std::size_t alignment = std::min(size & (~size + 1), WIDEST_ALIGNMENT);
-  return (PagesFor(size) * PAGE - size) / alignment * alignment;
+  const std::size_t alignment = std::min(size & (~size + 1), kWidestAlignment);
+  return (PagesFor(size) * kPage - size) / alignment * alignment;
 }
 
 char* PageOf(void* address) {
-  return reinterpret_cast<char*>(reinterpret_cast<std::uintptr_t>(address) / PAGE * PAGE);
+  return reinterpret_cast<char*>(reinterpret_cast<std::uintptr_t>(address) / kPage * kPage);
 }
 
 bool IsFilled(const char* begin, const char* end) {
-  return std::all_of(begin, end, [](char c) { return static_cast<unsigned char>(c) == FILL; });
+  return std::all_of(begin, end, [](char c) { return static_cast<unsigned char>(c) == kFill; });
 }
 
 void* AllocateFenced(std::size_t size) {
   const std::size_t pages = PagesFor(size);
   char* start = TheArena().Take(pages);
-  if (mprotect(start, pages * PAGE, PROT_READ | PROT_WRITE) != 0) return nullptr;
+  if (mprotect(start, pages * kPage, PROT_READ | PROT_WRITE) != 0) return nullptr;
   TheArena().SizeAt(start) = size;
   const std::size_t offset = OffsetOf(size);
-  std::memset(start, FILL, offset);
-  std::memset(start + offset + size, FILL, pages * PAGE - offset - size);
+  std::memset(start, kFill, offset);
+  std::memset(start + offset + size, kFill, pages * kPage - offset - size);
   return start + offset;
 }
 
 void Forbid(char* start, std::size_t pages) {
-  mmap64(start, pages * PAGE, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED,
+  mmap64(start, pages * kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED,
          -1, 0);
 }
 
@@ -124,7 +124,7 @@ void FreeFenced(void* block) {
   const std::size_t size = TheArena().SizeAt(start);
   const std::size_t pages = PagesFor(size);
   auto* first = static_cast<char*>(block);
-  if (!IsFilled(start, first) || !IsFilled(first + size, start + pages * PAGE)) {
+  if (!IsFilled(start, first) || !IsFilled(first + size, start + pages * kPage)) {
     Die("fences: a write next to a block\n");
   }
   Forbid(start, pages);

@@ -10,13 +10,13 @@
 
 namespace {
 
-template <class Function>
+template <typename Function>
 Function* Find(void* library, const char* name) {
   return reinterpret_cast<Function*>(dlsym(library, name));
 }
 
 bool IsFenced(const void* address) {
-  static const auto function = Find<IsFencedFunction>(RTLD_DEFAULT, IS_FENCED);
+  static const auto function = Find<IsFencedFunction>(RTLD_DEFAULT, kIsFenced);
   return function != nullptr && function(address);
 }
 
@@ -90,14 +90,14 @@ TEST_F(FencesDeathTest, KillWhoeverReadsBesideASurface) {
 
 TEST_F(FencesDeathTest, KillWhoeverReadsAFreedFrame) {
   void* frame = nullptr;
-  ASSERT_EQ(PXL_AllocateFrameQuiet(100, 0, &frame), 0);
+  ASSERT_EQ(PXL_AllocateFrameQuiet(100, 0, &frame), PXL_Err_NONE);
   PXL_FreeFrame(frame, 100);
   EXPECT_DEATH(Read(static_cast<char*>(frame)), "");
 }
 
 TEST_F(FencesDeathTest, KillWhoeverWroteOnTheOtherSide) {
   void* frame = nullptr;
-  ASSERT_EQ(PXL_AllocateFrameQuiet(104, 0, &frame), 0);
+  ASSERT_EQ(PXL_AllocateFrameQuiet(104, 0, &frame), PXL_Err_NONE);
   auto* bytes = static_cast<volatile char*>(frame);
   volatile char& beside = AreBehind() ? bytes[-1] : bytes[104];
   EXPECT_DEATH(
@@ -114,7 +114,7 @@ TEST_F(Fences, StandWhereTheLevelIsTheChosenOne) {
   PXL_WorldHandle from = MakeSurface(32, 3, 2);
   PXL_WorldHandle to = MakeSurface(32, 3, 2);
   const int before = CountQuestions("libQDE.so");
-  EXPECT_EQ(PXL_Blit(from, to, nullptr, nullptr, 8), 0);
+  EXPECT_EQ(PXL_Blit(from, to, nullptr, nullptr, 8), PXL_Err_NONE);
   EXPECT_GT(CountQuestions("libQDE.so"), before);
   Dispose(to);
   Dispose(from);

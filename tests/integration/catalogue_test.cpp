@@ -1,3 +1,4 @@
+// The catalogue as a host finds it.
 #include "tests/support/host/whole.h"
 
 class Catalogue : public Whole {

@@ -9,8 +9,8 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr int WIDTH = 23;
-constexpr int HEIGHT = 17;
+constexpr int kWidth = 23;
+constexpr int kHeight = 17;
 
 std::uint32_t Word(PXL_WorldHandle worldH, int x, int y) {
   std::uint32_t word = 0;
@@ -52,16 +52,16 @@ class Drawing : public Whole {
     const int bytes = Record(worldH).pixels.rowBytes * Record(worldH).height;
     for (int i = 0; i < bytes; ++i) pixels[i] = static_cast<std::uint8_t>(generator_());
   }
-  PXL_WorldHandle MakeScribbled(std::int32_t depth, int width = WIDTH, int height = HEIGHT) {
+  PXL_WorldHandle MakeScribbled(std::int32_t depth, int width = kWidth, int height = kHeight) {
     PXL_WorldHandle worldH = MakeSurface(depth, width, height);
     Scribble(worldH);
     return worldH;
   }
-  // The result of a blit does not tell what became of it; the layer does.
+  // PXL_Blit returns 0 in any case; the layer's error is the result.
   static std::int16_t Blit(PXL_WorldHandle source, PXL_WorldHandle destination,
                            const Rect* from = nullptr, const Rect* to = nullptr,
                            std::uint16_t mode = 0) {
-    EXPECT_EQ(PXL_Blit(source, destination, from, to, mode), 0);
+    EXPECT_EQ(PXL_Blit(source, destination, from, to, mode), PXL_Err_NONE);
     return QDE_Error();
   }
 
@@ -72,12 +72,12 @@ TEST_F(Drawing, CopiesPixelsOf32Bits) {
   PXL_WorldHandle from = MakeScribbled(32);
   PXL_WorldHandle to = MakeScribbled(32);
   EXPECT_EQ(Blit(from, to), 0);
-  for (int y = 0; y < HEIGHT; ++y) {
-    for (int x = 0; x < WIDTH; ++x) ASSERT_EQ(Word(to, x, y), Word(from, x, y));
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) ASSERT_EQ(Word(to, x, y), Word(from, x, y));
   }
   Dispose(to);
   Dispose(from);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_F(Drawing, CopiesLockedWorldsAsWell) {
@@ -98,15 +98,15 @@ TEST_F(Drawing, CopiesLockedWorldsAsWell) {
 TEST_F(Drawing, ReordersChannelsBetweenWorldsOfDifferentOrder) {
   PXL_WorldHandle from = MakeScribbled(32);
   PXL_WorldHandle to = MakeScribbled(32);
-  EXPECT_EQ(PXL_SetChannelOrder(to, PXL_ChannelOrder_ALTERNATE), 0);
+  EXPECT_EQ(PXL_SetChannelOrder(to, PXL_ChannelOrder_ALTERNATE), PXL_Err_NONE);
   EXPECT_EQ(Blit(from, to), 0);
-  for (int y = 0; y < HEIGHT; ++y) {
-    for (int x = 0; x < WIDTH; ++x) {
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) {
       ASSERT_EQ(Word(to, x, y), __builtin_bswap32(Word(from, x, y)));
     }
   }
   // In the same order again, the pixels are the same.
-  EXPECT_EQ(PXL_SetChannelOrder(to, PXL_ChannelOrder_STANDARD), 0);
+  EXPECT_EQ(PXL_SetChannelOrder(to, PXL_ChannelOrder_STANDARD), PXL_Err_NONE);
   EXPECT_EQ(Word(to, 3, 4), Word(from, 3, 4));
   Dispose(to);
   Dispose(from);
@@ -116,8 +116,8 @@ TEST_F(Drawing, LooksIndicesUpOnTheWayTo32Bits) {
   PXL_WorldHandle from = MakeScribbled(8);
   PXL_WorldHandle to = MakeScribbled(32);
   EXPECT_EQ(Blit(from, to), 0);
-  for (int y = 0; y < HEIGHT; ++y) {
-    for (int x = 0; x < WIDTH; ++x) {
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) {
       const PXL_Pixel8 pixel = PixelAt<PXL_Pixel8>(to, x, y);
       ASSERT_EQ(pixel.channel[0], 0);
       for (int k = 0; k < 3; ++k) {
@@ -133,8 +133,8 @@ TEST_F(Drawing, FindsTheNearestIndicesOnTheWayTo8Bits) {
   PXL_WorldHandle from = MakeScribbled(32);
   PXL_WorldHandle to = MakeScribbled(8);
   EXPECT_EQ(Blit(from, to), 0);
-  for (int y = 0; y < HEIGHT; ++y) {
-    for (int x = 0; x < WIDTH; ++x) {
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) {
       const PXL_Pixel8 pixel = PixelAt<PXL_Pixel8>(from, x, y);
       const int chosen = Index(to, x, y);
       for (int other = 0; other < 256; ++other) {
@@ -178,13 +178,13 @@ TEST_F(Drawing, FitsAWorldToAnotherSizeWithoutRectangles) {
 TEST_F(Drawing, ScrollsWithinAWorld) {
   for (const std::int32_t depth : {8, 32}) {
     PXL_WorldHandle worldH = MakeScribbled(depth);
-    PXL_WorldHandle before = MakeSurface(depth, WIDTH, HEIGHT);
+    PXL_WorldHandle before = MakeSurface(depth, kWidth, kHeight);
     EXPECT_EQ(Blit(worldH, before), 0);
-    const Rect source{0, 0, HEIGHT - 3, WIDTH - 2};
-    const Rect destination{3, 2, HEIGHT, WIDTH};
+    const Rect source{0, 0, kHeight - 3, kWidth - 2};
+    const Rect destination{3, 2, kHeight, kWidth};
     EXPECT_EQ(Blit(worldH, worldH, &source, &destination), 0);
-    for (int y = 3; y < HEIGHT; ++y) {
-      for (int x = 2; x < WIDTH; ++x) {
+    for (int y = 3; y < kHeight; ++y) {
+      for (int x = 2; x < kWidth; ++x) {
         ASSERT_EQ(Pixel(worldH, x, y), Pixel(before, x - 2, y - 3));
       }
     }
@@ -213,8 +213,8 @@ TEST_F(Drawing, GivesPortAndDeviceBack) {
 }
 
 TEST_F(Drawing, LeavesTheDestinationAloneWhenTheSourceIsPurged) {
-  PXL_WorldHandle from = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_PURGEABLE);
-  PXL_WorldHandle to = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
+  PXL_WorldHandle from = MakeSurface(32, kWidth, kHeight, PXL_Flag_PURGEABLE);
+  PXL_WorldHandle to = MakeSurface(32, kWidth, kHeight, PXL_Flag_CLEAR);
   K_PurgeHandlesAndCompact();
   EXPECT_EQ(Blit(from, to), QDE_Err_PURGED);
   EXPECT_EQ(Word(to, 3, 3), 0U);
@@ -224,7 +224,7 @@ TEST_F(Drawing, LeavesTheDestinationAloneWhenTheSourceIsPurged) {
 }
 
 TEST_F(Drawing, DrawsNothingWithoutASurface) {
-  PXL_WorldHandle plain = Make(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
+  PXL_WorldHandle plain = Make(32, kWidth, kHeight, PXL_Flag_CLEAR);
   PXL_WorldHandle drawn = MakeScribbled(32);
   const std::uint32_t before = Word(drawn, 1, 1);
   EXPECT_EQ(Blit(plain, drawn), QDE_Err_PARAMETER);
@@ -250,12 +250,12 @@ TEST_F(Drawing, DrawsInAllModes) {
   }
   Dispose(to);
   Dispose(from);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_F(Drawing, DrawsWithTheColorsOfTheDestination) {
   PXL_WorldHandle from = MakeScribbled(32);
-  PXL_WorldHandle to = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
+  PXL_WorldHandle to = MakeSurface(32, kWidth, kHeight, PXL_Flag_CLEAR);
   constexpr QDE_RGBColor kWhite = {0xFFFF, 0xFFFF, 0xFFFF};
   EXPECT_EQ(QDE_SetPortColor(Record(to).gworld, QDE_PortColor_OP, &kWhite), 0);
   EXPECT_EQ(Blit(from, to, nullptr, nullptr, 8), 0);  // blend
@@ -268,7 +268,7 @@ TEST_F(Drawing, DrawsWithTheColorsOfTheDestination) {
 
 TEST_F(Drawing, TakesIndicesBeyondTheModesForSrcCopy) {
   PXL_WorldHandle from = MakeScribbled(32);
-  PXL_WorldHandle to = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
+  PXL_WorldHandle to = MakeSurface(32, kWidth, kHeight, PXL_Flag_CLEAR);
   EXPECT_EQ(Blit(from, to, nullptr, nullptr, 19), 0);
   EXPECT_EQ(Word(to, 3, 3), Word(from, 3, 3));
   Dispose(to);
@@ -277,29 +277,29 @@ TEST_F(Drawing, TakesIndicesBeyondTheModesForSrcCopy) {
 
 TEST_F(Drawing, WidensAndNarrowsSurfacesByWayOfDeepWorlds) {
   PXL_WorldHandle from = MakeScribbled(32);
-  PXL_WorldHandle deep = Make(64, WIDTH, HEIGHT);
-  PXL_WorldHandle to = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_CLEAR);
+  PXL_WorldHandle deep = Make(64, kWidth, kHeight);
+  PXL_WorldHandle to = MakeSurface(32, kWidth, kHeight, PXL_Flag_CLEAR);
   {
     const Locked first(from);
     const Locked second(deep);
     const Locked third(to);
-    EXPECT_EQ(PXL_Blit(from, deep, nullptr, nullptr, 0), 0);
-    EXPECT_EQ(PXL_Blit(deep, to, nullptr, nullptr, 0), 0);
+    EXPECT_EQ(PXL_Blit(from, deep, nullptr, nullptr, 0), PXL_Err_NONE);
+    EXPECT_EQ(PXL_Blit(deep, to, nullptr, nullptr, 0), PXL_Err_NONE);
   }
-  for (int y = 0; y < HEIGHT; ++y) {
-    for (int x = 0; x < WIDTH; ++x) ASSERT_EQ(Word(to, x, y), Word(from, x, y));
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 0; x < kWidth; ++x) ASSERT_EQ(Word(to, x, y), Word(from, x, y));
   }
   for (PXL_WorldHandle worldH : {to, deep, from}) Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_F(Drawing, IsTheSameAfterAReload) {
   PXL_WorldHandle from = MakeScribbled(32);
-  PXL_WorldHandle to = MakeSurface(32, WIDTH, HEIGHT, PXL_Flag_PURGEABLE);
-  EXPECT_EQ(PXL_SetChannelOrder(to, PXL_ChannelOrder_ALTERNATE), 0);
+  PXL_WorldHandle to = MakeSurface(32, kWidth, kHeight, PXL_Flag_PURGEABLE);
+  EXPECT_EQ(PXL_SetChannelOrder(to, PXL_ChannelOrder_ALTERNATE), PXL_Err_NONE);
   K_PurgeHandlesAndCompact();
   std::uint8_t reloaded = 0;
-  EXPECT_EQ(PXL_LoadLockPixels(0, to, nullptr, &reloaded), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, to, nullptr, &reloaded), PXL_Err_NONE);
   EXPECT_EQ(reloaded, 1);
   EXPECT_EQ(Blit(from, to), 0);
   EXPECT_EQ(Word(to, 2, 2), __builtin_bswap32(Word(from, 2, 2)));

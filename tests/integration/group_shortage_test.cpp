@@ -9,9 +9,9 @@ TEST_F(GroupShortage, IsThatOfAnyOtherLimit) {
   group.Write("/container", "memory.max", 50 << 20);
   group.Write("/container", "memory.current", 10 << 20);
   group.Read();
-  EXPECT_EQ(FailToMake(128, 1920, 1600), 4);
-  ASSERT_EQ(reports_.size(), 1U);
-  EXPECT_EQ(reports_[0].code, 0x70005U);
+  EXPECT_EQ(FailToMake(128, 1920, 1600), PXL_Err_NO_MEMORY);
+  ASSERT_EQ(Reports().size(), 1U);
+  EXPECT_EQ(Reports()[0].code, 0x70005U);
   K_MemoryRefusals refusals;
   K_GetMemoryRefusals(&refusals);
   EXPECT_EQ(refusals.last, K_MemoryLimit_GROUP);

@@ -1,3 +1,4 @@
+// The life of Worlds with frames, from creation to disposal.
 #include <cstring>
 
 #include "tests/support/host/whole.h"
@@ -10,7 +11,7 @@ TEST_P(LifeOfAWorld, KeepsItsPixelsFromLockToLock) {
   PXL_WorldHandle worldH = Make(GetParam(), 37, 11, PXL_Flag_CLEAR);
   ASSERT_NE(worldH, nullptr);
   const auto bytes = static_cast<std::size_t>(Record(worldH).pixels.rowBytes) * 11;
-  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   void* base = Record(worldH).pixels.baseAddr;
   EXPECT_EQ(reinterpret_cast<std::uintptr_t>(base) % 16, 0U);
   EXPECT_EQ(std::string(static_cast<char*>(base), bytes), std::string(bytes, '\0'));
@@ -18,12 +19,12 @@ TEST_P(LifeOfAWorld, KeepsItsPixelsFromLockToLock) {
   PXL_UnlockPixels(worldH);
   EXPECT_EQ(Record(worldH).pixels.baseAddr, nullptr);
 
-  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   const auto* again = static_cast<const char*>(Record(worldH).pixels.baseAddr);
   EXPECT_EQ(std::string(again, bytes), std::string(bytes, 0x3C));
   PXL_UnlockPixels(worldH);
   Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(AllDepths, LifeOfAWorld, ::testing::Values(32, 64, 128));
@@ -52,7 +53,7 @@ TEST_F(Worlds, SurviveTheMovingOfTheirRecords) {
   const PXL_World* before = *first;
   PXL_WorldHandle second = Make(64, 5, 5);
   EXPECT_NE(*first, before);
-  EXPECT_EQ(PXL_LockPixels(0, first, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, first, nullptr), PXL_Err_NONE);
   void* base = Record(first).pixels.baseAddr;
   Dispose(second);
   Dispose(Make(128, 9, 9));
@@ -66,14 +67,14 @@ TEST_F(Worlds, LiveInHandlesOfTheCallerToo) {
   ASSERT_NE(handle, nullptr);
   auto* worldH = reinterpret_cast<PXL_WorldHandle>(handle);
   const Rect rect{10, 20, 110, 220};
-  ASSERT_EQ(PXL_NewWorld(nullptr, 0, &rect, 64, 0, worldH, nullptr), 0);
+  ASSERT_EQ(PXL_NewWorld(nullptr, 0, &rect, 64, 0, worldH, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH).width, 200);
   EXPECT_EQ(Record(worldH).height, 100);
   EXPECT_EQ(Record(worldH).bounds.top, 10);
   Dispose(worldH);
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 2);
-  ASSERT_EQ(reports_.size(), 1U);
-  EXPECT_EQ(reports_[0].text, "checking world");
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_INVALID);
+  ASSERT_EQ(Reports().size(), 1U);
+  EXPECT_EQ(Reports()[0].text, "checking world");
   K_FreeHandle(handle);
 }
 
@@ -81,7 +82,8 @@ TEST_F(Worlds, TakeDepthAndSizeFromAParent) {
   PXL_WorldHandle parent = Make(32, 31, 17);
   PXL_WorldHandle child = nullptr;
   ASSERT_EQ(
-      PXL_NewWorld(parent, PXL_Flag_NO_PLATFORM, nullptr, PXL_Depth_SHARE, 0, nullptr, &child), 0);
+      PXL_NewWorld(parent, PXL_Flag_NO_PLATFORM, nullptr, PXL_Depth_SHARE, 0, nullptr, &child),
+      PXL_Err_NONE);
   EXPECT_EQ(Record(child).depth, 32);
   EXPECT_EQ(Record(child).bounds.bottom, 17);
   EXPECT_EQ(Record(child).bounds.right, 31);
@@ -93,7 +95,7 @@ TEST_F(Worlds, OfGeometryAloneHaveNoPixels) {
   PXL_WorldHandle worldH = Make(128, 1000, 1000, PXL_Flag_DEFERRED);
   EXPECT_EQ(Record(worldH).pixels.rowBytes, 16000);
   EXPECT_EQ(Record(worldH).pixels.frameSize, 16000020U);
-  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   EXPECT_EQ(PXLp_GetPixBaseAddr(worldH), nullptr);
   EXPECT_EQ(Record(worldH).pixels.lockCount, 0);
   Dispose(worldH);
@@ -102,33 +104,33 @@ TEST_F(Worlds, OfGeometryAloneHaveNoPixels) {
 TEST_F(Worlds, AreReSizedInPlace) {
   PXL_WorldHandle worldH = Make(64, 100, 100);
   const Rect larger{5, 5, 605, 805};
-  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 0, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 0, nullptr, worldH), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH).width, 800);
   EXPECT_EQ(Record(worldH).height, 600);
   EXPECT_EQ(Record(worldH).bounds.left, 0);
-  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   PixelAt<PXL_Pixel16>(worldH, 799, 599) = {{1, 2, 3, 4}};
-  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 0, nullptr, worldH), 3);
+  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 0, nullptr, worldH), PXL_Err_REFUSED);
   PXL_UnlockPixels(worldH);
   Dispose(worldH);
-  ASSERT_EQ(reports_.size(), 1U);
-  EXPECT_EQ(reports_[0].text, "can’t refresh a locked pixel buffer.");
+  ASSERT_EQ(Reports().size(), 1U);
+  EXPECT_EQ(Reports()[0].text, "can’t refresh a locked pixel buffer.");
 }
 
 TEST_F(Worlds, ChangeTheirChannelOrderAndBack) {
   PXL_WorldHandle worldH = Make(32, 3, 2, PXL_Flag_CLEAR);
   PixelAt<PXL_Pixel8>(worldH, 2, 1) = {{1, 2, 3, 4}};
-  EXPECT_EQ(PXL_SetChannelOrder(worldH, PXL_ChannelOrder_ALTERNATE), 0);
+  EXPECT_EQ(PXL_SetChannelOrder(worldH, PXL_ChannelOrder_ALTERNATE), PXL_Err_NONE);
   EXPECT_EQ(PixelAt<PXL_Pixel8>(worldH, 2, 1).channel[0], 4);
   EXPECT_EQ(PixelAt<PXL_Pixel8>(worldH, 2, 1).channel[3], 1);
-  EXPECT_EQ(PXL_SetChannelOrder(worldH, PXL_ChannelOrder_STANDARD), 0);
+  EXPECT_EQ(PXL_SetChannelOrder(worldH, PXL_ChannelOrder_STANDARD), PXL_Err_NONE);
   EXPECT_EQ(PixelAt<PXL_Pixel8>(worldH, 2, 1).channel[0], 1);
   Dispose(worldH);
 }
 
 TEST_F(Worlds, FillTheirRowsWithAPattern) {
   PXL_WorldHandle worldH = Make(64, 3, 2);
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0x12345678), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0x12345678), PXL_Err_NONE);
   const PXL_Pixel16& pixel = PixelAt<PXL_Pixel16>(worldH, 2, 1);
   EXPECT_EQ(pixel.channel[0], 0x5678);
   EXPECT_EQ(pixel.channel[1], 0x1234);
@@ -138,13 +140,13 @@ TEST_F(Worlds, FillTheirRowsWithAPattern) {
 }
 
 TEST_F(Worlds, AreVouchedForByMatchingLibraries) {
-  EXPECT_EQ(PXL_CheckVersions(0x70001, PXL_InterfaceVersion), 0);
-  EXPECT_THAT(reports_, IsEmpty());
-  EXPECT_EQ(PXL_CheckVersions(0x12345, 30), 7);
-  ASSERT_EQ(reports_.size(), 1U);
-  EXPECT_EQ(reports_[0].code, 0x12345U);
-  EXPECT_EQ(reports_[0].cls, 16);
-  EXPECT_EQ(reports_[0].text,
+  EXPECT_EQ(PXL_CheckVersions(0x70001, PXL_InterfaceVersion), PXL_Err_NONE);
+  EXPECT_THAT(Reports(), IsEmpty());
+  EXPECT_EQ(PXL_CheckVersions(0x12345, 30), PXL_Err_VERSION);
+  ASSERT_EQ(Reports().size(), 1U);
+  EXPECT_EQ(Reports()[0].code, 0x12345U);
+  EXPECT_EQ(Reports()[0].cls, 16);
+  EXPECT_EQ(Reports()[0].text,
             "Plug-in version mismatch detected (did you install over an older version of "
             "Orvanta?). Try uninstalling and re-installing. (PXL package v31 != PXL.h v30)");
 }

@@ -23,11 +23,11 @@ class WatchedMemory : public Whole {
   void ClearAndBlit(std::int32_t from, std::int32_t to, int width) {
     PXL_WorldHandle source = Make(from, width, 301, PXL_Flag_CLEAR);
     PXL_WorldHandle destination = Make(to, width, 301);
-    EXPECT_EQ(PXL_ClearWorldToLong(source, 0), 0);
+    EXPECT_EQ(PXL_ClearWorldToLong(source, 0), PXL_Err_NONE);
     {
       const Locked first(source);
       const Locked second(destination);
-      EXPECT_EQ(PXL_Blit(source, destination, nullptr, nullptr, 0), 0);
+      EXPECT_EQ(PXL_Blit(source, destination, nullptr, nullptr, 0), PXL_Err_NONE);
     }
     Dispose(destination);
     Dispose(source);
@@ -56,9 +56,9 @@ TEST_F(WatchedMemory, ShowsTriesAndPurgesOfAWorldThatFindsNoRoom) {
   K_SetMemoryBudget(40 << 20);
   Dispose(Make(128, 1024, 1024));
   K_SetTimeLine(1);
-  EXPECT_EQ(FailToMake(128, 2048, 2048), 4);
+  EXPECT_EQ(FailToMake(128, 2048, 2048), PXL_Err_NO_MEMORY);
   const K_TimeLineSample last = TimeLine().back();
-  // One try before the kept block is given back, one after.
+  // One try before the kept block is freed, one after.
   EXPECT_EQ(last.failures, 2U);
   EXPECT_EQ(last.purges, 2U);
   EXPECT_EQ(last.keptBytes, 0U);
@@ -67,15 +67,15 @@ TEST_F(WatchedMemory, ShowsTriesAndPurgesOfAWorldThatFindsNoRoom) {
 TEST_F(WatchedMemory, TellsOfAWriteBeyondTheFrameOfAWorld) {
   K_SetPoolChecks(K_PoolCheck_GUARDS);
   PXL_WorldHandle worldH = Make(128, 1920, 1080, PXL_Flag_CLEAR);
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, -1), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, -1), PXL_Err_NONE);
   auto* frame = static_cast<char*>(Record(worldH).pixels.frame);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
   frame[kFrameBytes] = 1;
   Dispose(worldH);
-  ASSERT_EQ(reports_.size(), 1U);
-  EXPECT_EQ(reports_[0].code, std::uint32_t{K_Code_GUARD});
-  EXPECT_THAT(reports_[0].text, HasSubstr("PXL WORLD (33177620 bytes, owner 0x70003) was written "
-                                          "past its end: byte 33177620"));
+  ASSERT_EQ(Reports().size(), 1U);
+  EXPECT_EQ(Reports()[0].code, std::uint32_t{K_Code_GUARD});
+  EXPECT_THAT(Reports()[0].text, HasSubstr("PXL WORLD (33177620 bytes, owner 0x70003) was written "
+                                           "past its end: byte 33177620"));
 }
 
 TEST_F(WatchedMemory, FindsNothingAmissInTheModulesOwnWork) {
@@ -86,7 +86,7 @@ TEST_F(WatchedMemory, FindsNothingAmissInTheModulesOwnWork) {
   for (int width = 320; width < 340; ++width) {
     for (const auto& [from, to] : kPairs) ClearAndBlit(from, to, width);
   }
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 }  // namespace

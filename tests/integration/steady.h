@@ -11,11 +11,12 @@ inline constexpr int kRounds = 40;
 inline bool MakeAndDispose() {
   const Rect rect{0, 0, 1080, 1920};
   PXL_WorldHandle worldH = nullptr;
-  if (PXL_NewWorld(nullptr, PXL_Flag_CLEAR, &rect, 128, 0, nullptr, &worldH) != 0) return false;
-  bool good = PXL_LockPixels(0, worldH, nullptr) == 0;
+  if (PXL_NewWorld(nullptr, PXL_Flag_CLEAR, &rect, 128, 0, nullptr, &worldH) != PXL_Err_NONE)
+    return false;
+  bool good = PXL_LockPixels(0, worldH, nullptr) == PXL_Err_NONE;
   PXL_UnlockPixels(worldH);
   good = good && K_IsRecycledPtr(Record(worldH).pixels.frame) != 0;
-  return PXL_DisposeWorld(worldH) == 0 && good;
+  return PXL_DisposeWorld(worldH) == PXL_Err_NONE && good;
 }
 
 inline bool MakeAndDisposeOften() {

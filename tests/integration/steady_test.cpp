@@ -1,3 +1,4 @@
+// The pool while Worlds of one size come and go.
 #include "tests/integration/steady.h"
 
 #include <gtest/gtest.h>

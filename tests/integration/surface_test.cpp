@@ -39,7 +39,7 @@ void Press() {
   K_PurgeHandlesAndCompact();
 }
 
-std::string TextOf(const Reported& report) {
+std::string TextOf(const KeptReport& report) {
   return report.text;
 }
 
@@ -55,7 +55,7 @@ class SurfaceWorlds : public Whole, public ::testing::WithParamInterface<std::in
   // A lock that finds no purge.
   static void ExpectUsable(PXL_WorldHandle worldH) {
     std::uint8_t purged = 9;
-    EXPECT_EQ(PXL_LockPixels(0, worldH, &purged), 0);
+    EXPECT_EQ(PXL_LockPixels(0, worldH, &purged), PXL_Err_NONE);
     EXPECT_EQ(purged, 0);
     ASSERT_NE(Record(worldH).pixels.baseAddr, nullptr);
     std::memset(Record(worldH).pixels.baseAddr, 0x66, ByteCount(worldH));
@@ -63,17 +63,17 @@ class SurfaceWorlds : public Whole, public ::testing::WithParamInterface<std::in
   }
   static void ExpectPurged(PXL_WorldHandle worldH) {
     std::uint8_t purged = 9;
-    EXPECT_EQ(PXL_LockPixels(0, worldH, &purged), 0);
+    EXPECT_EQ(PXL_LockPixels(0, worldH, &purged), PXL_Err_NONE);
     EXPECT_EQ(purged, 1);
     EXPECT_EQ(Record(worldH).pixels.lockCount, 0);
     EXPECT_EQ(Record(worldH).pixels.baseAddr, nullptr);
   }
   void ExpectOneReport(std::uint32_t code, std::int32_t error, const char* start) {
-    ASSERT_EQ(reports_.size(), 1U);
-    EXPECT_EQ(reports_[0].code, code);
-    EXPECT_EQ(reports_[0].error, error);
-    EXPECT_THAT(reports_[0].text, StartsWith(start));
-    reports_.clear();
+    ASSERT_EQ(Reports().size(), 1U);
+    EXPECT_EQ(Reports()[0].code, code);
+    EXPECT_EQ(Reports()[0].error, error);
+    EXPECT_THAT(Reports()[0].text, StartsWith(start));
+    ForgetReports();
   }
 };
 
@@ -92,12 +92,12 @@ TEST_P(SurfaceWorlds, AreMadeClearedWithTheGeometryOfTheSurface) {
   EXPECT_EQ(MapOf(worldH).bounds.left, 20);
   EXPECT_EQ(Bytes(worldH), std::string(ByteCount(worldH), '\0'));
   Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_P(SurfaceWorlds, KeepTheirPixelsFromLockToLock) {
   PXL_WorldHandle worldH = MakeSurface(GetParam(), 37, 11, PXL_Flag_CLEAR);
-  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   void* base = Record(worldH).pixels.baseAddr;
   std::memset(base, 0x3C, ByteCount(worldH));
   PXL_UnlockPixels(worldH);
@@ -111,8 +111,8 @@ TEST_P(SurfaceWorlds, KeepTheirPixelsFromLockToLock) {
 
 TEST_P(SurfaceWorlds, StayInPlaceUntilTheLastUnlock) {
   PXL_WorldHandle worldH = MakeSurface(GetParam(), 37, 11, PXL_Flag_PURGEABLE);
-  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
-  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
+  ASSERT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   void* base = Record(worldH).pixels.baseAddr;
   PXL_UnlockPixels(worldH);
   Dispose(MakeSurface(GetParam(), 3, 3));
@@ -135,9 +135,9 @@ TEST_P(SurfaceWorlds, AreNotPurgedUnlessPurgeable) {
 
 TEST_P(SurfaceWorlds, AreFilledUnlocked) {
   PXL_WorldHandle worldH = MakeSurface(GetParam(), 13, 7);
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0x11111111), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0x11111111), PXL_Err_NONE);
   EXPECT_EQ(Bytes(worldH), std::string(ByteCount(worldH), 0x11));
-  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), PXL_Err_NONE);
   EXPECT_EQ(Bytes(worldH), std::string(ByteCount(worldH), 0));
   Dispose(worldH);
 }
@@ -145,7 +145,7 @@ TEST_P(SurfaceWorlds, AreFilledUnlocked) {
 TEST_P(SurfaceWorlds, TellThatTheyWerePurged) {
   PXL_WorldHandle worldH = MakePurged(GetParam());
   ExpectPurged(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
   EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_PURGED);
   ExpectOneReport(0x70033, 0, "pixel buffer purged!");
   EXPECT_EQ(Record(worldH).pixels.lockCount, 0);
@@ -157,24 +157,24 @@ TEST_P(SurfaceWorlds, AreReloadedWhenPurged) {
   PXL_WorldHandle worldH = MakePurged(GetParam());
   std::uint8_t loaded = 9;
   std::uint8_t reloaded = 9;
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded, &reloaded), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded, &reloaded), PXL_Err_NONE);
   EXPECT_EQ(loaded, 1);
   EXPECT_EQ(reloaded, 1);
   EXPECT_EQ(Record(worldH).pixels.lockCount, 1);
   ASSERT_NE(Record(worldH).pixels.baseAddr, nullptr);
   std::memset(Record(worldH).pixels.baseAddr, 7, ByteCount(worldH));
   // Locked again, they are not reloaded again.
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded, &reloaded), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded, &reloaded), PXL_Err_NONE);
   EXPECT_EQ(loaded, 1);
   EXPECT_EQ(reloaded, 0);
   PXL_UnlockPixels(worldH);
   PXL_UnlockPixels(worldH);
   Press();
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, nullptr, nullptr), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, nullptr, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH).pixels.lockCount, 1);
   PXL_UnlockPixels(worldH);
   Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(BothDepths, SurfaceWorlds, ::testing::Values(8, 32));
@@ -183,13 +183,13 @@ class MakingSurfaces : public SurfaceWorlds {};
 
 TEST_F(MakingSurfaces, FailsInTheWordsOfShortage) {
   K_SetMemoryBudget(100000);
-  EXPECT_EQ(FailToMake(32, 200, 200), -108);
+  EXPECT_EQ(FailToMake(32, 200, 200), QDE_Err_MEMORY_FULL);
   ExpectOneReport(0x70027, 0, kTooLittleMemory);
 }
 
 TEST_F(MakingSurfaces, FailsForRowsThatTheLayerCannotDescribe) {
-  EXPECT_EQ(FailToMake(32, 4096, 1), -50);
-  ExpectOneReport(0x70027, -50, "changing pixel buffer.");
+  EXPECT_EQ(FailToMake(32, 4096, 1), QDE_Err_PARAMETER);
+  ExpectOneReport(0x70027, QDE_Err_PARAMETER, "changing pixel buffer.");
 }
 
 TEST_F(MakingSurfaces, FailsForDepthsThatTheLayerHasNot) {
@@ -206,13 +206,13 @@ class ReloadingSurfaces : public SurfaceWorlds {
 TEST_F(ReloadingSurfaces, IsToldToHaveFailedWhenMemoryIsShort) {
   PXL_WorldHandle worldH = MakePurged();
   K_SetMemoryBudget(1);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 0);
   EXPECT_EQ(reloaded_, 0);
   ExpectPurged(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
   K_SetMemoryBudget(0);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 1);
   EXPECT_EQ(reloaded_, 1);
   PXL_UnlockPixels(worldH);
@@ -222,7 +222,7 @@ TEST_F(ReloadingSurfaces, IsToldToHaveFailedWhenMemoryIsShort) {
 TEST_F(ReloadingSurfaces, IsReportedWhenMemoryIsShortAndNobodyIsTold) {
   PXL_WorldHandle worldH = MakePurged();
   K_SetMemoryBudget(1);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, nullptr, &reloaded_), -108);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, nullptr, &reloaded_), QDE_Err_MEMORY_FULL);
   EXPECT_EQ(reloaded_, 0);
   ExpectOneReport(0x70034, 0, kTooLittleMemory);
   ExpectPurged(worldH);
@@ -231,45 +231,45 @@ TEST_F(ReloadingSurfaces, IsReportedWhenMemoryIsShortAndNobodyIsTold) {
 
 TEST_F(ReloadingSurfaces, IsReportedWhenItFailsOtherwise) {
   PXL_WorldHandle worldH = MakePurged();
-  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, -50);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), -50);
+  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, QDE_Err_PARAMETER);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), QDE_Err_PARAMETER);
   EXPECT_EQ(loaded_, 9);
   EXPECT_EQ(reloaded_, 0);
-  ExpectOneReport(0x70034, -50, "changing pixel buffer.");
+  ExpectOneReport(0x70034, QDE_Err_PARAMETER, "changing pixel buffer.");
   Dispose(worldH);
 }
 
 TEST_F(ReloadingSurfaces, SucceedsAfterAnUpdateLostThePixels) {
   PXL_WorldHandle worldH = MakePurged();
-  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, -108);
+  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, QDE_Err_MEMORY_FULL);
   QDE_LosePixelsInFailedUpdates(1);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 0);
   // An empty handle stands there now: purged, not broken.
   EXPECT_TRUE(K_IsHandle(MapOf(worldH).baseAddr));
   ExpectPurged(worldH);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), PXL_Err_NONE);
   EXPECT_EQ(reloaded_, 1);
   PXL_UnlockPixels(worldH);
   Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_F(ReloadingSurfaces, RefusesAnotherSurface) {
   PXL_WorldHandle worldH = MakePurged();
   const GWorldPtr surface = Record(worldH).gworld;
   QDE_ReplaceWorldInUpdates(1);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), 1);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded_, &reloaded_), PXL_Err_FAILED);
   EXPECT_EQ(loaded_, 9);
   EXPECT_EQ(reloaded_, 0);
   EXPECT_EQ(Record(worldH).gworld, surface);
   EXPECT_EQ(Record(worldH).pixels.lockCount, 0);
-  ASSERT_EQ(reports_.size(), 2U);
-  EXPECT_EQ(reports_[0].code, 0x70034U);
-  EXPECT_EQ(TextOf(reports_[0]), "strange change in pixel buffer.");
-  EXPECT_EQ(reports_[1].code, 0x70034U);
-  EXPECT_EQ(reports_[1].error, 1);
-  EXPECT_THAT(reports_[1].text, StartsWith("changing pixel buffer."));
+  ASSERT_EQ(Reports().size(), 2U);
+  EXPECT_EQ(Reports()[0].code, 0x70034U);
+  EXPECT_EQ(TextOf(Reports()[0]), "strange change in pixel buffer.");
+  EXPECT_EQ(Reports()[1].code, 0x70034U);
+  EXPECT_EQ(Reports()[1].error, 1);
+  EXPECT_THAT(Reports()[1].text, StartsWith("changing pixel buffer."));
   // The World's own pointer still means the surface.
   ExpectUsable(worldH);
   Dispose(worldH);
@@ -289,7 +289,7 @@ class UpdatingSurfaces : public SurfaceWorlds {
 TEST_P(UpdatingSurfaces, ChangesTheSizeAndMovesTheBoundsToTheOrigin) {
   PXL_WorldHandle worldH = MakeSurface(GetParam(), 30, 20);
   const Rect larger{5, 7, 105, 208};
-  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 12345, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 12345, nullptr, worldH), PXL_Err_NONE);
   const PXL_World& world = Record(worldH);
   EXPECT_EQ(world.width, 201);
   EXPECT_EQ(world.height, 100);
@@ -300,17 +300,17 @@ TEST_P(UpdatingSurfaces, ChangesTheSizeAndMovesTheBoundsToTheOrigin) {
   EXPECT_EQ(world.gdevice, GetGWorldDevice(world.gworld));
   ExpectUsable(worldH);
   Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_P(UpdatingSurfaces, ChangesTheDepthAndBack) {
   const std::int32_t other = 40 - GetParam();
   PXL_WorldHandle worldH = MakeSurface(GetParam(), 30, 20);
-  EXPECT_EQ(PXL_UpdateWorld(other, nullptr, 0, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(other, nullptr, 0, nullptr, worldH), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH).depth, other);
   EXPECT_EQ(Record(worldH).pixels.rowBytes, other == 8 ? 32 : 128);
   ExpectUsable(worldH);
-  EXPECT_EQ(PXL_UpdateWorld(GetParam(), nullptr, 0, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(GetParam(), nullptr, 0, nullptr, worldH), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH).depth, GetParam());
   ExpectUsable(worldH);
   Dispose(worldH);
@@ -320,15 +320,15 @@ INSTANTIATE_TEST_SUITE_P(BothDepths, UpdatingSurfaces, ::testing::Values(8, 32))
 
 TEST_F(UpdatingSurfaces, WithNothingNewKeepsThePixels) {
   PXL_WorldHandle worldH = MakeSurface(32, 30, 20);
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0x22222222), 0);
-  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0x22222222), PXL_Err_NONE);
+  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0, nullptr, worldH), PXL_Err_NONE);
   EXPECT_EQ(Bytes(worldH), std::string(ByteCount(worldH), 0x22));
   Dispose(worldH);
 }
 
 TEST_F(UpdatingSurfaces, RevivesPurgedPixels) {
   PXL_WorldHandle worldH = MakePurged();
-  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0, nullptr, worldH), PXL_Err_NONE);
   ExpectUsable(worldH);
   Dispose(worldH);
 }
@@ -336,7 +336,7 @@ TEST_F(UpdatingSurfaces, RevivesPurgedPixels) {
 TEST_F(UpdatingSurfaces, WithoutMemoryLeavesTheWorldAsItWas) {
   PXL_WorldHandle worldH = MakeSurface(32, 30, 20);
   K_SetMemoryBudget(100000);
-  ExpectFailure(worldH, 0, {0, 0, 500, 500}, -108);
+  ExpectFailure(worldH, 0, {0, 0, 500, 500}, QDE_Err_MEMORY_FULL);
   ExpectOneReport(0x7001A, 0, kTooLittleMemory);
   ExpectUsable(worldH);
   Dispose(worldH);
@@ -345,8 +345,8 @@ TEST_F(UpdatingSurfaces, WithoutMemoryLeavesTheWorldAsItWas) {
 TEST_F(UpdatingSurfaces, PurgesOthersAfterAShortage) {
   PXL_WorldHandle worldH = MakeSurface(32, 30, 20);
   PXL_WorldHandle spare = MakeSurface(32, 30, 20, PXL_Flag_PURGEABLE);
-  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, -108);
-  ExpectFailure(worldH, 0, {0, 0, 31, 31}, -108);
+  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, QDE_Err_MEMORY_FULL);
+  ExpectFailure(worldH, 0, {0, 0, 31, 31}, QDE_Err_MEMORY_FULL);
   ExpectOneReport(0x7001A, 0, kTooLittleMemory);
   ExpectPurged(spare);
   Dispose(spare);
@@ -355,10 +355,10 @@ TEST_F(UpdatingSurfaces, PurgesOthersAfterAShortage) {
 
 TEST_F(UpdatingSurfaces, ThatIsRefusedIsToldInTheLayersWords) {
   PXL_WorldHandle worldH = MakeSurface(32, 30, 20);
-  ExpectFailure(worldH, 0, {0, 0, 1, 4096}, -50);
-  ExpectOneReport(0x7001A, -50, "changing pixel buffer.");
-  ExpectFailure(worldH, 0, {0, 0, 0, 0}, -50);
-  ExpectOneReport(0x7001A, -50, "changing pixel buffer.");
+  ExpectFailure(worldH, 0, {0, 0, 1, 4096}, QDE_Err_PARAMETER);
+  ExpectOneReport(0x7001A, QDE_Err_PARAMETER, "changing pixel buffer.");
+  ExpectFailure(worldH, 0, {0, 0, 0, 0}, QDE_Err_PARAMETER);
+  ExpectOneReport(0x7001A, QDE_Err_PARAMETER, "changing pixel buffer.");
   ExpectFailure(worldH, 64, {0, 0, 20, 30}, -157);
   ExpectOneReport(0x7001A, -157, "changing pixel buffer.");
   ExpectUsable(worldH);
@@ -373,7 +373,7 @@ TEST_F(UpdatingSurfaces, ThatLosesThePixelsLeavesThemToBeReloaded) {
   ExpectPurged(worldH);
   std::uint8_t loaded = 9;
   std::uint8_t reloaded = 9;
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded, &reloaded), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, &loaded, &reloaded), PXL_Err_NONE);
   EXPECT_EQ(loaded, 1);
   EXPECT_EQ(reloaded, 1);
   PXL_UnlockPixels(worldH);
@@ -383,8 +383,8 @@ TEST_F(UpdatingSurfaces, ThatLosesThePixelsLeavesThemToBeReloaded) {
 TEST_F(UpdatingSurfaces, ThatLosesThePixelsLeavesNothingBehind) {
   PXL_WorldHandle worldH = MakeSurface(8, 30, 20);
   QDE_LosePixelsInFailedUpdates(1);
-  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, -108);
-  ExpectFailure(worldH, 0, {0, 0, 10, 10}, -108);
+  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, QDE_Err_MEMORY_FULL);
+  ExpectFailure(worldH, 0, {0, 0, 10, 10}, QDE_Err_MEMORY_FULL);
   Dispose(worldH);
 }
 
@@ -392,19 +392,19 @@ TEST_F(UpdatingSurfaces, TakesOverAnotherSurface) {
   PXL_WorldHandle worldH = MakeSurface(8, 30, 20);
   const GWorldPtr surface = Record(worldH).gworld;
   QDE_ReplaceWorldInUpdates(1);
-  EXPECT_EQ(PXL_UpdateWorld(32, nullptr, 0, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(32, nullptr, 0, nullptr, worldH), PXL_Err_NONE);
   EXPECT_NE(Record(worldH).gworld, surface);
   EXPECT_EQ(Record(worldH).depth, 32);
   ExpectUsable(worldH);
   Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_F(UpdatingSurfaces, ThatFailsDoesNotTakeOverAnotherSurface) {
   PXL_WorldHandle worldH = MakeSurface(8, 30, 20);
   QDE_ReplaceWorldInUpdates(1);
-  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, -50);
-  ExpectFailure(worldH, 0, {0, 0, 10, 10}, -50);
+  QDE_FailNextCall(QDE_Call_UPDATE_GWORLD, QDE_Err_PARAMETER);
+  ExpectFailure(worldH, 0, {0, 0, 10, 10}, QDE_Err_PARAMETER);
   ExpectUsable(worldH);
   Dispose(worldH);
 }
@@ -424,7 +424,7 @@ TEST_F(UpdatingSurfaces, IsRefusedWhileTheyAreLocked) {
 
 class OrderOfSurfaces : public SurfaceWorlds {
  protected:
-  // Preset to what no call gives.
+  // Preset to a value that no call returns.
   static std::uint32_t OrderOf(PXL_WorldHandle worldH, std::int32_t status = 0) {
     std::uint32_t order = 77;
     EXPECT_EQ(PXL_GetChannelOrder(worldH, &order), status);
@@ -436,14 +436,14 @@ TEST_F(OrderOfSurfaces, IsTheFormatOfTheLayer) {
   PXL_WorldHandle worldH = MakeSurface(32, 3, 2, PXL_Flag_CLEAR);
   EXPECT_EQ(OrderOf(worldH), 0U);
   PixelAt<PXL_Pixel8>(worldH, 2, 1) = {{1, 2, 3, 4}};
-  EXPECT_EQ(PXL_SetChannelOrder(worldH, PXL_ChannelOrder_ALTERNATE), 0);
+  EXPECT_EQ(PXL_SetChannelOrder(worldH, PXL_ChannelOrder_ALTERNATE), PXL_Err_NONE);
   EXPECT_EQ(OrderOf(worldH), 1U);
   EXPECT_EQ(Record(worldH).flags & PXL_Flag_ALT_ORDER, 0U);
   EXPECT_EQ(PixelAt<PXL_Pixel8>(worldH, 2, 1).channel[0], 4);
-  // The recorded order of Worlds without surface says nothing here.
-  EXPECT_EQ(PXL_AssumeChannelOrder(worldH, 0), 0);
+  // The recorded order counts for Worlds without a surface only.
+  EXPECT_EQ(PXL_AssumeChannelOrder(worldH, 0), PXL_Err_NONE);
   EXPECT_EQ(OrderOf(worldH), 1U);
-  EXPECT_EQ(PXL_SetChannelOrder(worldH, 5), 0);
+  EXPECT_EQ(PXL_SetChannelOrder(worldH, 5), PXL_Err_NONE);
   EXPECT_EQ(OrderOf(worldH), 0U);
   EXPECT_EQ(PixelAt<PXL_Pixel8>(worldH, 2, 1).channel[0], 1);
   Dispose(worldH);
@@ -451,22 +451,22 @@ TEST_F(OrderOfSurfaces, IsTheFormatOfTheLayer) {
 
 TEST_F(OrderOfSurfaces, IsUnknownAt8Bits) {
   PXL_WorldHandle worldH = MakeSurface(8, 3, 2);
-  EXPECT_EQ(OrderOf(worldH, -50), 77U);
+  EXPECT_EQ(OrderOf(worldH, QDE_Err_PARAMETER), 77U);
   EXPECT_EQ(PXL_SetChannelOrder(worldH, 1), PXL_Err_REFUSED);
-  ASSERT_EQ(reports_.size(), 1U);
-  EXPECT_THAT(reports_[0].text, ::testing::HasSubstr("Unable to set ChannelOrder"));
+  ASSERT_EQ(Reports().size(), 1U);
+  EXPECT_THAT(Reports()[0].text, ::testing::HasSubstr("Unable to set ChannelOrder"));
   Dispose(worldH);
 }
 
 TEST_F(OrderOfSurfaces, PassesErrorsOfTheLayerOn) {
   PXL_WorldHandle worldH = MakeSurface(32, 3, 2);
-  QDE_FailNextCall(QDE_Call_GET_PIXMAP_FORMAT, -108);
-  EXPECT_EQ(OrderOf(worldH, -108), 77U);
-  QDE_FailNextCall(QDE_Call_SET_PIXMAP_FORMAT, -50);
-  EXPECT_EQ(PXL_SetChannelOrder(worldH, 1), -50);
+  QDE_FailNextCall(QDE_Call_GET_PIXMAP_FORMAT, QDE_Err_MEMORY_FULL);
+  EXPECT_EQ(OrderOf(worldH, QDE_Err_MEMORY_FULL), 77U);
+  QDE_FailNextCall(QDE_Call_SET_PIXMAP_FORMAT, QDE_Err_PARAMETER);
+  EXPECT_EQ(PXL_SetChannelOrder(worldH, 1), QDE_Err_PARAMETER);
   EXPECT_EQ(OrderOf(worldH), 0U);
   Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 class CrowdsOfWorlds : public SurfaceWorlds {};
@@ -475,8 +475,8 @@ TEST_F(CrowdsOfWorlds, GiveUpTheirSurfacesBeforeTheirFrames) {
   PXL_WorldHandle spare = MakeSurface(32, 512, 512, PXL_Flag_PURGEABLE);
   PXL_WorldHandle kept = MakeSurface(32, 64, 64);
   PXL_WorldHandle frame = Make(64, 64, 64);
-  EXPECT_EQ(PXL_ClearWorldToLong(kept, 0x33333333), 0);
-  EXPECT_EQ(PXL_ClearWorldToLong(frame, 0x44444444), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(kept, 0x33333333), PXL_Err_NONE);
+  EXPECT_EQ(PXL_ClearWorldToLong(frame, 0x44444444), PXL_Err_NONE);
   K_SetMemoryBudget(3 << 20);
   PXL_WorldHandle large = Make(128, 384, 400);
   ASSERT_NE(large, nullptr);
@@ -484,14 +484,14 @@ TEST_F(CrowdsOfWorlds, GiveUpTheirSurfacesBeforeTheirFrames) {
   EXPECT_EQ(Bytes(kept), std::string(ByteCount(kept), 0x33));
   EXPECT_EQ(Bytes(frame), std::string(ByteCount(frame), 0x44));
   for (PXL_WorldHandle worldH : {large, frame, kept, spare}) Dispose(worldH);
-  EXPECT_THAT(reports_, IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_F(CrowdsOfWorlds, MixSurfacesAndFrames) {
   std::vector<PXL_WorldHandle> worlds;
   for (int i = 1; i <= 20; ++i) {
     worlds.push_back(i % 2 == 0 ? Make(64, i, i) : MakeSurface(i % 4 == 1 ? 8 : 32, i, i));
-    EXPECT_EQ(PXL_ClearWorldToLong(worlds.back(), i * 0x01010101), 0);
+    EXPECT_EQ(PXL_ClearWorldToLong(worlds.back(), i * 0x01010101), PXL_Err_NONE);
   }
   EXPECT_EQ(PXLp_G.worldCount, 20);
   for (int i = 1; i <= 20; ++i) {

@@ -151,7 +151,7 @@ class PseudoLocaleInForce : public Translated {
 
   // The text of the one report there is.
   std::string Reported() const {
-    return reports_.size() == 1 ? reports_[0].text : "not one report";
+    return Reports().size() == 1 ? Reports()[0].text : "not one report";
   }
 };
 
@@ -184,29 +184,29 @@ TEST_F(PseudoLocaleInForce, TranslatesPlainReports) {
 }
 
 TEST_F(PseudoLocaleInForce, TranslatesPrintFormats) {
-  EXPECT_EQ(FailToMake(64, 32767, 1), 3);
+  EXPECT_EQ(FailToMake(64, 32767, 1), PXL_Err_REFUSED);
   EXPECT_EQ(Reported(), Filled(Pseudo(29), {{"%d", "262144"}}));
 }
 
 TEST_F(PseudoLocaleInForce, TranslatesWhatTheErrorFollows) {
-  QDE_FailNextCall(QDE_Call_NEW_GWORLD, -50);
-  EXPECT_EQ(FailToMake(32, 10, 10), -50);
+  QDE_FailNextCall(QDE_Call_NEW_GWORLD, QDE_Err_PARAMETER);
+  EXPECT_EQ(FailToMake(32, 10, 10), QDE_Err_PARAMETER);
   EXPECT_EQ(Reported(), Pseudo(27) + " An argument of a drawing call is not legal (paramErr).");
 }
 
 TEST_F(PseudoLocaleInForce, TranslatesTheNameOfAHandle) {
   K_SetMemoryBudget(1);
-  EXPECT_EQ(FailToMake(64, 1, 1), 4);
+  EXPECT_EQ(FailToMake(64, 1, 1), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Reported(), HasSubstr(Pseudo(2)));
 }
 
 TEST_F(PseudoLocaleInForce, TranslatesTheMemoryMessages) {
   K_SetMemoryBudget(1 << 20);
-  EXPECT_EQ(FailToMake(128, 1920, 1080), 4);
+  EXPECT_EQ(FailToMake(128, 1920, 1080), PXL_Err_NO_MEMORY);
   EXPECT_EQ(Reported(), Filled(Pseudo("$$$/OV/PXL/CannotAllocateEnoughMemory"),
                                {{"@0", "1920"}, {"@1", "1080"}, {"@@", "@"}, {"@2", "32"}}));
-  reports_.clear();
-  EXPECT_EQ(FailToMake(128, 32000, 32000), 4);
+  ForgetReports();
+  EXPECT_EQ(FailToMake(128, 32000, 32000), PXL_Err_NO_MEMORY);
   EXPECT_EQ(Reported(),
             Filled(Pseudo("$$$/OV/PXL/MemoryLimitReached"),
                    {{"@0", "32000"}, {"@1", "32000"}, {"@@", "@"}, {"@2", "32"}, {"@3", "15.3"}}));

@@ -1,3 +1,4 @@
+// Finds the texts of a library in its file.
 #include "tests/integration/zstrings.h"
 
 #include <algorithm>

@@ -9,20 +9,20 @@
 // Texts by their keys.
 using Texts = std::map<std::string, std::string>;
 
-// All ZStrings in a compiled library, with their default texts: of the
-// catalogue, and of the code, from which nobody else can tell them.
+// All ZStrings in a compiled library, with their default texts: those of the
+// catalogue and those of the code, which no other list has.
 Texts ZStringsIn(const std::string& libraryFile);
 
-// What a translation file holds.
+// The texts of a translation file.
 Texts TranslationIn(const std::string& path);
 
 // The placeholders of a text: print conversions in their order, then those
 // with numbers, sorted.
 std::vector<std::string> PlaceholdersOf(const std::string& text);
 
-// A language that nobody speaks, for seeing what is translated and whether
-// longer texts and other scripts get through: accented within Mac OS Roman and
-// beyond it, longer, in brackets; placeholders and markup are kept.
+// A pseudo-translation, which shows untranslated texts and proves that longer
+// texts and other scripts work: accented within Mac OS Roman and beyond it,
+// longer, in brackets; placeholders and markup are kept.
 std::string PseudoText(const std::string& text);
 // A translation of all the texts into it.
 std::string PseudoLocale(const Texts& texts);

@@ -3,17 +3,17 @@
 #include <cstdio>
 #include <map>
 
-#include "tests/out_of_memory/scarce_memory.h"
 #include "tests/out_of_memory/stage.h"
+#include "tests/support/memory/scarce_memory.h"
 
 namespace {
 
 enum class Extent { One, Neighbours, Rest };
 
-constexpr Extent EXTENTS[] = {Extent::One, Extent::Neighbours, Extent::Rest};
+constexpr Extent kExtents[] = {Extent::One, Extent::Neighbours, Extent::Rest};
 
 std::int64_t CountIn(Extent extent) {
-  if (extent == Extent::Rest) return scarce::ALL;
+  if (extent == Extent::Rest) return scarce::kAll;
   return extent == Extent::One ? 1 : 2;
 }
 
@@ -37,7 +37,7 @@ class PrintedNumbers : public ::testing::Environment {
     }
   }
 };
-const ::testing::Environment* const PRINTED_NUMBERS =
+const ::testing::Environment* const kPrintedNumbers =
     ::testing::AddGlobalTestEnvironment(new PrintedNumbers);
 
 }  // namespace
@@ -48,22 +48,22 @@ class EveryAllocation : public ::testing::TestWithParam<Scenario> {
   static void TryAll(Extent extent);
 };
 
-// Stores grow now and then, and not for good: only what grows with each time is
-// lost.
-void ExpectNoLoss(const Scenario& scenario, Lack& lack) {
-  constexpr int times = 5;
+// Stores of the host grow now and then: only a count that grows with each call is
+// a leak.
+void ExpectNoLoss(const Scenario& scenario, FailingAllocations& injected) {
+  constexpr int kTimes = 5;
   const std::int64_t before = scarce::LiveBlocks();
-  for (int i = 0; i < times; ++i) Play(scenario, lack);
-  EXPECT_LT(scarce::LiveBlocks(), before + times);
+  for (int i = 0; i < kTimes; ++i) Play(scenario, injected);
+  EXPECT_LT(scarce::LiveBlocks(), before + kTimes);
 }
 
 // False when there are no more allocations to fail.
 bool EveryAllocation::Try(std::int64_t successes, std::int64_t failures) {
   SCOPED_TRACE(::testing::Message() << failures << " after " << successes);
-  Lack lack(successes, failures);
+  FailingAllocations injected(successes, failures);
   const std::int64_t before = scarce::LiveBlocks();
-  const Played played = Play(GetParam(), lack);
-  if (scarce::LiveBlocks() > before) ExpectNoLoss(GetParam(), lack);
+  const Played played = Play(GetParam(), injected);
+  if (scarce::LiveBlocks() > before) ExpectNoLoss(GetParam(), injected);
   if (played.failures == 0) return false;
   ++numbers.statuses[played.status];
   return true;
@@ -78,10 +78,10 @@ void EveryAllocation::TryAll(Extent extent) {
 
 TEST_P(EveryAllocation, MayFail) {
   ++numbers.scenarios;
-  // What is kept for good is made first.
-  Lack none(0, 0);
+  // The first call allocates what the host keeps.
+  FailingAllocations none(0, 0);
   Play(GetParam(), none);
-  for (const Extent extent : EXTENTS) TryAll(extent);
+  for (const Extent extent : kExtents) TryAll(extent);
 }
 
 INSTANTIATE_TEST_SUITE_P(In, EveryAllocation, ::testing::ValuesIn(AllScenarios()),

@@ -5,25 +5,25 @@
 #include <map>
 
 #include "tests/out_of_memory/stage.h"
-#include "tests/support/failing_calls/failing_calls_posix.h"
+#include "tests/support/failing_system_calls/file_calls_posix.h"
 
 namespace {
 
-using failing_calls::Failure;
+using failing_system_calls::Failure;
 
-const std::map<std::string, int> ERRORS = {
+const std::map<std::string, int> kErrors = {
     {"getrlimit", EFAULT},       {"open", EMFILE},   {"mkostemp", EMFILE}, {"unlink", EIO},
     {"posix_fallocate", ENOSPC}, {"ftruncate", EIO}, {"close", EIO},       {"mmap", ENOMEM},
     {"munmap", ENOMEM}};
 
-class Refusal : public Trouble {
+class FailingSystemCalls : public InjectedFailures {
  public:
-  explicit Refusal(const std::vector<Failure>& failures) : failures_(failures) {}
-  void Begin() override { failing_calls::Begin(failures_); }
+  explicit FailingSystemCalls(const std::vector<Failure>& failures) : failures_(failures) {}
+  void Begin() override { failing_system_calls::Begin(failures_); }
   void End() override {
-    calls_ = failing_calls::Calls();
-    struck_ = static_cast<std::int64_t>(failing_calls::Failures());
-    failing_calls::End();
+    calls_ = failing_system_calls::Calls();
+    struck_ = static_cast<std::int64_t>(failing_system_calls::Failures());
+    failing_system_calls::End();
   }
   [[nodiscard]] std::int64_t Failures() const override { return struck_; }
   [[nodiscard]] const std::vector<std::string>& Calls() const { return calls_; }
@@ -49,7 +49,7 @@ class PrintedNumbers : public ::testing::Environment {
                 numbers.calls, numbers.pairs);
   }
 };
-const ::testing::Environment* const PRINTED_NUMBERS =
+const ::testing::Environment* const kPrintedNumbers =
     ::testing::AddGlobalTestEnvironment(new PrintedNumbers);
 
 }  // namespace
@@ -60,27 +60,28 @@ class EverySystemCall : public ::testing::TestWithParam<Scenario> {
 };
 
 std::vector<std::string> EverySystemCall::Try(const std::vector<Failure>& failures) {
-  Refusal refusal(failures);
-  Play(GetParam(), refusal);
-  EXPECT_EQ(refusal.Failures(), static_cast<std::int64_t>(failures.size()));
-  // What the system would not take goes with the next file.
-  Refusal none({});
-  Play(Scenario{"Next", [](Stage&) {}, MakeAMappedFile, {}}, none);
-  EXPECT_EQ(failing_calls::Views(), 0U);
-  EXPECT_EQ(failing_calls::OpenDescriptors(), 0U);
-  return refusal.Calls();
+  FailingSystemCalls injected(failures);
+  Play(GetParam(), injected);
+  EXPECT_EQ(injected.Failures(), static_cast<std::int64_t>(failures.size()));
+  // The next file releases the resources that the system did not take back.
+  FailingSystemCalls none({});
+  Play(Scenario{.name = "Next", .prepare = [](Stage&) {}, .run = MakeAMappedFile, .statuses = {}},
+       none);
+  EXPECT_EQ(failing_system_calls::Views(), 0U);
+  EXPECT_EQ(failing_system_calls::OpenDescriptors(), 0U);
+  return injected.Calls();
 }
 
 TEST_P(EverySystemCall, MayFail) {
   const std::vector<std::string> undisturbed = Try({});
   for (std::size_t nth = 1; nth <= undisturbed.size(); ++nth) {
     SCOPED_TRACE(undisturbed[nth - 1]);
-    const Failure first = {nth, ERRORS.at(undisturbed[nth - 1])};
+    const Failure first = {nth, kErrors.at(undisturbed[nth - 1])};
     const std::vector<std::string> disturbed = Try({first});
     ++numbers.calls;
     if (disturbed.size() <= nth) continue;
     SCOPED_TRACE("and then " + disturbed[nth]);
-    Try({first, {nth + 1, ERRORS.at(disturbed[nth])}});
+    Try({first, {nth + 1, kErrors.at(disturbed[nth])}});
     ++numbers.pairs;
   }
 }

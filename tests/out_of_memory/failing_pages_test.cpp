@@ -1,76 +1,21 @@
 // Each call to the system for the pages of K's pool failing, alone and with the
 // call after it.
-#include <sys/mman.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <map>
 
-#include "host/K/system/system_calls_posix.h"
 #include "tests/out_of_memory/stage.h"
+#include "tests/support/failing_system_calls/page_calls_posix.h"
+
+using failing_system_calls::Failure;
 
 namespace {
 
-struct Failure {
-  std::size_t nth;  // of all calls, from 1
-  int error;
-};
-std::vector<Failure> asked;
-std::vector<std::string> calls;
-std::size_t failures = 0;
-std::int64_t mappedBytes = 0;
-
-bool Fails(const char* name) {
-  calls.emplace_back(name);
-  for (const Failure& failure : asked) {
-    if (failure.nth != calls.size()) continue;
-    ++failures;
-    errno = failure.error;
-    return true;
-  }
-  return false;
-}
-
-void Begin(const std::vector<Failure>& wanted) {
-  asked = wanted;
-  calls.clear();
-  failures = 0;
-}
-
-}  // namespace
-
-namespace k::system {
-
-void* Map(std::size_t size) {
-  if (Fails("mmap")) return MAP_FAILED;
-  void* base = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (base != MAP_FAILED) mappedBytes += static_cast<std::int64_t>(size);
-  return base;
-}
-
-int Unmap(void* base, std::size_t size) {
-  if (Fails("munmap")) return -1;
-  mappedBytes -= static_cast<std::int64_t>(size);
-  return munmap(base, size);
-}
-
-int Protect(void* base, std::size_t size, int protection) {
-  return Fails("mprotect") ? -1 : mprotect(base, size, protection);
-}
-
-int Advise(void* base, std::size_t size, int advice) {
-  return Fails("madvise") ? -1 : madvise(base, size, advice);
-}
-
-}  // namespace k::system
-
-namespace {
-
-const std::map<std::string, std::vector<int>> ERRORS = {{"mmap", {ENOMEM, EAGAIN}},
-                                                        {"munmap", {ENOMEM}},
-                                                        {"mprotect", {ENOMEM, EACCES}},
-                                                        {"madvise", {EINVAL, ENOMEM, EAGAIN}}};
+const std::map<std::string, std::vector<int>> kErrors = {{"mmap", {ENOMEM, EAGAIN}},
+                                                         {"munmap", {ENOMEM}},
+                                                         {"mprotect", {ENOMEM, EACCES}},
+                                                         {"madvise", {EINVAL, ENOMEM, EAGAIN}}};
 
 // How much was tried, printed at the end.
 struct Numbers {
@@ -86,7 +31,7 @@ class PrintedNumbers : public ::testing::Environment {
                 numbers.calls, numbers.pairs, numbers.refusals);
   }
 };
-const ::testing::Environment* const PRINTED_NUMBERS =
+const ::testing::Environment* const kPrintedNumbers =
     ::testing::AddGlobalTestEnvironment(new PrintedNumbers);
 
 std::uint64_t UsedMemory() {
@@ -127,10 +72,10 @@ void* FailingPages::Take() {
   return block;
 }
 
-// A block is taken, kept, taken again, and given back with another.
+// A block is taken, kept, taken again, and freed with another one.
 FailingPages::Calls FailingPages::Live(const std::vector<Failure>& wanted) {
   const std::uint64_t used = UsedMemory();
-  Begin(wanted);
+  failing_system_calls::Begin(wanted);
   void* first = Take();
   K_FreeRecycledPtr(first);
   first = Take();
@@ -139,25 +84,26 @@ FailingPages::Calls FailingPages::Live(const std::vector<Failure>& wanted) {
   K_FreeRecycledPtr(first);
   K_FreeRecycledPtr(second);
   EmptyCaches();
-  Calls made = calls;
-  EXPECT_EQ(failures, wanted.size());
+  Calls made = failing_system_calls::Calls();
+  EXPECT_EQ(failing_system_calls::Failures(), wanted.size());
 
-  Begin({});
+  failing_system_calls::Begin({});
   EXPECT_EQ(UsedMemory(), used);
-  // What the system would not take goes with the next block, which there is.
+  // The next block can be allocated, and releases the pages that the system did
+  // not take back.
   void* next = Take();
   EXPECT_NE(next, nullptr);
   K_FreeRecycledPtr(next);
   EmptyCaches();
-  EXPECT_EQ(mappedBytes, 0);
-  EXPECT_EQ(CurrentLevels().poolBlocks, 0U);
+  EXPECT_EQ(failing_system_calls::MappedBytes(), 0);
+  EXPECT_EQ(CurrentHoldings().poolBlocks, 0U);
   return made;
 }
 
 std::vector<Failure> FailuresOf(const std::vector<std::string>& made, std::size_t nth) {
   std::vector<Failure> all;
   if (nth > made.size()) return all;
-  for (const int error : ERRORS.at(made[nth - 1])) all.push_back({nth, error});
+  for (const int error : kErrors.at(made[nth - 1])) all.push_back({nth, error});
   return all;
 }
 
@@ -180,11 +126,13 @@ TEST_P(FailingPages, LoseNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     Of, FailingPages,
-    ::testing::Values(Shape{"ASmallBlock", 1000, 0}, Shape{"ALargeBlock", 2200000, 0},
-                      Shape{"AGuardedBlock", 100000, K_PoolCheck_GUARDS},
-                      Shape{"AFencedBlock", 100000, K_PoolCheck_FENCES},
-                      Shape{"ACheckedLargeBlock", 2200000,
-                            K_PoolCheck_GUARDS | K_PoolCheck_FENCES | K_PoolCheck_FILL}),
+    ::testing::Values(Shape{.name = "ASmallBlock", .size = 1000, .checks = 0},
+                      Shape{.name = "ALargeBlock", .size = 2200000, .checks = 0},
+                      Shape{.name = "AGuardedBlock", .size = 100000, .checks = K_PoolCheck_GUARDS},
+                      Shape{.name = "AFencedBlock", .size = 100000, .checks = K_PoolCheck_FENCES},
+                      Shape{.name = "ACheckedLargeBlock",
+                            .size = 2200000,
+                            .checks = K_PoolCheck_GUARDS | K_PoolCheck_FENCES | K_PoolCheck_FILL}),
     [](const auto& tested) { return tested.param.name; });
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The calls of the module, each with what it promises when memory is short.
+// The calls of the module, each with its results when memory is short.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -10,14 +10,14 @@
 
 namespace {
 
-constexpr Rect SMALL = {0, 0, 4, 10};
-constexpr Rect TALLER = {0, 0, 9, 12};
-constexpr Rect LARGE = {0, 0, 400, 420};
-constexpr Rect LARGER = {0, 0, 500, 420};
-constexpr Rect TOO_WIDE = {0, -20000, 4, 20000};
-constexpr Rect TOO_LARGE = {0, 0, 20000, 32766};
-constexpr std::uint32_t FRAME = PXL_Flag_NO_PLATFORM;
-constexpr std::uint32_t MAPPED = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
+constexpr Rect kSmall = {0, 0, 4, 10};
+constexpr Rect kTaller = {0, 0, 9, 12};
+constexpr Rect kLarge = {0, 0, 400, 420};
+constexpr Rect kLarger = {0, 0, 500, 420};
+constexpr Rect kTooWide = {0, -20000, 4, 20000};
+constexpr Rect kTooLarge = {0, 0, 20000, 32766};
+constexpr std::uint32_t kFrame = PXL_Flag_NO_PLATFORM;
+constexpr std::uint32_t kMapped = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
 
 using Step = std::function<void(Stage&)>;
 using Run = std::function<std::int32_t(Stage&)>;
@@ -28,7 +28,7 @@ void Nothing(Stage&) {
 
 PXL_WorldHandle Make(std::int32_t depth, const Rect& rect, std::uint32_t flags) {
   PXL_WorldHandle worldH = nullptr;
-  EXPECT_EQ(PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &worldH), 0);
+  EXPECT_EQ(PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &worldH), PXL_Err_NONE);
   return worldH;
 }
 
@@ -39,23 +39,23 @@ Step World(std::int32_t depth, const Rect& rect, std::uint32_t flags) {
 Step LockedWorld(std::int32_t depth, const Rect& rect, std::uint32_t flags) {
   return [=](Stage& stage) {
     stage.worldH = Make(depth, rect, flags);
-    EXPECT_EQ(PXL_LockPixels(0, stage.worldH, nullptr), 0);
+    EXPECT_EQ(PXL_LockPixels(0, stage.worldH, nullptr), PXL_Err_NONE);
   };
 }
 
 Step Pair(std::int32_t depth, std::int32_t otherDepth) {
   return [=](Stage& stage) {
-    stage.worldH = Make(depth, SMALL, 0);
-    stage.otherH = Make(otherDepth, SMALL, 0);
+    stage.worldH = Make(depth, kSmall, 0);
+    stage.otherH = Make(otherDepth, kSmall, 0);
   };
 }
 
 void MakePurged(Stage& stage) {
-  stage.worldH = Make(32, SMALL, PXL_Flag_PURGEABLE);
+  stage.worldH = Make(32, kSmall, PXL_Flag_PURGEABLE);
   K_PurgeHandlesAndCompact();
 }
 
-// A translation anew, so that no text was looked up in it.
+// Loads the translation again, so that no text was looked up in it.
 Step InGerman(const Step& step) {
   return [step](Stage& stage) {
     EXPECT_EQ(K_SetTranslationFile(PXL_TRANSLATIONS "/de.txt", nullptr, 0), 1);
@@ -70,7 +70,7 @@ void BackToEnglish(const Stage&, std::int32_t) {
 // ---- Creation
 
 void CheckCreated(const Stage& stage, std::int32_t status, const Rect& rect) {
-  if (status != 0) {
+  if (status != PXL_Err_NONE) {
     EXPECT_EQ(stage.worldH, nullptr);
     return;
   }
@@ -84,14 +84,16 @@ void CheckCreated(const Stage& stage, std::int32_t status, const Rect& rect) {
 
 Scenario Creation(const std::string& name, std::int32_t depth, const Rect& rect,
                   std::uint32_t flags, const Statuses& statuses) {
-  return {"CreationOf" + name + std::to_string(depth),
-          Nothing,
+  return {
+      .name = "CreationOf" + name + std::to_string(depth),
+      .prepare = Nothing,
+      .run =
           [=](Stage& stage) {
             return PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &stage.worldH);
           },
-          statuses,
-          Reports::EachFailure,
-          [=](const Stage& stage, std::int32_t status) { CheckCreated(stage, status, rect); }};
+      .statuses = statuses,
+      .reports = ExpectedReports::EachFailure,
+      .check = [=](const Stage& stage, std::int32_t status) { CheckCreated(stage, status, rect); }};
 }
 
 Scenario CreationInPlace(const std::string& name, std::int32_t depth, std::uint32_t flags,
@@ -100,29 +102,35 @@ Scenario CreationInPlace(const std::string& name, std::int32_t depth, std::uint3
     stage.otherH =
         reinterpret_cast<PXL_WorldHandle>(K_AllocateHandleClear(0, "record", sizeof(PXL_World)));
   };
-  return {"CreationInPlaceOf" + name + std::to_string(depth), prepare,
-          [=](Stage& stage) {
-            return PXL_NewWorld(nullptr, flags, &SMALL, depth, 0, stage.otherH, nullptr);
-          },
-          statuses};
+  return {.name = "CreationInPlaceOf" + name + std::to_string(depth),
+          .prepare = prepare,
+          .run =
+              [=](Stage& stage) {
+                return PXL_NewWorld(nullptr, flags, &kSmall, depth, 0, stage.otherH, nullptr);
+              },
+          .statuses = statuses};
 }
 
 void AddCreations(std::vector<Scenario>& all) {
   for (const std::int32_t depth : {32, 64, 128}) {
-    all.push_back(Creation("AHeapFrame", depth, SMALL, FRAME, {4}));
-    all.push_back(Creation("APoolFrame", depth, LARGE, FRAME | PXL_Flag_CLEAR, {4}));
-    all.push_back(Creation("AMappedFile", depth, SMALL, MAPPED, {4}));
+    all.push_back(Creation("AHeapFrame", depth, kSmall, kFrame, {PXL_Err_NO_MEMORY}));
+    all.push_back(
+        Creation("APoolFrame", depth, kLarge, kFrame | PXL_Flag_CLEAR, {PXL_Err_NO_MEMORY}));
+    all.push_back(Creation("AMappedFile", depth, kSmall, kMapped, {PXL_Err_NO_MEMORY}));
   }
   for (const std::int32_t depth : {8, 32}) {
-    all.push_back(Creation("ASurface", depth, SMALL, PXL_Flag_PURGEABLE, {4, -108}));
-    all.push_back(Creation("ALargeSurface", depth, LARGE, PXL_Flag_CLEAR, {4, -108}));
+    all.push_back(Creation("ASurface", depth, kSmall, PXL_Flag_PURGEABLE,
+                           {PXL_Err_NO_MEMORY, QDE_Err_MEMORY_FULL}));
+    all.push_back(Creation("ALargeSurface", depth, kLarge, PXL_Flag_CLEAR,
+                           {PXL_Err_NO_MEMORY, QDE_Err_MEMORY_FULL}));
   }
-  all.push_back(Creation("Geometry", 8, SMALL, PXL_Flag_DEFERRED, {4}));
-  all.push_back(Creation("ARowTooLong", 64, TOO_WIDE, 0, {4}).Giving(3));
-  all.push_back(Creation("AnImageTooLarge", 128, TOO_LARGE, 0, {}).Giving(4));
-  all.push_back(CreationInPlace("AHeapFrame", 64, FRAME, {4}));
-  all.push_back(CreationInPlace("ASurface", 32, 0, {-108}));
-  all.push_back(CreationInPlace("AMappedFile", 128, MAPPED, {4}));
+  all.push_back(Creation("Geometry", 8, kSmall, PXL_Flag_DEFERRED, {PXL_Err_NO_MEMORY}));
+  all.push_back(
+      Creation("ARowTooLong", 64, kTooWide, 0, {PXL_Err_NO_MEMORY}).Giving(PXL_Err_REFUSED));
+  all.push_back(Creation("AnImageTooLarge", 128, kTooLarge, 0, {}).Giving(PXL_Err_NO_MEMORY));
+  all.push_back(CreationInPlace("AHeapFrame", 64, kFrame, {PXL_Err_NO_MEMORY}));
+  all.push_back(CreationInPlace("ASurface", 32, 0, {QDE_Err_MEMORY_FULL}));
+  all.push_back(CreationInPlace("AMappedFile", 128, kMapped, {PXL_Err_NO_MEMORY}));
 }
 
 // ---- Disposal: it needs no memory.
@@ -133,7 +141,7 @@ std::int32_t Dispose(Stage& stage) {
   return status;
 }
 
-// The bytes of a file that goes while it is mapped stay booked as they were.
+// The bytes of a file that is released while it is mapped stay booked.
 void TakeBookingBack(const Stage& stage, std::int32_t) {
   const auto bytes = static_cast<std::int32_t>(stage.before.pixels.frameSize);
   K_AccountAllocation(-bytes);
@@ -142,19 +150,23 @@ void TakeBookingBack(const Stage& stage, std::int32_t) {
 
 void AddDisposals(std::vector<Scenario>& all) {
   const auto add = [&all](const std::string& name, const Step& prepare) {
-    all.push_back({"DisposalOf" + name, prepare, Dispose, {}, Reports::Never});
+    all.push_back({.name = "DisposalOf" + name,
+                   .prepare = prepare,
+                   .run = Dispose,
+                   .statuses = {},
+                   .reports = ExpectedReports::Never});
   };
-  add("AHeapFrame", World(64, SMALL, FRAME));
-  add("APoolFrame", World(128, LARGE, FRAME));
-  add("ASurface", World(8, LARGE, 0));
-  add("ALockedSurface", LockedWorld(32, LARGE, 0));
-  add("AMappedFile", World(128, SMALL, MAPPED));
-  all.push_back({"DisposalOfALockedMappedFile",
-                 LockedWorld(128, SMALL, MAPPED),
-                 Dispose,
-                 {},
-                 Reports::Never,
-                 TakeBookingBack});
+  add("AHeapFrame", World(64, kSmall, kFrame));
+  add("APoolFrame", World(128, kLarge, kFrame));
+  add("ASurface", World(8, kLarge, 0));
+  add("ALockedSurface", LockedWorld(32, kLarge, 0));
+  add("AMappedFile", World(128, kSmall, kMapped));
+  all.push_back({.name = "DisposalOfALockedMappedFile",
+                 .prepare = LockedWorld(128, kSmall, kMapped),
+                 .run = Dispose,
+                 .statuses = {},
+                 .reports = ExpectedReports::Never,
+                 .check = TakeBookingBack});
 }
 
 // ---- Locks
@@ -181,16 +193,16 @@ void CheckCount(const Stage& stage, std::int32_t count) {
 }
 
 void CheckLocked(const Stage& stage, std::int32_t status) {
-  CheckCount(stage, status == 0 ? 1 : 0);
+  CheckCount(stage, status == PXL_Err_NONE ? 1 : 0);
 }
 
-// That of a mapped file counts, whatever comes of it.
+// A lock of a mapped file counts even if it fails.
 void CheckLockedMapped(const Stage& stage, std::int32_t status) {
   CheckCount(stage, 1);
-  EXPECT_EQ((*stage.worldH)->pixels.frame != nullptr, status == 0);
+  EXPECT_EQ((*stage.worldH)->pixels.frame != nullptr, status == PXL_Err_NONE);
 }
 
-// Whoever asks is told, not warned.
+// With a flag to set, nothing is reported.
 void CheckAsked(const Stage& stage, std::int32_t) {
   EXPECT_TRUE(stage.flag == 0 || stage.flag == 1);
   CheckCount(stage, stage.flag);
@@ -202,29 +214,89 @@ void CheckUnlocked(const Stage& stage, std::int32_t) {
 }
 
 void AddLocks(std::vector<Scenario>& all) {
-  const Reports each = Reports::EachFailure;
-  const Step mapped = World(128, SMALL, MAPPED);
-  all.push_back({"LockOfAFrame", World(64, SMALL, 0), Lock, {}, each, CheckLocked});
-  all.push_back({"LockOfASurface", World(32, SMALL, 0), Lock, {}, each, CheckLocked});
-  all.push_back({"LockOfAMappedFile", mapped, Lock, {4}, each, CheckLockedMapped});
-  all.push_back(
-      Scenario{"LockOfPurgedPixels", MakePurged, Lock, {}, each, CheckLocked}.Giving(0x701));
-  all.push_back({"LoadLockOfASurface", World(8, SMALL, 0), LoadLock, {}, each, CheckLocked});
-  all.push_back({"LoadLockOfPurgedPixels", MakePurged, LoadLock, {-108}, each, CheckLocked});
-  all.push_back(
-      {"AskingLoadLockOfPurgedPixels", MakePurged, AskingLoadLock, {}, Reports::Never, CheckAsked});
-  all.push_back({"UnlockOfAFrame", LockedWorld(64, SMALL, 0), Unlock, {}, each, CheckUnlocked});
-  all.push_back({"UnlockOfASurface", LockedWorld(32, SMALL, 0), Unlock, {}, each, CheckUnlocked});
-  all.push_back(
-      {"UnlockOfAMappedFile", LockedWorld(64, SMALL, MAPPED), Unlock, {}, each, CheckUnlocked});
-  all.push_back({"UnlockTooMany", World(64, SMALL, 0), Unlock, {}, Reports::Always});
+  const ExpectedReports each = ExpectedReports::EachFailure;
+  const Step mapped = World(128, kSmall, kMapped);
+  all.push_back({.name = "LockOfAFrame",
+                 .prepare = World(64, kSmall, 0),
+                 .run = Lock,
+                 .statuses = {},
+                 .reports = each,
+                 .check = CheckLocked});
+  all.push_back({.name = "LockOfASurface",
+                 .prepare = World(32, kSmall, 0),
+                 .run = Lock,
+                 .statuses = {},
+                 .reports = each,
+                 .check = CheckLocked});
+  all.push_back({.name = "LockOfAMappedFile",
+                 .prepare = mapped,
+                 .run = Lock,
+                 .statuses = {PXL_Err_NO_MEMORY},
+                 .reports = each,
+                 .check = CheckLockedMapped});
+  all.push_back(Scenario{.name = "LockOfPurgedPixels",
+                         .prepare = MakePurged,
+                         .run = Lock,
+                         .statuses = {},
+                         .reports = each,
+                         .check = CheckLocked}
+                    .Giving(PXL_Err_PURGED));
+}
+
+void AddLoadLocks(std::vector<Scenario>& all) {
+  const ExpectedReports each = ExpectedReports::EachFailure;
+  all.push_back({.name = "LoadLockOfASurface",
+                 .prepare = World(8, kSmall, 0),
+                 .run = LoadLock,
+                 .statuses = {},
+                 .reports = each,
+                 .check = CheckLocked});
+  all.push_back({.name = "LoadLockOfPurgedPixels",
+                 .prepare = MakePurged,
+                 .run = LoadLock,
+                 .statuses = {QDE_Err_MEMORY_FULL},
+                 .reports = each,
+                 .check = CheckLocked});
+  all.push_back({.name = "AskingLoadLockOfPurgedPixels",
+                 .prepare = MakePurged,
+                 .run = AskingLoadLock,
+                 .statuses = {},
+                 .reports = ExpectedReports::Never,
+                 .check = CheckAsked});
+}
+
+void AddUnlocks(std::vector<Scenario>& all) {
+  const ExpectedReports each = ExpectedReports::EachFailure;
+  all.push_back({.name = "UnlockOfAFrame",
+                 .prepare = LockedWorld(64, kSmall, 0),
+                 .run = Unlock,
+                 .statuses = {},
+                 .reports = each,
+                 .check = CheckUnlocked});
+  all.push_back({.name = "UnlockOfASurface",
+                 .prepare = LockedWorld(32, kSmall, 0),
+                 .run = Unlock,
+                 .statuses = {},
+                 .reports = each,
+                 .check = CheckUnlocked});
+  all.push_back({.name = "UnlockOfAMappedFile",
+                 .prepare = LockedWorld(64, kSmall, kMapped),
+                 .run = Unlock,
+                 .statuses = {},
+                 .reports = each,
+                 .check = CheckUnlocked});
+  all.push_back({.name = "UnlockTooMany",
+                 .prepare = World(64, kSmall, 0),
+                 .run = Unlock,
+                 .statuses = {},
+                 .reports = ExpectedReports::Always});
 }
 
 // ---- Updates
 
 void CheckUpdated(const Stage& stage, std::int32_t status, const Rect& rect) {
   const PXL_World& world = **stage.worldH;
-  const bool taken = status == 0;
+  const bool taken = status == PXL_Err_NONE;
   EXPECT_EQ(world.height, taken ? rect.bottom : stage.before.height);
   EXPECT_EQ(world.width, taken ? rect.right : stage.before.width);
   EXPECT_EQ(world.pixels.lockCount, 0);
@@ -238,20 +310,22 @@ void CheckUpdated(const Stage& stage, std::int32_t status, const Rect& rect) {
 
 Scenario Update(const std::string& name, const Step& prepare, std::int32_t depth, const Rect& rect,
                 const Statuses& statuses) {
-  return {"UpdateOf" + name,
-          prepare,
-          [=](Stage& stage) { return PXL_UpdateWorld(depth, &rect, 0, nullptr, stage.worldH); },
-          statuses,
-          Reports::EachFailure,
-          [=](const Stage& stage, std::int32_t status) { CheckUpdated(stage, status, rect); }};
+  return {
+      .name = "UpdateOf" + name,
+      .prepare = prepare,
+      .run = [=](Stage& stage) { return PXL_UpdateWorld(depth, &rect, 0, nullptr, stage.worldH); },
+      .statuses = statuses,
+      .reports = ExpectedReports::EachFailure,
+      .check = [=](const Stage& stage, std::int32_t status) { CheckUpdated(stage, status, rect); }};
 }
 
 void AddUpdates(std::vector<Scenario>& all) {
-  all.push_back(Update("AHeapFrame", World(64, SMALL, FRAME), 0, TALLER, {4}));
-  all.push_back(Update("APoolFrame", World(128, LARGE, FRAME), 0, LARGER, {4}));
-  all.push_back(Update("ASurface", World(32, SMALL, 0), 0, TALLER, {-108}));
-  all.push_back(Update("ASurfaceTo8Bits", World(32, SMALL, 0), 8, TALLER, {-108}));
-  all.push_back(Update("ASurfaceTo32Bits", World(8, LARGE, 0), 32, LARGER, {-108}));
+  all.push_back(Update("AHeapFrame", World(64, kSmall, kFrame), 0, kTaller, {PXL_Err_NO_MEMORY}));
+  all.push_back(Update("APoolFrame", World(128, kLarge, kFrame), 0, kLarger, {PXL_Err_NO_MEMORY}));
+  all.push_back(Update("ASurface", World(32, kSmall, 0), 0, kTaller, {QDE_Err_MEMORY_FULL}));
+  all.push_back(Update("ASurfaceTo8Bits", World(32, kSmall, 0), 8, kTaller, {QDE_Err_MEMORY_FULL}));
+  all.push_back(
+      Update("ASurfaceTo32Bits", World(8, kLarge, 0), 32, kLarger, {QDE_Err_MEMORY_FULL}));
 }
 
 // ---- Frames and reports
@@ -264,23 +338,24 @@ void AddFrames(std::vector<Scenario>& all) {
       return PXL_AllocateFrameQuiet(size, 0, &stage.frame);
     };
     const auto free = [](Stage& stage) { return PXL_FreeFrame(stage.frame, stage.frameSize); };
-    all.push_back({"AllocationOf" + name,
-                   Nothing,
-                   allocate,
-                   {4},
-                   Reports::Never,
-                   [](const Stage& stage, std::int32_t status) {
-                     EXPECT_EQ(stage.frame == nullptr, status == 4);
+    all.push_back({.name = "AllocationOf" + name,
+                   .prepare = Nothing,
+                   .run = allocate,
+                   .statuses = {PXL_Err_NO_MEMORY},
+                   .reports = ExpectedReports::Never,
+                   .check = [](const Stage& stage, std::int32_t status) {
+                     EXPECT_EQ(stage.frame == nullptr, status == PXL_Err_NO_MEMORY);
                    }});
-    all.push_back({"FreeingOf" + name,
-                   [allocate](Stage& stage) { EXPECT_EQ(allocate(stage), 0); },
-                   [free](Stage& stage) {
-                     const std::int32_t status = free(stage);
-                     stage.frame = nullptr;
-                     return status;
-                   },
-                   {},
-                   Reports::Never});
+    all.push_back({.name = "FreeingOf" + name,
+                   .prepare = [allocate](Stage& stage) { EXPECT_EQ(allocate(stage), 0); },
+                   .run =
+                       [free](Stage& stage) {
+                         const std::int32_t status = free(stage);
+                         stage.frame = nullptr;
+                         return status;
+                       },
+                   .statuses = {},
+                   .reports = ExpectedReports::Never});
   }
 }
 
@@ -288,65 +363,75 @@ Run Report(std::int32_t error, std::int16_t width, std::int16_t height) {
   return [=](Stage&) { return PXL_ReportWorldAllocationFailure(error, 0, width, height, 128); };
 }
 
-// Each arrives, in whatever words there is memory for.
+// Each report arrives, with the text for which there is memory.
 void AddReports(std::vector<Scenario>& all) {
   const auto add = [&all](const std::string& name, const Run& run) {
-    all.push_back({"ReportOf" + name, Nothing, run, {}, Reports::Always});
-    all.push_back(
-        {"GermanReportOf" + name, InGerman(Nothing), run, {}, Reports::Always, BackToEnglish});
+    all.push_back({.name = "ReportOf" + name,
+                   .prepare = Nothing,
+                   .run = run,
+                   .statuses = {},
+                   .reports = ExpectedReports::Always});
+    all.push_back({.name = "GermanReportOf" + name,
+                   .prepare = InGerman(Nothing),
+                   .run = run,
+                   .statuses = {},
+                   .reports = ExpectedReports::Always,
+                   .check = BackToEnglish});
   };
-  add("AShortage", Report(4, 100, 100));
-  add("AnImageOverTheLimit", Report(-108, 32767, 32767));
-  add("AnErrorOfTheLayer", Report(-50, 100, 100));
+  add("AShortage", Report(PXL_Err_NO_MEMORY, 100, 100));
+  add("AnImageOverTheLimit", Report(QDE_Err_MEMORY_FULL, 32767, 32767));
+  add("AnErrorOfTheLayer", Report(QDE_Err_PARAMETER, 100, 100));
   add("AnUnknownError", Report(-12345, 100, 100));
   add("ASecondBirth", [](Stage&) { return PXL_Birth(0); });
-  all.push_back(Scenario{
-      "GermanLockOfPurgedPixels",
-      InGerman(MakePurged),
-      Lock,
-      {},
-      Reports::EachFailure,
-      [](const Stage& stage, std::int32_t status) {
-        CheckLocked(stage, status);
-        BackToEnglish(stage, status);
-      }}.Giving(0x701));
-  all.push_back(Scenario{"GermanRowTooLong",
-                         InGerman(Nothing),
-                         [](Stage& stage) {
-                           return PXL_NewWorld(nullptr, 0, &TOO_WIDE, 64, 0, nullptr,
-                                               &stage.worldH);
-                         },
-                         {4},
-                         Reports::EachFailure,
-                         BackToEnglish}
-                    .Giving(3));
 }
 
-// Of what a host does wrong.
+void AddGermanReports(std::vector<Scenario>& all) {
+  all.push_back(Scenario{
+      .name = "GermanLockOfPurgedPixels",
+      .prepare = InGerman(MakePurged),
+      .run = Lock,
+      .statuses = {},
+      .reports = ExpectedReports::EachFailure,
+      .check = [](const Stage& stage, std::int32_t status) {
+        CheckLocked(stage, status);
+        BackToEnglish(stage, status);
+      }}.Giving(PXL_Err_PURGED));
+  all.push_back(Scenario{.name = "GermanRowTooLong",
+                         .prepare = InGerman(Nothing),
+                         .run =
+                             [](Stage& stage) {
+                               return PXL_NewWorld(nullptr, 0, &kTooWide, 64, 0, nullptr,
+                                                   &stage.worldH);
+                             },
+                         .statuses = {PXL_Err_NO_MEMORY},
+                         .reports = ExpectedReports::EachFailure,
+                         .check = BackToEnglish}
+                    .Giving(PXL_Err_REFUSED));
+}
+
+// Reports of a host's mistakes.
 void AddMistakes(std::vector<Scenario>& all) {
-  all.push_back(Scenario{
-      "VersionMismatch",
-      Nothing,
-      [](Stage&) { return PXL_CheckVersions(1, 30); },
-      {}}.Giving(7));
-  all.push_back(Scenario{
-      "DeathTwice",
-      [](Stage&) { PXL_Death(); },
-      [](Stage&) { return PXL_Death(); },
-      {},
-      Reports::EachFailure,
-      [](const Stage&, std::int32_t) {
-        PXL_Birth(0);
-      }}.Giving(2));
+  all.push_back(Scenario{.name = "VersionMismatch",
+                         .prepare = Nothing,
+                         .run = [](Stage&) { return PXL_CheckVersions(1, 30); },
+                         .statuses = {}}
+                    .Giving(PXL_Err_VERSION));
+  all.push_back(Scenario{.name = "DeathTwice",
+                         .prepare = [](Stage&) { PXL_Death(); },
+                         .run = [](Stage&) { return PXL_Death(); },
+                         .statuses = {},
+                         .reports = ExpectedReports::EachFailure,
+                         .check = [](const Stage&, std::int32_t) { PXL_Birth(0); }}
+                    .Giving(PXL_Err_INVALID));
 }
 
 // ---- Logging
 
-// Standard error goes nowhere while it takes the log.
+// The log goes to standard error, which is discarded meanwhile.
 int standardError = -1;
 
 void LogEverything(Stage& stage) {
-  stage.worldH = Make(64, LARGE, FRAME);
+  stage.worldH = Make(64, kLarge, kFrame);
   std::fflush(stderr);
   standardError = dup(STDERR_FILENO);
   const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
@@ -363,50 +448,76 @@ void LogProblems(const Stage&, std::int32_t) {
 }
 
 void AddLogged(std::vector<Scenario>& all) {
-  const Run report = Report(4, 100, 100);
-  all.push_back({"LoggedReport", LogEverything, report, {}, Reports::Always, LogProblems});
-  all.push_back({"LoggedUpdate",
-                 LogEverything,
-                 [](Stage& stage) { return PXL_UpdateWorld(0, &LARGER, 0, nullptr, stage.worldH); },
-                 {4},
-                 Reports::EachFailure,
-                 LogProblems});
+  const Run report = Report(PXL_Err_NO_MEMORY, 100, 100);
+  all.push_back({.name = "LoggedReport",
+                 .prepare = LogEverything,
+                 .run = report,
+                 .statuses = {},
+                 .reports = ExpectedReports::Always,
+                 .check = LogProblems});
+  all.push_back(
+      {.name = "LoggedUpdate",
+       .prepare = LogEverything,
+       .run = [](Stage& stage) { return PXL_UpdateWorld(0, &kLarger, 0, nullptr, stage.worldH); },
+       .statuses = {PXL_Err_NO_MEMORY},
+       .reports = ExpectedReports::EachFailure,
+       .check = LogProblems});
 }
 
 // ---- Pixels
 
-// What the drawing layer cannot draw it leaves undrawn; the call gives 0 anyway.
+// A failure of the drawing layer leaves the pixels undrawn; the call returns 0.
 void AddBlits(std::vector<Scenario>& all) {
   const std::int32_t depths[][2] = {{8, 8}, {8, 32}, {32, 8}, {32, 32}};
   for (const auto& [from, to] : depths) {
     for (const std::uint16_t mode : std::initializer_list<std::uint16_t>{0, 8, 16}) {
-      all.push_back({"BlitFrom" + std::to_string(from) + "To" + std::to_string(to) + "InMode" +
-                         std::to_string(mode),
-                     Pair(from, to),
-                     [mode](Stage& stage) {
-                       const Rect half = {0, 0, 2, 5};
-                       return PXL_Blit(stage.worldH, stage.otherH, &half, &SMALL, mode);
-                     },
-                     {},
-                     Reports::Never});
+      all.push_back({.name = "BlitFrom" + std::to_string(from) + "To" + std::to_string(to) +
+                             "InMode" + std::to_string(mode),
+                     .prepare = Pair(from, to),
+                     .run =
+                         [mode](Stage& stage) {
+                           const Rect half = {0, 0, 2, 5};
+                           return PXL_Blit(stage.worldH, stage.otherH, &half, &kSmall, mode);
+                         },
+                     .statuses = {},
+                     .reports = ExpectedReports::Never});
     }
   }
   all.push_back(
-      {"BlitOfUnhandledDepths",
-       Pair(64, 128),
-       [](Stage& stage) { return PXL_Blit(stage.worldH, stage.otherH, nullptr, nullptr, 0); },
-       {},
-       Reports::Always});
+      {.name = "BlitOfUnhandledDepths",
+       .prepare = Pair(64, 128),
+       .run =
+           [](Stage& stage) { return PXL_Blit(stage.worldH, stage.otherH, nullptr, nullptr, 0); },
+       .statuses = {},
+       .reports = ExpectedReports::Always});
 }
 
 void AddPixels(std::vector<Scenario>& all) {
   const Run setOrder = [](Stage& stage) { return PXL_SetChannelOrder(stage.worldH, 1); };
   const Run clear = [](Stage& stage) { return PXL_ClearWorldToLong(stage.worldH, 0x01020304); };
-  all.push_back({"OrderOfASurface", World(32, SMALL, 0), setOrder, {}, Reports::Never});
-  all.push_back({"OrderOfAFrame", World(32, SMALL, FRAME), setOrder, {}, Reports::Never});
-  all.push_back(Scenario{"OrderOfADeepWorld", World(64, SMALL, 0), setOrder, {}}.Giving(3));
-  all.push_back({"ClearingOfASurface", World(32, SMALL, 0), clear, {}, Reports::Never});
-  all.push_back({"ClearingOfAFrame", World(128, LARGE, 0), clear, {}, Reports::Never});
+  all.push_back({.name = "OrderOfASurface",
+                 .prepare = World(32, kSmall, 0),
+                 .run = setOrder,
+                 .statuses = {},
+                 .reports = ExpectedReports::Never});
+  all.push_back({.name = "OrderOfAFrame",
+                 .prepare = World(32, kSmall, kFrame),
+                 .run = setOrder,
+                 .statuses = {},
+                 .reports = ExpectedReports::Never});
+  all.push_back(Scenario{
+      .name = "OrderOfADeepWorld", .prepare = World(64, kSmall, 0), .run = setOrder, .statuses = {}}
+                    .Giving(PXL_Err_REFUSED));
+  all.push_back({.name = "ClearingOfASurface",
+                 .prepare = World(32, kSmall, 0),
+                 .run = clear,
+                 .statuses = {},
+                 .reports = ExpectedReports::Never});
+  all.push_back({.name = "ClearingOfAFrame",
+                 .prepare = World(128, kLarge, 0),
+                 .run = clear,
+                 .statuses = {},
+                 .reports = ExpectedReports::Never});
 }
 
 }  // namespace
@@ -416,9 +527,12 @@ std::vector<Scenario> AllScenarios() {
   AddCreations(all);
   AddDisposals(all);
   AddLocks(all);
+  AddLoadLocks(all);
+  AddUnlocks(all);
   AddUpdates(all);
   AddFrames(all);
   AddReports(all);
+  AddGermanReports(all);
   AddMistakes(all);
   AddLogged(all);
   AddBlits(all);
@@ -435,5 +549,5 @@ std::vector<Scenario> MappedScenarios() {
 }
 
 std::int32_t MakeAMappedFile(Stage& stage) {
-  return PXL_NewWorld(nullptr, MAPPED, &SMALL, 32, 0, nullptr, &stage.worldH);
+  return PXL_NewWorld(nullptr, kMapped, &kSmall, 32, 0, nullptr, &stage.worldH);
 }

@@ -1,17 +1,12 @@
+// Plays the scenarios and checks what they leave.
 #include "tests/out_of_memory/stage.h"
 
 #include <new>
 
-#include "tests/out_of_memory/scarce_memory.h"
 #include "tests/support/files/open_files.h"
+#include "tests/support/memory/scarce_memory.h"
 
 namespace {
-
-void CountReport(const K_Report* report, void* context) {
-  const scarce::Plenty plenty;
-  EXPECT_STRNE(report->text, "");
-  ++*static_cast<int*>(context);
-}
 
 bool IsLive(PXL_WorldHandle handle) {
   return handle != nullptr && (*handle)->headMark == PXL_LiveMark;
@@ -19,14 +14,14 @@ bool IsLive(PXL_WorldHandle handle) {
 
 void CheckReports(const Scenario& scenario, const Played& played) {
   switch (scenario.reports) {
-    case Reports::EachFailure:
-      if (played.status == 0) return;
+    case ExpectedReports::EachFailure:
+      if (played.status == PXL_Err_NONE) return;
       [[fallthrough]];
-    case Reports::Always:
-      EXPECT_GE(played.reports, 1);
+    case ExpectedReports::Always:
+      EXPECT_GE(played.reports, 1U);
       return;
-    case Reports::Never:
-      EXPECT_EQ(played.reports, 0);
+    case ExpectedReports::Never:
+      EXPECT_EQ(played.reports, 0U);
   }
 }
 
@@ -38,8 +33,8 @@ void CheckWorlds(const Stage& stage) {
   }
 }
 
-// What a lock leaves that could not map the pixels: it counts all the same, and
-// has nothing to unlock.
+// A lock that could not map the pixels counts all the same, and must not be
+// unlocked.
 bool IsLockedWithoutView(const PXL_World& world) {
   return world.pixels.provider != nullptr && world.pixels.frame == nullptr &&
          world.pixels.lockCount > 0;
@@ -48,10 +43,10 @@ bool IsLockedWithoutView(const PXL_World& world) {
 void Use(PXL_WorldHandle handle) {
   std::uint8_t loaded = 0;
   std::uint8_t reloaded = 0;
-  EXPECT_EQ(PXL_LoadLockPixels(0, handle, &loaded, &reloaded), 0);
+  EXPECT_EQ(PXL_LoadLockPixels(0, handle, &loaded, &reloaded), PXL_Err_NONE);
   EXPECT_EQ(loaded, 1);
   if (PXLp_GetPixBaseAddr(handle) != nullptr) {
-    EXPECT_EQ(PXL_ClearWorldToLong(handle, 0x01020304), 0);
+    EXPECT_EQ(PXL_ClearWorldToLong(handle, 0x01020304), PXL_Err_NONE);
   }
   while ((*handle)->pixels.lockCount > 0) PXL_UnlockPixels(handle);
 }
@@ -60,7 +55,7 @@ void Use(PXL_WorldHandle handle) {
 void UseAndDispose(PXL_WorldHandle handle) {
   if (!IsLive(handle)) return;
   if (!IsLockedWithoutView(**handle)) Use(handle);
-  EXPECT_EQ(PXL_DisposeWorld(handle), 0);
+  EXPECT_EQ(PXL_DisposeWorld(handle), PXL_Err_NONE);
 }
 
 void Settle(const Stage& stage) {
@@ -74,18 +69,20 @@ void Settle(const Stage& stage) {
   EmptyCaches();
 }
 
-Played Run(const Scenario& scenario, Stage& stage, Trouble& trouble) {
+Played Run(const Scenario& scenario, Stage& stage, InjectedFailures& injected,
+           KeptReports& reports) {
   Played played;
-  K_SetReportSink(CountReport, &played.reports);
-  trouble.Begin();
+  reports.Forget();
+  injected.Begin();
   try {
     played.status = scenario.run(stage);
   } catch (const std::bad_alloc&) {
     played.threw = true;
   }
-  trouble.End();
-  played.failures = trouble.Failures();
-  K_SetReportSink([](const K_Report*, void*) {}, nullptr);
+  injected.End();
+  played.failures = injected.Failures();
+  played.reports = reports.Count();
+  for (const KeptReport& report : reports.All()) EXPECT_NE(report.text, "");
   return played;
 }
 
@@ -96,19 +93,12 @@ std::ostream& operator<<(std::ostream& stream, const Scenario& scenario) {
 }
 
 std::ostream& operator<<(std::ostream& stream, const Levels& levels) {
-  return stream << levels.handles << " handles, " << levels.poolBlocks << " blocks, "
-                << levels.surfaces << " surfaces, " << levels.application << " and "
-                << levels.system << " bytes booked, " << levels.worlds << " Worlds, "
+  return stream << levels.holdings << ", " << levels.worlds << " Worlds, "
                 << levels.descriptors.size() << " descriptors";
 }
 
 Levels CurrentLevels() {
-  K_PoolStatistics pool;
-  K_GetPoolStatistics(&pool);
-  K_MemoryTotals totals;
-  K_GetMemoryTotals(&totals);
-  return {K_CountHandles(), pool.liveBlocks,   QDE_CountWorlds(), totals.application,
-          totals.system,    PXLp_G.worldCount, OpenDescriptors()};
+  return {CurrentHoldings(), PXLp_G.worldCount, OpenDescriptors()};
 }
 
 void EmptyCaches() {
@@ -117,20 +107,21 @@ void EmptyCaches() {
   K_SetScramble(0);
 }
 
-void Lack::Begin() {
+void FailingAllocations::Begin() {
   scarce::Begin(successes_, failures_);
 }
 
-void Lack::End() {
+void FailingAllocations::End() {
   scarce::End();
 }
 
-std::int64_t Lack::Failures() const {
+std::int64_t FailingAllocations::Failures() const {
   return scarce::Failures();
 }
 
-Played Play(const Scenario& scenario, Trouble& trouble) {
+Played Play(const Scenario& scenario, InjectedFailures& injected) {
   const Levels before = CurrentLevels();
+  KeptReports reports(kMostReports);
   Stage stage;
   scenario.prepare(stage);
   K_SetScramble(1);
@@ -139,7 +130,7 @@ Played Play(const Scenario& scenario, Trouble& trouble) {
   GetPort(&port);
   const GDHandle device = GetGDevice();
 
-  const Played played = Run(scenario, stage, trouble);
+  const Played played = Run(scenario, stage, injected, reports);
 
   EXPECT_FALSE(played.threw);
   const bool asEver = played.status == scenario.undisturbed;

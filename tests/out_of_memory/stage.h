@@ -1,12 +1,12 @@
-// Where a call of the module with the stand-in host is played while memory runs
-// out, and what has to be so before and after it.
+// Plays a call of the module with the stand-in host while memory runs out, and
+// checks the state before and after it.
 #ifndef TESTS_OUT_OF_MEMORY_STAGE_H
 #define TESTS_OUT_OF_MEMORY_STAGE_H
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <ostream>
@@ -17,6 +17,8 @@
 #include "K_host.h"
 #include "PXL.h"
 #include "QDE_host.h"
+#include "tests/support/host/kept_reports.h"
+#include "tests/support/host/leak_check.h"
 
 struct Stage {
   PXL_WorldHandle worldH = nullptr;
@@ -27,9 +29,9 @@ struct Stage {
   PXL_World before{};  // the record of `worldH` before the call
 };
 
-enum class Reports {
+enum class ExpectedReports {
   EachFailure,  // a status that is not 0 is reported
-  Always,       // there is a report whatever happens
+  Always,       // every call makes a report
   Never
 };
 
@@ -37,11 +39,11 @@ struct Scenario {
   std::string name;
   std::function<void(Stage&)> prepare;
   std::function<std::int32_t(Stage&)> run;
-  std::set<std::int32_t> statuses;  // what a shortage may make of it
-  Reports reports = Reports::EachFailure;
-  // What holds afterwards beside what always does.
+  std::set<std::int32_t> statuses;  // those that a shortage may lead to
+  ExpectedReports reports = ExpectedReports::EachFailure;
+  // Further checks after the call.
   std::function<void(const Stage&, std::int32_t status)> check = [](const Stage&, std::int32_t) {};
-  std::int32_t undisturbed = 0;  // what the call gives when nothing is short
+  std::int32_t undisturbed = 0;  // the status when nothing is short
 
   [[nodiscard]] Scenario Giving(std::int32_t status) const {
     Scenario giving = *this;
@@ -57,20 +59,20 @@ std::vector<Scenario> MappedScenarios();
 // Creates a World of that kind.
 std::int32_t MakeAMappedFile(Stage& stage);
 
-// What goes wrong in one call: begins and ends around it, and knows how often it
-// struck.
-class Trouble {
+// The failures of one call of the module: begun before it and ended after it.
+class InjectedFailures {
  public:
-  virtual ~Trouble() = default;
+  virtual ~InjectedFailures() = default;
   virtual void Begin() = 0;
   virtual void End() = 0;
+  // How many there were.
   [[nodiscard]] virtual std::int64_t Failures() const = 0;
 };
 
-// The shortage of one call: so many allocations succeed, and so many fail.
-class Lack : public Trouble {
+// So many allocations of the call succeed, and the next ones fail.
+class FailingAllocations : public InjectedFailures {
  public:
-  Lack(std::int64_t successes, std::int64_t failures)
+  FailingAllocations(std::int64_t successes, std::int64_t failures)
       : successes_(successes), failures_(failures) {}
   void Begin() override;
   void End() override;
@@ -81,24 +83,23 @@ class Lack : public Trouble {
   std::int64_t failures_;
 };
 
+// More than any scenario makes.
+constexpr std::size_t kMostReports = 16;
+
 struct Played {
   std::int32_t status = 0;
   bool threw = false;  // out of memory, as an exception
   std::int64_t failures = 0;
-  int reports = 0;
+  std::size_t reports = 0;
 };
 
-// Plays a scenario from the beginning to the end with the trouble in its call,
+// Plays a scenario from the beginning to the end with the failures in its call,
 // and checks all that has to be so.
-Played Play(const Scenario& scenario, Trouble& trouble);
+Played Play(const Scenario& scenario, InjectedFailures& injected);
 
-// What a host would count of its own, and what the system counts of it.
+// The holdings of host, module and process.
 struct Levels {
-  std::uint64_t handles;
-  std::uint64_t poolBlocks;
-  std::uint64_t surfaces;
-  std::int64_t application;
-  std::int64_t system;
+  Holdings holdings;
   std::int32_t worlds;
   std::set<int> descriptors;
   bool operator==(const Levels&) const = default;

@@ -1,3 +1,4 @@
+// Starts child processes and sets their limits.
 #include "tests/system_limits/child.h"
 
 #include <gtest/gtest.h>

@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <functional>
 
-// A child that does the work and ends with the code that it gives.
+// Starts a child that does the work and exits with its result.
 pid_t StartChild(const std::function<int()>& work);
-// How it ended, as waitpid tells it.
+// Returns the status that waitpid reports.
 int WaitForChild(pid_t child);
 
 // Runs the body, with its expectations, in a child; a failure in it fails the
@@ -21,7 +21,7 @@ void ExpectInChild(const std::function<void()>& body);
 void Limit(__rlimit_resource resource, rlim_t value);
 void Lift(__rlimit_resource resource);
 
-// What the process has of that now, in bytes: address space, private memory.
+// The bytes of address space and of private memory that the process uses now.
 std::uint64_t AddressSpaceInUse();
 std::uint64_t DataInUse();
 

@@ -21,7 +21,7 @@ constexpr int kKills = 100;
 constexpr useconds_t kLongestWork = 3000;
 constexpr std::uint64_t kVolume = std::uint64_t{64} << 20;
 
-// What a worker tells, in memory that outlives it.
+// The progress of a worker, in memory that outlives it.
 struct Progress {
   std::atomic<int> worlds{0};
   std::atomic<bool> busy{false};  // a World is there
@@ -57,16 +57,17 @@ bool WorkOnce(std::mt19937& random, Progress& progress) {
   const Rect first = AnyRect(random);
   const Rect second = AnyRect(random);
   PXL_WorldHandle world = nullptr;
-  if (TryToMake(kDepths[random() % 3], first.right, first.bottom, kInMappedFile, world) != 0) {
+  if (TryToMake(kDepths[random() % 3], first.right, first.bottom, kInMappedFile, world) !=
+      PXL_Err_NONE) {
     return false;
   }
   progress.busy = true;
   const auto byte = static_cast<unsigned char>(random());
   bool good = Fill(world, byte) && Holds(world, byte);
-  good = good && PXL_UpdateWorld(0, &second, 0, nullptr, world) == 0;
+  good = good && PXL_UpdateWorld(0, &second, 0, nullptr, world) == PXL_Err_NONE;
   good = good && Fill(world, static_cast<unsigned char>(~byte)) &&
          Holds(world, static_cast<unsigned char>(~byte));
-  good = PXL_DisposeWorld(world) == 0 && good;
+  good = PXL_DisposeWorld(world) == PXL_Err_NONE && good;
   progress.busy = false;
   ++progress.worlds;
   return good;
@@ -130,7 +131,7 @@ TEST(Killing, LeavesNoFileAndDisturbsNoOther) {
   const TemporaryFolder folder;
   const ScopedVariable variable("VETRIX_MAPPED_DIR", folder.Path());
   ExpectInChild([&folder] {
-    // With a volume of the test's own, its space tells of files without names.
+    // On a volume of the test's own, its free space shows files without names.
     if (!CanMountVolumes()) return ExpectNothingLeftByKills(folder);
     ASSERT_TRUE(MountVolume(folder.Path(), Volume::Writable, kVolume));
     const std::uint64_t free = FreeBlocks(folder.Path());

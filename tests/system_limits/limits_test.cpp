@@ -1,5 +1,5 @@
-// No descriptors, no address space, no memory left: each is told once and leaves
-// what there is as it was; with the limit lifted, work goes on.
+// No descriptors, no address space, no memory left: each shortage is reported once
+// and leaves existing Worlds unchanged; with the limit lifted, work goes on.
 #include <gmock/gmock.h>
 
 #include "tests/support/files/open_files.h"
@@ -32,16 +32,16 @@ class Limits : public testing::Test {
 
 // Frames until memory ends; then fewer, then more.
 void ExpectShortageOfFrames(__rlimit_resource resource, std::uint64_t inUse) {
-  const Reports reports;
+  const KeptReports reports(kReportsWithoutMemory);
   const LivingModule module;
   Pile pile(PXL_Depth_128, kSide, kInFrame);
   Limit(resource, inUse + 60 * kMiB);
   EXPECT_EQ(pile.AddUntilRefused(kMost), kNoMemory);
   EXPECT_GT(pile.Count(), 3U);
   EXPECT_LT(pile.Count(), 16U);
-  EXPECT_EQ(reports.Count(), 1);
-  EXPECT_EQ(reports.Code(), 0x70005U);
-  EXPECT_THAT(reports.Text(),
+  EXPECT_EQ(reports.Count(), 1U);
+  EXPECT_EQ(reports.Last().code, 0x70005U);
+  EXPECT_THAT(reports.Last().text,
               StartsWith("Unable to allocate enough memory to render the current frame (512 x 512 "
                          "@ 32 bpc)."));
   EXPECT_TRUE(pile.AllHold());
@@ -65,15 +65,15 @@ TEST_F(Limits, OfPrivateMemoryAreAShortageOfFrames) {
 
 TEST_F(Limits, OfMemoryAreToldForSmallWorldsToo) {
   ExpectInChild([] {
-    Reports reports;
+    KeptReports reports(kReportsWithoutMemory);
     const LivingModule module;
     Pile pile(PXL_Depth_32, 64, kInFrame);
     constexpr std::size_t kManySmall = 4000;
     Limit(RLIMIT_AS, AddressSpaceInUse() + 20 * kMiB);
     for (int i = 0; i < 3; ++i) {
       EXPECT_EQ(pile.AddUntilRefused(kManySmall), kNoMemory);
-      EXPECT_EQ(reports.Count(), 1);
-      EXPECT_THAT(reports.Text(), HasSubstr("memory"));
+      EXPECT_EQ(reports.Count(), 1U);
+      EXPECT_THAT(reports.Last().text, HasSubstr("memory"));
       reports.Forget();
       EXPECT_TRUE(pile.AllHold());
       for (int k = 0; k < 100; ++k) pile.DropOne();
@@ -86,37 +86,37 @@ TEST_F(Limits, OfMemoryAreToldForSmallWorldsToo) {
 
 TEST_F(Limits, OfAddressSpaceKeepMappedWorldsOutAndTheirPixelsSafe) {
   ExpectInChild([] {
-    Reports reports;
+    KeptReports reports(kReportsWithoutMemory);
     const LivingModule module;
     Pile pile(PXL_Depth_128, kSide, kInMappedFile);
     ASSERT_EQ(pile.AddUntilRefused(3), 0);
     PXL_WorldHandle unlucky = nullptr;
-    ASSERT_EQ(TryToMake(PXL_Depth_128, kSide, kSide, kInMappedFile, unlucky), 0);
+    ASSERT_EQ(TryToMake(PXL_Depth_128, kSide, kSide, kInMappedFile, unlucky), PXL_Err_NONE);
     Limit(RLIMIT_AS, AddressSpaceInUse() + kMiB);
-    EXPECT_NE(PXL_LockPixels(0, unlucky, nullptr), 0);
-    EXPECT_EQ(reports.Count(), 1);
-    EXPECT_EQ(reports.Text(), "Unable to map buffer into application memory.");
+    EXPECT_NE(PXL_LockPixels(0, unlucky, nullptr), PXL_Err_NONE);
+    EXPECT_EQ(reports.Count(), 1U);
+    EXPECT_EQ(reports.Last().text, "Unable to map buffer into application memory.");
     Lift(RLIMIT_AS);
     // It counts as locked from now on, and can be disposed of.
-    EXPECT_EQ(PXL_DisposeWorld(unlucky), 0);
+    EXPECT_EQ(PXL_DisposeWorld(unlucky), PXL_Err_NONE);
     EXPECT_TRUE(pile.AllHold());
     EXPECT_EQ(pile.Add(), 0);
-    EXPECT_EQ(reports.Count(), 1);
+    EXPECT_EQ(reports.Count(), 1U);
   });
 }
 
 TEST_F(Limits, OfDescriptorsEndMappedWorldsOnly) {
   ExpectInChild([] {
     const std::set<int> before = OpenDescriptors();
-    const Reports reports;
+    const KeptReports reports(kReportsWithoutMemory);
     {
       const LivingModule module;
       Pile mapped(PXL_Depth_64, 16, kInMappedFile);
       Limit(RLIMIT_NOFILE, LimitOfDescriptors(before, 5));
       EXPECT_NE(mapped.AddUntilRefused(kMost), 0);
       EXPECT_EQ(mapped.Count(), 5U);
-      EXPECT_EQ(reports.Count(), 1);
-      EXPECT_THAT(reports.Text(), HasSubstr("Too many open files"));
+      EXPECT_EQ(reports.Count(), 1U);
+      EXPECT_THAT(reports.Last().text, HasSubstr("Too many open files"));
       EXPECT_TRUE(mapped.AllHold());
       Pile frames(PXL_Depth_64, 16, kInFrame);
       EXPECT_EQ(frames.AddUntilRefused(20), 0);
@@ -134,13 +134,13 @@ TEST_F(Limits, OfDescriptorsEndMappedWorldsOnly) {
 
 TEST_F(Limits, OfFilesEndMappedWorldsThatAreLarger) {
   ExpectInChild([] {
-    const Reports reports;
+    const KeptReports reports(kReportsWithoutMemory);
     const LivingModule module;
     Limit(RLIMIT_FSIZE, kMiB);
     Pile large(PXL_Depth_128, kSide, kInMappedFile);
     EXPECT_NE(large.AddUntilRefused(1), 0);
-    EXPECT_EQ(reports.Count(), 1);
-    EXPECT_THAT(reports.Text(), HasSubstr("exceed the limit on file sizes: File too large"));
+    EXPECT_EQ(reports.Count(), 1U);
+    EXPECT_THAT(reports.Last().text, HasSubstr("exceed the limit on file sizes: File too large"));
     Pile small(PXL_Depth_128, kSide / 4, kInMappedFile);
     EXPECT_EQ(small.AddUntilRefused(10), 0);
     EXPECT_TRUE(small.AllHold());

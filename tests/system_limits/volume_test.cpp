@@ -24,15 +24,15 @@ std::uint64_t FreeBytes(const std::string& folder) {
 void ExpectShortageOfSpace(const std::string& folder) {
   ASSERT_TRUE(MountVolume(folder, Volume::Writable, kVolume));
   const std::uint64_t free = FreeBytes(folder);
-  const Reports reports;
+  const KeptReports reports(kReportsWithoutMemory);
   {
     const LivingModule module;
     Pile pile(PXL_Depth_128, kSide, kInMappedFile);
     EXPECT_NE(pile.AddUntilRefused(100), 0);
     EXPECT_EQ(pile.Count(), 6U);
-    EXPECT_EQ(reports.Count(), 1);
-    EXPECT_THAT(reports.Text(), HasSubstr("cannot reserve 160020 bytes for a mapped file: "
-                                          "No space left on device"));
+    EXPECT_EQ(reports.Count(), 1U);
+    EXPECT_THAT(reports.Last().text, HasSubstr("cannot reserve 160020 bytes for a mapped file: "
+                                               "No space left on device"));
     EXPECT_TRUE(pile.AllHold());
     pile.DropOne();
     EXPECT_EQ(pile.Add(), 0);

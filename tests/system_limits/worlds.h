@@ -1,40 +1,21 @@
-// Worlds made until there are no more to be had, and what is told then.
+// Makes Worlds until one is refused.
 #ifndef TESTS_SYSTEM_LIMITS_WORLDS_H
 #define TESTS_SYSTEM_LIMITS_WORLDS_H
 
-#include <array>
 #include <cstdint>
-#include <string>
 #include <vector>
 
-#include "K_host.h"
 #include "PXL.h"
+#include "tests/support/host/kept_reports.h"
+#include "tests/support/host/leak_check.h"
 
 constexpr std::uint32_t kInFrame = PXL_Flag_NO_PLATFORM;
 constexpr std::uint32_t kInMappedFile = PXL_Flag_NO_PLATFORM | PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
 
-// The last report, kept without memory, of which there may be none.
-class Reports {
- public:
-  Reports() { K_SetReportSink(Take, this); }
-  Reports(const Reports&) = delete;
-  Reports& operator=(const Reports&) = delete;
-  ~Reports() { K_SetReportSink(nullptr, nullptr); }
+// Reports that are kept without memory, which may lack.
+constexpr std::size_t kReportsWithoutMemory = 16;
 
-  int Count() const { return count_; }
-  std::uint32_t Code() const { return code_; }
-  std::string Text() const { return text_.data(); }
-  void Forget() { count_ = 0; }
-
- private:
-  static void Take(const K_Report* report, void* reports);
-
-  int count_ = 0;
-  std::uint32_t code_ = 0;
-  std::array<char, 1024> text_{};
-};
-
-// The module alive, which at the end must have given back all that it took.
+// The module alive; at the end it must have released all that it allocated.
 class LivingModule {
  public:
   LivingModule();
@@ -43,9 +24,7 @@ class LivingModule {
   ~LivingModule();
 
  private:
-  std::uint64_t handles_;
-  std::uint64_t blocks_;
-  K_MemoryTotals totals_{};
+  LeakCheck leaks_;
 };
 
 // The status of making a World; its handle goes to `world`, null if there is none.

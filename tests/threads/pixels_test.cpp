@@ -35,18 +35,18 @@ Converted ConvertAll(int value) {
   return result;
 }
 
-constexpr int VALUES = 400;
+constexpr int kValues = 400;
 
 std::vector<Converted> ConvertedAlone() {
   std::vector<Converted> results;
-  for (int value = 0; value < VALUES; ++value) results.push_back(ConvertAll(value));
+  for (int value = 0; value < kValues; ++value) results.push_back(ConvertAll(value));
   return results;
 }
 
-// How many values were converted as they are when nobody else is about.
+// How many values were converted as on a single thread.
 int CountEqual(const std::vector<Converted>& expected) {
   int equal = 0;
-  for (int value = 0; value < VALUES; ++value) {
+  for (int value = 0; value < kValues; ++value) {
     const Converted result = ConvertAll(value);
     const auto place = static_cast<std::size_t>(value);
     equal += std::memcmp(&result, &expected[place], sizeof result) == 0 ? 1 : 0;
@@ -58,7 +58,7 @@ int CountEqual(const std::vector<Converted>& expected) {
 
 TEST(SinglePixels, AreConvertedOnAllThreadsAtOnce) {
   const std::vector<Converted> expected = ConvertedAlone();
-  RunCrew([&](int) { EXPECT_EQ(CountEqual(expected), VALUES); });
+  RunCrew([&](int) { EXPECT_EQ(CountEqual(expected), kValues); });
 }
 
 TEST(SinglePixels, AreConvertedWhileTheModuleIsBornAndDies) {
@@ -71,7 +71,7 @@ TEST(SinglePixels, AreConvertedWhileTheModuleIsBornAndDies) {
       ++births;
     });
     for (int round = 0; round < 50 || births == 0; ++round) {
-      RunCrew([&](int) { EXPECT_EQ(CountEqual(expected), VALUES); });
+      RunCrew([&](int) { EXPECT_EQ(CountEqual(expected), kValues); });
     }
   }
   EXPECT_GT(births, 0);

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "K_host.h"
-#include "tests/stand_ins/K/kept_reports.h"
+#include "tests/support/host/kept_reports.h"
 
 class MemoryTest : public testing::Test {
  protected:

@@ -8,7 +8,7 @@
 #include <string>
 #include <thread>
 
-#include "tests/stand_ins/K/kept_reports.h"
+#include "tests/support/host/kept_reports.h"
 
 namespace {
 

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "K_host.h"
-#include "tests/stand_ins/K/kept_reports.h"
 #include "tests/stand_ins/K/translation_fixture.h"
+#include "tests/support/host/kept_reports.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Tests of the version check of K.
 #include <gtest/gtest.h>
 
-#include "tests/stand_ins/K/kept_reports.h"
+#include "tests/support/host/kept_reports.h"
 
 namespace {
 

@@ -2,23 +2,23 @@
 #include <cstring>
 #include <vector>
 
-#include "tests/stand_ins/QDE/scarce_new.h"
 #include "tests/support/drawing/surfaces.h"
+#include "tests/support/memory/scarce_memory.h"
 
 namespace {
 
 class Shortage : public Surfaces {
  protected:
-  ~Shortage() override { allocationsLeft = kEnough; }
+  ~Shortage() override { scarce::End(); }
 
   // Repeats the call with more and more memory until it succeeds; returns the number
   // of failures. `check` is called after each failure.
   template <typename Call, typename Check>
   static int CountFailures(Call call, Check check) {
     for (int count = 0;; ++count) {
-      allocationsLeft = count;
+      scarce::Begin(count);
       const std::int16_t error = call();
-      allocationsLeft = kEnough;
+      scarce::End();
       if (error == 0) return count;
       EXPECT_EQ(error, -108);
       check();

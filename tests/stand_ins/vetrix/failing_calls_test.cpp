@@ -13,11 +13,11 @@
 
 #include "host/vetrix/files/backing_file_posix.h"
 #include "tests/stand_ins/vetrix/mapped_file_fixture.h"
-#include "tests/support/failing_calls/failing_calls_posix.h"
+#include "tests/support/failing_system_calls/file_calls_posix.h"
 
 namespace {
 
-using failing_calls::Failure;
+using failing_system_calls::Failure;
 using vetrix::MemoryMappedFile;
 
 const std::map<std::string, std::vector<int>> kErrors = {
@@ -91,7 +91,7 @@ FailingCalls::Calls FailingCalls::Live(const std::vector<Failure>& failures) {
   Calls calls;
   {
     MemoryMappedFile file;
-    failing_calls::Begin(all);
+    failing_system_calls::Begin(all);
     try {
       GetParam().live(file);
     } catch (const std::system_error& problem) {
@@ -99,9 +99,9 @@ FailingCalls::Calls FailingCalls::Live(const std::vector<Failure>& failures) {
       EXPECT_TRUE(IsNamedIn(problem.what(), failures)) << problem.what();
       EXPECT_EQ(std::string(problem.what()).find('\n'), std::string::npos);
     }
-    calls = failing_calls::Calls();
-    EXPECT_EQ(failing_calls::Failures(), all.size());
-    failing_calls::End();
+    calls = failing_system_calls::Calls();
+    EXPECT_EQ(failing_system_calls::Failures(), all.size());
+    failing_system_calls::End();
   }
   CheckWhatIsLeft();
   return calls;
@@ -111,7 +111,7 @@ FailingCalls::Calls FailingCalls::Live(const std::vector<Failure>& failures) {
 void FailingCalls::CheckWhatIsLeft() {
   for (const auto& left : std::filesystem::directory_iterator(folder_.Path())) {
     EXPECT_EQ(std::filesystem::file_size(left.path()), 0U);
-    EXPECT_GE(failing_calls::Failures(), GetParam().always.size() + 2) << left.path();
+    EXPECT_GE(failing_system_calls::Failures(), GetParam().always.size() + 2) << left.path();
     std::filesystem::remove(left.path());
   }
   // A view that could not be unmapped is unmapped with the next file.
@@ -121,8 +121,8 @@ void FailingCalls::CheckWhatIsLeft() {
     Write(next);
     EXPECT_EQ(static_cast<const char*>(next.GetAddress())[kSize - 1], 0x5A);
   }
-  EXPECT_EQ(failing_calls::OpenDescriptors(), 0U);
-  EXPECT_EQ(failing_calls::Views(), 0U);
+  EXPECT_EQ(failing_system_calls::OpenDescriptors(), 0U);
+  EXPECT_EQ(failing_system_calls::Views(), 0U);
 }
 
 std::vector<Failure> FailuresOf(const std::vector<std::string>& calls, std::size_t nth) {
@@ -199,9 +199,9 @@ class StuckView : public MappedFile {
   StuckView() {
     Init(file_);
     Write(file_);
-    failing_calls::Begin({{1, ENOMEM}});
+    failing_system_calls::Begin({{1, ENOMEM}});
   }
-  ~StuckView() override { failing_calls::End(); }
+  ~StuckView() override { failing_system_calls::End(); }
 };
 
 TEST_F(StuckView, IsReportedAndStays) {
@@ -213,20 +213,20 @@ TEST_F(StuckView, IsReportedAndStays) {
   }
   EXPECT_EQ(static_cast<const char*>(file_.GetAddress())[0], 0x5A);
   file_.UnmapMemory();
-  EXPECT_EQ(failing_calls::Views(), 0U);
+  EXPECT_EQ(failing_system_calls::Views(), 0U);
 }
 
 TEST_F(StuckView, GoesWithTheNextFileAndItsSpaceAtOnce) {
   file_.Reset();
-  EXPECT_EQ(failing_calls::Calls(), (Calls{"munmap", "ftruncate", "close"}));
-  EXPECT_EQ(failing_calls::Views(), 1U);
-  EXPECT_EQ(failing_calls::OpenDescriptors(), 0U);
+  EXPECT_EQ(failing_system_calls::Calls(), (Calls{"munmap", "ftruncate", "close"}));
+  EXPECT_EQ(failing_system_calls::Views(), 1U);
+  EXPECT_EQ(failing_system_calls::OpenDescriptors(), 0U);
   Init(file_);
-  failing_calls::Begin({});
+  failing_system_calls::Begin({});
   file_.Reset();
-  EXPECT_EQ(failing_calls::Calls(), (Calls{"munmap", "close"}));
-  EXPECT_EQ(failing_calls::Views(), 0U);
-  EXPECT_EQ(failing_calls::OpenDescriptors(), 0U);
+  EXPECT_EQ(failing_system_calls::Calls(), (Calls{"munmap", "close"}));
+  EXPECT_EQ(failing_system_calls::Views(), 0U);
+  EXPECT_EQ(failing_system_calls::OpenDescriptors(), 0U);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+// Temporary folders.
 #include "tests/support/files/open_files.h"
 
 #include <filesystem>

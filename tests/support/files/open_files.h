@@ -1,4 +1,4 @@
-// What the process has open, and folders to open it in.
+// The open descriptors of the process, and temporary folders.
 #ifndef TESTS_SUPPORT_FILES_OPEN_FILES_H
 #define TESTS_SUPPORT_FILES_OPEN_FILES_H
 

@@ -1,3 +1,4 @@
+// Open descriptors and temporary folders.
 #include <fcntl.h>
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// Open handles and temporary folders.
 #include <windows.h>
 
 #include <filesystem>

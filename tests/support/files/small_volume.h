@@ -1,5 +1,5 @@
-// Volumes that only the calling process sees, for what happens when one is full
-// or read-only.
+// Small volumes that only the calling process sees, to test one that is full or
+// read-only.
 #ifndef TESTS_SUPPORT_FILES_SMALL_VOLUME_H
 #define TESTS_SUPPORT_FILES_SMALL_VOLUME_H
 

@@ -1,3 +1,4 @@
+// Mounts a volume in a name space of its own.
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/wait.h>

@@ -9,14 +9,14 @@
 #include <utility>
 #include <vector>
 
-inline constexpr int CREW = 4;
+inline constexpr int kCrew = 4;
 
-// Runs work(0) to work(CREW - 1), each on a thread of its own, all from the
+// Runs work(0) to work(kCrew - 1), each on a thread of its own, all from the
 // same moment on. Waits for the last.
 inline void RunCrew(const std::function<void(int)>& work) {
-  std::barrier start(CREW);
+  std::barrier start(kCrew);
   std::vector<std::jthread> threads;
-  for (int i = 0; i < CREW; ++i) {
+  for (int i = 0; i < kCrew; ++i) {
     threads.emplace_back([&, i] {
       start.arrive_and_wait();
       work(i);

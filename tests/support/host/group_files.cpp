@@ -1,3 +1,4 @@
+// Writes the files of process groups.
 #include "tests/support/host/group_files.h"
 
 #include <gtest/gtest.h>

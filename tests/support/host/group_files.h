@@ -1,5 +1,5 @@
-// Files that tell the limits of process groups, laid out below a folder of the
-// test's own, and read by K as long as they exist.
+// Files with the limits of process groups, below a folder of the test's own. K
+// reads them as long as they exist.
 #ifndef TESTS_SUPPORT_HOST_GROUP_FILES_H
 #define TESTS_SUPPORT_HOST_GROUP_FILES_H
 

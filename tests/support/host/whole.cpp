@@ -1,40 +1,16 @@
+// The module alive with the stand-in host, for tests of both.
 #include "tests/support/host/whole.h"
 
-#include <ostream>
-
 namespace {
-
-void Collect(const K_Report* report, void* context) {
-  static_cast<std::vector<Reported>*>(context)->push_back(
-      {report->code, report->cls, report->error, report->text});
-}
 
 Rect Sized(int width, int height) {
   return {0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
 }
 
-std::uint64_t LivePoolBlocks() {
-  K_PoolStatistics statistics;
-  K_GetPoolStatistics(&statistics);
-  return statistics.liveBlocks;
-}
-
 }  // namespace
 
-std::ostream& operator<<(std::ostream& out, const Reported& report) {
-  return out << std::hex << report.code << std::dec << " class " << report.cls << " error "
-             << report.error << ": " << report.text;
-}
-
-Whole::Whole()
-    : handles_(K_CountHandles()),
-      poolBlocks_(LivePoolBlocks()),
-      surfaces_(QDE_CountWorlds()),
-      device_(GetGDevice()),
-      totals_{} {
+Whole::Whole() : device_(GetGDevice()) {
   GetPort(&port_);
-  K_GetMemoryTotals(&totals_);
-  K_SetReportSink(Collect, &reports_);
   K_SetScramble(1);
   PXL_Birth(0);
 }
@@ -44,7 +20,6 @@ Whole::~Whole() {
   PXL_Death();
   K_SetMemoryBudget(0);
   K_SetScramble(0);
-  K_SetReportSink(nullptr, nullptr);
   for (std::int32_t call = 0; call < QDE_CallCount; ++call) QDE_FailNextCall(call, 0);
   QDE_LosePixelsInFailedUpdates(0);
   QDE_ReplaceWorldInUpdates(0);
@@ -53,26 +28,19 @@ Whole::~Whole() {
   EXPECT_EQ(port, port_);
   EXPECT_EQ(GetGDevice(), device_);
   EXPECT_FALSE(QDE_IsBitmapCreationForced());
-  EXPECT_EQ(QDE_CountWorlds(), surfaces_);
-  K_MemoryTotals totals;
-  K_GetMemoryTotals(&totals);
-  EXPECT_EQ(K_CountHandles(), handles_);
-  EXPECT_EQ(LivePoolBlocks(), poolBlocks_);
-  EXPECT_EQ(totals.application, totals_.application);
-  EXPECT_EQ(totals.system, totals_.system);
 }
 
 PXL_WorldHandle Whole::Make(std::int32_t depth, int width, int height, std::uint32_t flags) {
   if (depth == PXL_Depth_32) flags |= PXL_Flag_NO_PLATFORM;
   const Rect rect = Sized(width, height);
   PXL_WorldHandle worldH = nullptr;
-  EXPECT_EQ(PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &worldH), 0);
+  EXPECT_EQ(PXL_NewWorld(nullptr, flags, &rect, depth, 0, nullptr, &worldH), PXL_Err_NONE);
   return worldH;
 }
 
 PXL_WorldHandle Whole::MakeSurface(std::int32_t depth, const Rect& bounds, std::uint32_t flags) {
   PXL_WorldHandle worldH = nullptr;
-  EXPECT_EQ(PXL_NewWorld(nullptr, flags, &bounds, depth, 0, nullptr, &worldH), 0);
+  EXPECT_EQ(PXL_NewWorld(nullptr, flags, &bounds, depth, 0, nullptr, &worldH), PXL_Err_NONE);
   return worldH;
 }
 
@@ -81,7 +49,7 @@ PXL_WorldHandle Whole::MakeSurface(std::int32_t depth, int width, int height, st
 }
 
 void Whole::Dispose(PXL_WorldHandle worldH) {
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
 }
 
 std::int32_t Whole::FailToMake(std::int32_t depth, int width, int height, std::uint32_t flags) {

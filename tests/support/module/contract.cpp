@@ -1,3 +1,4 @@
+// The module as it is when it has just been loaded.
 #include "tests/support/module/contract.h"
 
 #include <cstring>
@@ -19,17 +20,17 @@ struct LoadedState {
   bool librariesChecked = PXLp_AccessLibrariesChecked();
   PXLp_KernelSet kernels = PXLp_selectedKernels;
 };
-const LoadedState LOADED;
+const LoadedState kLoaded;
 
 }  // namespace
 
-// What happens once a process happens once a test.
+// Steps that happen once a process happen once a test.
 void Contract::UnloadModule() {
-  PXLp_G = LOADED.module;
-  PXLp_AccessFrameSettings() = LOADED.frameSettings;
-  PXLp_AccessNextFileNumber() = LOADED.nextMappedFile;
-  PXLp_AccessLibrariesChecked() = LOADED.librariesChecked;
-  PXLp_selectedKernels = LOADED.kernels;
+  PXLp_G = kLoaded.module;
+  PXLp_AccessFrameSettings() = kLoaded.frameSettings;
+  PXLp_AccessNextFileNumber() = kLoaded.nextMappedFile;
+  PXLp_AccessLibrariesChecked() = kLoaded.librariesChecked;
+  PXLp_selectedKernels = kLoaded.kernels;
   PXLp_table8to16.fill(0);
   PXLp_table8toF.fill(0.0F);
   Kp_G_err_buf = -1;

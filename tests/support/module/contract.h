@@ -1,4 +1,4 @@
-// What the contract tests share: the module, alone with the recorder.
+// The fixture of the contract tests: the module, alone with the recorder.
 #ifndef TESTS_SUPPORT_MODULE_CONTRACT_H
 #define TESTS_SUPPORT_MODULE_CONTRACT_H
 
@@ -31,7 +31,7 @@ class Contract : public ::testing::Test {
 
   // A World in a handle that the module allocates, or null.
   PXL_WorldHandle Make(std::int32_t depth, const Rect& rect, std::uint32_t flags = 0);
-  // A handle as a caller would supply it, filled with rubbish.
+  // A handle as a caller would supply it, filled with 0x5A.
   PXL_WorldHandle CallerHandle();
   [[nodiscard]] static PXL_World& Record(PXL_WorldHandle worldH) { return *RecordOf(worldH); }
 

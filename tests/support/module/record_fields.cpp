@@ -1,3 +1,4 @@
+// Compares two records field by field.
 #include "tests/support/module/record_fields.h"
 
 #include <tuple>

@@ -1,3 +1,4 @@
+// Which ways of failing each imported call has.
 #include "tests/support/module/ways.h"
 
 #include <map>
@@ -12,46 +13,46 @@ namespace {
 
 using Ways = std::vector<Way>;
 
-const Ways THROWS = {Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText};
-const Ways ALLOCATES = {Way::Fails, Way::FailsFromHere};
-const Ways REFUSES = {Way::Fails};
-const Ways DRAWS = {Way::Fails, Way::MemoryFull};
+const Ways kThrows = {Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText};
+const Ways kAllocates = {Way::Fails, Way::FailsFromHere};
+const Ways kRefuses = {Way::Fails};
+const Ways kDraws = {Way::Fails, Way::MemoryFull};
 
-const std::map<std::string, Ways> WAYS = {
-    {"new", ALLOCATES},
-    {"malloc", ALLOCATES},
-    {"K_AllocateRecycledPtr", ALLOCATES},
-    {"K_AllocateHandleClear", REFUSES},
+const std::map<std::string, Ways> kWays = {
+    {"new", kAllocates},
+    {"malloc", kAllocates},
+    {"K_AllocateRecycledPtr", kAllocates},
+    {"K_AllocateHandleClear", kRefuses},
     {"K_PurgeLoop", {Way::GivesUp, Way::GivesNothing, Way::GivesCode}},
-    {"K_CheckVersions", REFUSES},
-    {"Q_CheckVersions", REFUSES},
-    {"TXT_CheckVersions", REFUSES},
+    {"K_CheckVersions", kRefuses},
+    {"Q_CheckVersions", kRefuses},
+    {"TXT_CheckVersions", kRefuses},
     {"Kp_ReportQuexErrString", {Way::Answers99}},
     {"K_TranslateAndReportException",
      {Way::AnswersZero, Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText}},
-    {"K_ZStringToUTF16String", THROWS},
-    {"K_ReportError", THROWS},
-    {"NumberToString", THROWS},
-    {"ReplaceInString", THROWS},
-    {"Instance", THROWS},
-    {"GetEntry", THROWS},
-    {"Init", THROWS},
+    {"K_ZStringToUTF16String", kThrows},
+    {"K_ReportError", kThrows},
+    {"NumberToString", kThrows},
+    {"ReplaceInString", kThrows},
+    {"Instance", kThrows},
+    {"GetEntry", kThrows},
+    {"Init", kThrows},
     {"GetAddress",
      {Way::Fails, Way::FailsFromHere, Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero,
       Way::ThrowsText}},
-    {"UnmapMemory", THROWS},
-    {"CloseFileHandleIfPossible", THROWS},
-    {"Reset", THROWS},
-    {"NewGWorld", DRAWS},
-    {"UpdateGWorld", DRAWS},
-    {"LockPixels", REFUSES},
-    {"NewEmptyHandle", REFUSES},
-    {"QDE_GetGWorld32PixmapFormat", REFUSES},
-    {"QDE_SetGWorld32PixmapFormat", REFUSES},
+    {"UnmapMemory", kThrows},
+    {"CloseFileHandleIfPossible", kThrows},
+    {"Reset", kThrows},
+    {"NewGWorld", kDraws},
+    {"UpdateGWorld", kDraws},
+    {"LockPixels", kRefuses},
+    {"NewEmptyHandle", kRefuses},
+    {"QDE_GetGWorld32PixmapFormat", kRefuses},
+    {"QDE_SetGWorld32PixmapFormat", kRefuses},
 };
 
-// These give nothing by which they could tell of a failure, and throw nothing.
-const std::set<std::string> NEVER_FAIL = {"HLock",
+// These return no failure, and throw nothing.
+const std::set<std::string> kNeverFail = {"HLock",
                                           "HUnlock",
                                           "K_FreeHandle",
                                           "K_GetRecycledPtrBaseAddress",
@@ -85,7 +86,7 @@ const std::set<std::string> NEVER_FAIL = {"HLock",
                                           "QDE_ForceBitmapCreationBitfields",
                                           "QDE_ConvertBitsFast"};
 
-const std::map<Way, const char*> NAMES = {
+const std::map<Way, const char*> kNames = {
     {Way::Fails, "fails"},
     {Way::FailsFromHere, "fails from here on"},
     {Way::MemoryFull, "finds memory full"},
@@ -108,7 +109,7 @@ const std::map<Way, const char*> NAMES = {
     {Way::NewSecondKey, "no memory for the second key"},
 };
 
-const std::map<Way, recorder::Thrower> THROWERS = {
+const std::map<Way, recorder::Thrower> kThrowers = {
     {Way::ThrowsException, [] { throw std::runtime_error("thrown"); }},
     {Way::ThrowsLong, [] { throw 4321L; }},
     {Way::ThrowsZero, [] { throw 0L; }},
@@ -117,7 +118,7 @@ const std::map<Way, recorder::Thrower> THROWERS = {
 
 // The name's text takes 20 bytes, and 39 once its number is added; the keys of
 // the settings are 18 and 23 characters long.
-const std::map<Way, std::size_t> NEW_SIZES = {
+const std::map<Way, std::size_t> kNewSizes = {
     {Way::NewProvider, sizeof(PXL_PixelProvider)},
     {Way::NewName, 20},
     {Way::NewNumberedName, 39},
@@ -130,7 +131,7 @@ const std::map<Way, std::size_t> NEW_SIZES = {
 // Where a failing call gets its error from.
 void SetErrors(Way way) {
   recorder::Script& script = recorder::Current().script;
-  const std::int16_t error = way == Way::MemoryFull ? -108 : -50;
+  const std::int16_t error = way == Way::MemoryFull ? kLayerMemoryFull : kLayerError;
   script.newGWorldError = error;
   script.updateGWorldError = error;
 }
@@ -140,7 +141,7 @@ void SetAnswers(const std::string& name) {
   if (name == "K_CheckVersions") script.versionsOfK = 5;
   if (name == "Q_CheckVersions") script.versionsOfQ = 5;
   if (name == "TXT_CheckVersions") script.versionsOfTXT = 5;
-  if (name.ends_with("PixmapFormat")) script.pixmapFormatError = -50;
+  if (name.ends_with("PixmapFormat")) script.pixmapFormatError = kLayerError;
 }
 
 std::int32_t RunAttempts(K_PurgeAttempt attempt, void* context, std::int32_t codeOfSuccess) {
@@ -152,7 +153,7 @@ std::int32_t RunAttempts(K_PurgeAttempt attempt, void* context, std::int32_t cod
   return 4;
 }
 
-// The next loop makes no attempt, or gives a code for a success.
+// The next loop makes no attempt, or returns a code after a success.
 void ScriptLoop(Way way) {
   recorder::Current().script.purgeLoop = [way, next = true](std::uint64_t, K_PurgeAttempt attempt,
                                                             void* context) mutable {
@@ -166,32 +167,32 @@ void ScriptLoop(Way way) {
 }  // namespace
 
 std::ostream& operator<<(std::ostream& stream, Way way) {
-  return stream << NAMES.at(way);
+  return stream << kNames.at(way);
 }
 
 std::vector<Way> WaysOf(const std::string& name) {
-  const auto found = WAYS.find(name);
-  if (found != WAYS.end()) return found->second;
-  if (!NEVER_FAIL.contains(name)) throw std::logic_error("an unknown call: " + name);
+  const auto found = kWays.find(name);
+  if (found != kWays.end()) return found->second;
+  if (!kNeverFail.contains(name)) throw std::logic_error("an unknown call: " + name);
   return {};
 }
 
 std::vector<std::string> ImportedCalls() {
-  std::vector<std::string> calls(NEVER_FAIL.begin(), NEVER_FAIL.end());
-  for (const auto& [name, ways] : WAYS) {
+  std::vector<std::string> calls(kNeverFail.begin(), kNeverFail.end());
+  for (const auto& [name, ways] : kWays) {
     if (name != "new") calls.push_back(name);
   }
   return calls;
 }
 
 bool IsThrow(Way way) {
-  return THROWERS.contains(way);
+  return kThrowers.contains(way);
 }
 
 void FailCurrentCall(const std::string& name, Way way) {
   recorder::Recorder& recorder = recorder::Current();
-  if (IsThrow(way)) return recorder.Throw(name, THROWERS.at(way));
-  if (NEW_SIZES.contains(way)) return recorder::FailNewOf(NEW_SIZES.at(way));
+  if (IsThrow(way)) return recorder.Throw(name, kThrowers.at(way));
+  if (kNewSizes.contains(way)) return recorder::FailNewOf(kNewSizes.at(way));
   switch (way) {
     case Way::GivesUp:
     case Way::GivesNothing:

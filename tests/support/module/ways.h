@@ -11,11 +11,11 @@ enum class Way {
   FailsFromHere,  // this call and all later ones of the name
   MemoryFull,     // the drawing layer's error for lack of memory
   GivesUp,        // the purge loop makes no attempt
-  GivesNothing,   // the purge loop makes no attempt, and gives 0
-  GivesCode,      // the purge loop succeeds, and yet gives a code
+  GivesNothing,   // the purge loop makes no attempt, and returns 0
+  GivesCode,      // the purge loop succeeds, and yet returns a code
   NoMap,          // the surface has no pixel map from now on
   Answers99,      // K makes another code of a reported error
-  AnswersZero,    // K makes nothing of a reported exception
+  AnswersZero,    // K translates a reported exception to 0
   ThrowsException,
   ThrowsLong,
   ThrowsZero,
@@ -33,7 +33,7 @@ enum class Way {
 std::ostream& operator<<(std::ostream& stream, Way way);
 
 // All ways that a call of this name has in every operation; empty for one that
-// cannot fail. A name that was never thought about gives an error.
+// cannot fail. An unknown name throws std::logic_error.
 std::vector<Way> WaysOf(const std::string& name);
 
 // The names of all imports, and of malloc and free.

@@ -1,5 +1,5 @@
-// What a channel has to become, worked out without the module's formulas:
-// exactly, on integers, from the bits of a float or by search.
+// The expected value of a converted channel, computed without the module's
+// formulas: exactly, on integers, from the bits of a float or by search.
 #ifndef TESTS_SUPPORT_ORACLE_CHANNEL_ORACLE_H
 #define TESTS_SUPPORT_ORACLE_CHANNEL_ORACLE_H
 
@@ -14,16 +14,16 @@ struct Number {
   int exponent;
 };
 
-constexpr std::uint32_t MAGNITUDE = 0x7FFFFFFF;
-constexpr std::uint32_t INFINITE = 0x7F800000;
-constexpr std::uint32_t ONE = 0x3F800000;
+constexpr std::uint32_t kMagnitude = 0x7FFFFFFF;
+constexpr std::uint32_t kInfinite = 0x7F800000;
+constexpr std::uint32_t kOne = 0x3F800000;
 
 constexpr bool IsNaN(std::uint32_t bits) {
-  return (bits & MAGNITUDE) > INFINITE;
+  return (bits & kMagnitude) > kInfinite;
 }
 
 constexpr bool IsNegative(std::uint32_t bits) {
-  return bits > MAGNITUDE;
+  return bits > kMagnitude;
 }
 
 // The value of a finite float that is not negative.
@@ -78,7 +78,7 @@ constexpr std::uint32_t FloatBits(Number number) {
 constexpr std::uint32_t Clipped(std::uint32_t bits) {
   if (IsNaN(bits) || bits == 0x80000000) return bits;
   if (IsNegative(bits)) return 0;
-  return bits > ONE ? ONE : bits;
+  return bits > kOne ? kOne : bits;
 }
 
 // A channel between 0 and 1 times full scale, the product a float.
@@ -100,7 +100,7 @@ constexpr std::uint32_t Fto8(std::uint32_t bits) {
   return RoundedTimes(bits, 255);
 }
 
-// What a row of a blit does: the same product, truncated.
+// The rule of a blit's rows: the same product, truncated.
 constexpr std::uint32_t RowFto8(std::uint32_t bits) {
   const std::uint32_t clipped = Clipped(bits);
   return IsNaN(clipped) || IsNegative(clipped) ? 0 : Truncated(Product(clipped, 255));

@@ -1,3 +1,4 @@
+// The log, the plans of failures and the blocks of the recorder.
 #include "tests/support/recorder/recorder.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@ int Aside::depth_ = 0;
 
 namespace {
 
-constexpr unsigned char ABANDONED = 0xDD;
+constexpr unsigned char kAbandoned = 0xDD;
 
 std::string Escaped(const std::string& text) {
   const Aside aside;
@@ -99,7 +100,7 @@ Handle Recorder::NewHandle(std::size_t size) {
 void Recorder::Place(Handle handle, std::vector<unsigned char> bytes) {
   Block& block = blocks_[handle];
   std::swap(block.bytes, bytes);
-  std::fill(bytes.begin(), bytes.end(), ABANDONED);
+  std::fill(bytes.begin(), bytes.end(), kAbandoned);
   abandoned_.push_back(std::move(bytes));
   *handle = block.bytes.empty() ? nullptr : reinterpret_cast<Ptr>(block.bytes.data());
 }

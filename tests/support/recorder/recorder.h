@@ -1,10 +1,10 @@
 // A scripted recorder in the place of the six imported libraries.
 //
 // Every call is written to a log, in order and with its arguments. Any call
-// can be made to fail, and what the calls answer can be scripted. What is not
-// scripted works: handles are allocated and (unless locked) moved, surfaces
-// have pixels, mapped files have memory. Everything handed out is tracked, so
-// that a test sees what is still owned.
+// can be made to fail, and the results of the calls can be scripted. Calls that
+// are not scripted work: handles are allocated and (unless locked) moved,
+// surfaces have pixels, mapped files have memory. All resources are tracked, so
+// that a test sees those that are still owned.
 #ifndef TESTS_SUPPORT_RECORDER_RECORDER_H
 #define TESTS_SUPPORT_RECORDER_RECORDER_H
 
@@ -20,13 +20,14 @@
 #include "platform/K.h"
 #include "platform/QDE.h"
 #include "platform/vetrix.h"
+#include "tests/support/recorder/layer_errors.h"
 
 namespace recorder {
 
 using Thrower = std::function<void()>;
 
-// While one lives, `new` is the recorder's own and no observer hears of it: the
-// books it keeps are not part of what it plays.
+// While one lives, `new` is the recorder's own and not observed: its books are not
+// part of the libraries that it plays.
 class Aside {
  public:
   Aside() { ++depth_; }
@@ -39,8 +40,8 @@ class Aside {
   static int depth_;
 };
 
-// What the imports answer. A function that is not set leaves the call working;
-// the numbers are what the calls give.
+// The results of the imports. A function that is not set leaves the call working;
+// the numbers are those that the calls return.
 struct Script {
   // K
   std::function<std::int32_t(std::uint64_t, K_PurgeAttempt, void*)> purgeLoop;
@@ -56,10 +57,10 @@ struct Script {
   bool inputIsBad = false;     // a stream read from says so, whatever fail() says
   std::uint64_t fileSize = 0;  // 0: what Init was given
   // QDE
-  std::int16_t newGWorldError = -50;     // when NewGWorld fails
-  GWorldPtr surfaceOfFailure = nullptr;  // what it then leaves in its output
-  std::int32_t updateGWorldError = -50;  // when UpdateGWorld fails
-  std::uint32_t updateGWorldFlags = 0;   // when it succeeds
+  std::int16_t newGWorldError = kLayerError;     // when NewGWorld fails
+  GWorldPtr surfaceOfFailure = nullptr;          // what it then leaves in its output
+  std::int32_t updateGWorldError = kLayerError;  // when UpdateGWorld fails
+  std::uint32_t updateGWorldFlags = 0;           // when it succeeds
   bool updateReplacesSurface = false;
   bool updateLosesPixels = false;  // the map's base address becomes null
   bool surfaceWithoutMap = false;
@@ -98,7 +99,7 @@ class Recorder {
   [[nodiscard]] std::vector<std::string> LogOf(const std::set<std::string>& names) const;
   [[nodiscard]] int Count(const std::string& name) const;
 
-  // What has been handed out and not been given back, by name.
+  // The resources that are still owned, by name.
   [[nodiscard]] std::vector<std::string> Outstanding() const;
 
   // A handle as a host would own it; its block moves like any other.
@@ -108,11 +109,11 @@ class Recorder {
   // Moves every unlocked block and fills its old place.
   void MoveBlocks();
 
-  // For the imports: logs a call and says whether it has to fail.
+  // For the imports: logs a call and returns whether it has to fail.
   bool Enter(std::string_view call, const std::string& arguments);
   void Own(const void* address, const std::string& name, std::function<void()> release);
   void Disown(const void* address);
-  // Gives back what is owned.
+  // Releases an owned resource.
   void Release(const void* address);
   [[nodiscard]] bool Owns(const void* address) const;
   // The same for one kind: the name that Own was given.
@@ -164,7 +165,7 @@ std::string Text(const std::u16string& text);
 std::string Text(const Rect* rect);
 std::string Hex(std::uint32_t value);
 std::string Text(const void* address);
-template <class Type>
+template <typename Type>
 concept ANumber = std::is_arithmetic_v<Type>;
 template <ANumber Number>
 std::string Text(Number number) {
@@ -172,7 +173,7 @@ std::string Text(Number number) {
   return std::to_string(number);
 }
 
-template <class... Arguments>
+template <typename... Arguments>
 std::string Join(const Arguments&... arguments) {
   const Aside aside;
   std::string joined;

@@ -119,7 +119,7 @@ void Kp_SysEnglishError(std::int32_t error) {
   Current().Enter("Kp_SysEnglishError", Text(error));
 }
 
-// What is reported is what the two words hold at this moment.
+// The report has the contents that the two words have at this moment.
 void Kp_ReportError(std::uint32_t code, std::uint16_t cls) {
   const recorder::Aside aside;
   Current().Enter("Kp_ReportError", Join(Hex(code), Text(cls)) + " error " + Text(Kp_G_err_buf) +

@@ -1,7 +1,7 @@
 // The `new` under the module, which can be made to fail.
 #include <cstdlib>
-#include <new>
 
+#include "tests/support/memory/program_new.h"
 #include "tests/support/recorder/recorder.h"
 
 extern "C" {
@@ -30,30 +30,14 @@ void recorder::FailNewOf(std::size_t size) {
   failingSize = size;
 }
 
-void* operator new(std::size_t size) {
-  if (size == failingSize && size != 0) {
+void* program_new::Allocate(std::size_t size) {
+  if (size == failingSize) {
     failingSize = 0;
-    throw std::bad_alloc();
-  }
-  if (FailsNow()) throw std::bad_alloc();
-  void* block = __real_malloc(size != 0 ? size : 1);
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
-}
-
-// Of the same kind: its blocks come back through the same delete.
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  try {
-    return operator new(size);
-  } catch (const std::bad_alloc&) {
     return nullptr;
   }
+  return FailsNow() ? nullptr : __real_malloc(size);
 }
 
-void operator delete(void* block) noexcept {
-  __real_free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept {
+void program_new::Free(void* block) {
   __real_free(block);
 }

@@ -13,7 +13,7 @@ using recorder::Text;
 namespace {
 
 // Files beyond this are only booked, never written to.
-constexpr std::uint64_t LARGEST_VIEW = 1 << 24;
+constexpr std::uint64_t kLargestView = 1 << 24;
 
 }  // namespace
 
@@ -42,7 +42,7 @@ void MemoryMappedFile::Init(const std::string& name, std::uint64_t size, std::ui
   }
   impl_->name = name;
   impl_->size = Current().script.fileSize != 0 ? Current().script.fileSize : size;
-  impl_->bytes.resize(std::min(size, LARGEST_VIEW));
+  impl_->bytes.resize(std::min(size, kLargestView));
 }
 
 // Failing means a null address.

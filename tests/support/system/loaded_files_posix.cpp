@@ -1,3 +1,4 @@
+// The loaded libraries, as the dynamic linker lists them.
 #include <link.h>
 
 #include "tests/support/system/loaded_files.h"

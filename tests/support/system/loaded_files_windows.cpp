@@ -1,3 +1,4 @@
+// The loaded libraries, as the system lists them.
 #include <windows.h>
 // Builds upon the header above.
 #include <psapi.h>
@@ -9,11 +10,11 @@
 namespace {
 
 // Test programs lie where paths are shorter.
-constexpr DWORD LONGEST_PATH = 1024;
+constexpr DWORD kLongestPath = 1024;
 
 std::filesystem::path FileOf(HMODULE library) {
-  std::array<wchar_t, LONGEST_PATH> path{};
-  const DWORD length = GetModuleFileNameW(library, path.data(), LONGEST_PATH);
+  std::array<wchar_t, kLongestPath> path{};
+  const DWORD length = GetModuleFileNameW(library, path.data(), kLongestPath);
   return std::wstring(path.data(), length);
 }
 

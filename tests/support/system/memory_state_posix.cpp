@@ -1,3 +1,4 @@
+// Asks the system for the state of a page.
 #include <sys/mman.h>
 
 #include <cstdint>

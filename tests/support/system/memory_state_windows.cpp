@@ -1,3 +1,4 @@
+// Asks the system for the state of a page.
 #include <windows.h>
 
 #include "tests/support/system/memory_state.h"

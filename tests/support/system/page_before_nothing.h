@@ -1,9 +1,9 @@
+// A page of memory before a stretch in which every access is a fault.
 #ifndef TESTS_SUPPORT_SYSTEM_PAGE_BEFORE_NOTHING_H
 #define TESTS_SUPPORT_SYSTEM_PAGE_BEFORE_NOTHING_H
 
 #include <cstddef>
 
-// A page of memory before a stretch in which every access is a fault.
 class PageBeforeNothing {
  public:
   explicit PageBeforeNothing(std::size_t size);

@@ -1,3 +1,4 @@
+// Reserves a stretch and opens its first page.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 

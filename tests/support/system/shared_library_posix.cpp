@@ -1,3 +1,4 @@
+// Loads libraries with dlopen.
 #include <dlfcn.h>
 
 #include "tests/support/system/shared_library.h"

@@ -1,3 +1,4 @@
+// Loads libraries with LoadLibrary.
 #include <windows.h>
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// Sets variables of the environment.
 #include <cstdlib>
 
 #include "tests/support/system/variables.h"

@@ -1,4 +1,4 @@
-// What a piece of work asks of the operating system.
+// Counts the page faults and calls to the system of a piece of work.
 #ifndef TESTS_SUPPORT_SYSTEM_SYSTEM_USE_H
 #define TESTS_SUPPORT_SYSTEM_SYSTEM_USE_H
 
@@ -10,7 +10,7 @@ long PageFaults();
 enum class Quiet {
   Yes,         // not one call to the system
   No,          // at least one
-  Failed,      // the work says so, or it crashed
+  Failed,      // the work returned false, or it crashed
   Unavailable  // the system cannot forbid calls
 };
 
@@ -20,7 +20,7 @@ struct QuietRun {
 };
 
 // Runs both in a process of their own, the work with all calls to the system
-// forbidden. Either gives whether it went well. Googletest's checks have no
+// forbidden. Both return whether they succeeded. Googletest's checks have no
 // effect there.
 QuietRun RunWithoutSystemCalls(const std::function<bool()>& warmUp,
                                const std::function<bool()>& work);

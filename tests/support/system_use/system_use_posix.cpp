@@ -1,3 +1,4 @@
+// Counts page faults, and forbids calls to the system.
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sys/mman.h>

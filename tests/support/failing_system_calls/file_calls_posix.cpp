@@ -1,38 +1,22 @@
-#include "tests/support/failing_calls/failing_calls_posix.h"
+// Files and views of vetrix, with calls that fail.
+#include "tests/support/failing_system_calls/file_calls_posix.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cerrno>
 #include <cstdlib>
+#include <set>
 
 #include "host/vetrix/system/system_calls_posix.h"
 
+using failing_system_calls::ErrorOf;
+using failing_system_calls::Fails;
+
 namespace {
 
-std::vector<failing_calls::Failure> asked;
-std::vector<std::string> calls;
-std::size_t failures = 0;
 std::set<int> descriptors;
 std::set<void*> views;
-
-// The error of the call that is just made; 0 when it is to work.
-int ErrorOf(const char* name) {
-  calls.emplace_back(name);
-  const auto found = std::find_if(asked.begin(), asked.end(),
-                                  [](const auto& failure) { return failure.nth == calls.size(); });
-  if (found == asked.end()) return 0;
-  ++failures;
-  return found->error;
-}
-
-bool Fails(const char* name) {
-  const int error = ErrorOf(name);
-  if (error != 0) errno = error;
-  return error != 0;
-}
 
 int Opened(int descriptor) {
   if (descriptor >= 0) descriptors.insert(descriptor);
@@ -41,25 +25,7 @@ int Opened(int descriptor) {
 
 }  // namespace
 
-namespace failing_calls {
-
-void Begin(const std::vector<Failure>& wanted) {
-  asked = wanted;
-  calls.clear();
-  failures = 0;
-}
-
-void End() {
-  asked.clear();
-}
-
-const std::vector<std::string>& Calls() {
-  return calls;
-}
-
-std::size_t Failures() {
-  return failures;
-}
+namespace failing_system_calls {
 
 std::size_t OpenDescriptors() {
   return descriptors.size();
@@ -69,7 +35,7 @@ std::size_t Views() {
   return views.size();
 }
 
-}  // namespace failing_calls
+}  // namespace failing_system_calls
 
 namespace vetrix::system {
 
@@ -98,7 +64,7 @@ int Truncate(int descriptor, off_t size) {
   return Fails("ftruncate") ? -1 : ftruncate(descriptor, size);
 }
 
-// What fails has closed the descriptor all the same, as Linux does it.
+// As on Linux, the descriptor is closed even if the call fails.
 int Close(int descriptor) {
   descriptors.erase(descriptor);
   close(descriptor);

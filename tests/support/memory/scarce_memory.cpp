@@ -1,8 +1,12 @@
-#include "tests/out_of_memory/scarce_memory.h"
+// Counts the allocations of the program, and refuses those that are asked for.
+#include "tests/support/memory/scarce_memory.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+
+#include "tests/support/memory/program_new.h"
 
 extern "C" {
 void* __real_malloc(std::size_t size);
@@ -15,20 +19,24 @@ void __wrap_free(void* block);
 
 namespace {
 
-bool scarce_now = false;
-int plenty = 0;
-std::int64_t tried = 0;
-std::int64_t failed = 0;
-std::int64_t first = 0;
-std::int64_t count = 0;
-std::int64_t live = 0;
+struct Shortage {
+  bool inForce = false;
+  std::int64_t successes = 0;
+  std::int64_t failures = 0;
+  std::int64_t tried = 0;
+  std::int64_t failed = 0;
+};
+thread_local Shortage shortage;
+
+std::atomic<std::int64_t> live{0};
 
 bool Refuses() {
-  if (!scarce_now || plenty > 0) return false;
-  const std::int64_t number = tried++;
-  if (number < first || number - first >= count) return false;
-  ++failed;
-  return true;
+  if (!shortage.inForce) return false;
+  const std::int64_t number = shortage.tried++;
+  const bool refuses =
+      number >= shortage.successes && number - shortage.successes < shortage.failures;
+  if (refuses) ++shortage.failed;
+  return refuses;
 }
 
 void* Counted(void* block) {
@@ -41,42 +49,24 @@ void Free(void* block) {
   __real_free(block);
 }
 
-void* Need(void* block) {
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
-}
-
 }  // namespace
 
 namespace scarce {
 
 void Begin(std::int64_t successes, std::int64_t failures) {
-  tried = 0;
-  failed = 0;
-  first = successes;
-  count = failures;
-  scarce_now = true;
+  shortage = {.inForce = true, .successes = successes, .failures = failures};
 }
 
-std::int64_t End() {
-  scarce_now = false;
-  return tried;
+void End() {
+  shortage.inForce = false;
 }
 
 std::int64_t Failures() {
-  return failed;
+  return shortage.failed;
 }
 
 std::int64_t LiveBlocks() {
   return live;
-}
-
-Plenty::Plenty() {
-  ++plenty;
-}
-
-Plenty::~Plenty() {
-  --plenty;
 }
 
 }  // namespace scarce
@@ -93,22 +83,20 @@ void __wrap_free(void* block) {
   Free(block);
 }
 
-void* operator new(std::size_t size) {
-  return Need(__wrap_malloc(size > 0 ? size : 1));
+void* program_new::Allocate(std::size_t size) {
+  return __wrap_malloc(size);
+}
+
+void program_new::Free(void* block) {
+  __wrap_free(block);
 }
 
 void* operator new(std::size_t size, std::align_val_t alignment) {
   const auto boundary = static_cast<std::size_t>(alignment);
   const std::size_t whole = (size + boundary - 1) / boundary * boundary;
-  return Need(Refuses() ? nullptr : Counted(std::aligned_alloc(boundary, whole)));
-}
-
-void operator delete(void* block) noexcept {
-  Free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept {
-  Free(block);
+  void* block = Refuses() ? nullptr : Counted(std::aligned_alloc(boundary, whole));
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
 }
 
 void operator delete(void* block, std::align_val_t) noexcept {
