@@ -1,3 +1,4 @@
+// The layout of sheets.
 #include "tools/pxl/sheets/contact_sheet.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Text drawn and wrapped.
 #include "tools/pxl/sheets/label.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Growth of what a process holds, told from what varies.
+// Growth of the use of a process, distinguished from variation.
 #include "tools/pxl/system/growth.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint64_t kMiB = 1024 * 1024;
 
-// Samples of a process of which one number is given, and nothing else changes.
+// Samples of a process in which one number changes.
 std::vector<ProcessUse> Samples(std::uint64_t ProcessUse::*number,
                                 const std::vector<std::uint64_t>& values) {
   std::vector<ProcessUse> samples(values.size(), ProcessUse{kMiB, 90 * kMiB, 40 * kMiB, 5});
