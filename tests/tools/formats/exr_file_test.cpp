@@ -13,6 +13,7 @@
 #include "tests/tools/support/png_maker.h"
 #include "tools/pxl/formats/exr/exr_reader.h"
 #include "tools/pxl/formats/exr/exr_writer.h"
+#include "tools/pxl/pictures/colour_tags.h"
 #include "tools/pxl/system/failure.h"
 
 using namespace pxl;

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "tests/tools/support/png_maker.h"
+#include "tools/pxl/pictures/colour_tags.h"
 #include "tools/pxl/system/failure.h"
 
 using namespace pxl;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "tools/pxl/sheets/label_wrap.h"
+
 using namespace pxl;
 
 namespace {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "tools/pxl/sheets/label_wrap.h"
 #include "tools/pxl/system/failure.h"
 
 using namespace pxl;

@@ -56,7 +56,7 @@ TEST(Growth, NeedsSomeSamples) {
 
 TEST(ProcessUseLines, ShowBothEnds) {
   std::ostringstream out;
-  pxl::TellProcessUse(out, Samples(&ProcessUse::handles, {5, 6, 7}));
+  pxl::PrintProcessUse(out, Samples(&ProcessUse::handles, {5, 6, 7}));
   EXPECT_EQ(out.str(),
             "  heap bytes          1048576 -> 1048576\n"
             "  address bytes       94371840 -> 94371840\n"
