@@ -16,8 +16,9 @@
 #include <vector>
 
 #include "fuzz/demand.h"
-#include "tools/pxl/formats/exr_file.h"
-#include "tools/pxl/formats/png_file.h"
+#include "tools/pxl/formats/exr/exr_reader.h"
+#include "tools/pxl/formats/exr/exr_writer.h"
+#include "tools/pxl/formats/png/png_file.h"
 #include "tools/pxl/pictures/picture.h"
 #include "tools/pxl/system/failure.h"
 

@@ -16,6 +16,7 @@
 
 #include "PXL.h"
 #include "tests/support/oracle/channel_oracle.h"
+#include "tools/proof/floats.h"
 #include "tools/proof/values.h"
 #include "transfer/kernels/plain_rows.h"
 

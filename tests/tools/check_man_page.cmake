@@ -8,7 +8,7 @@ function(help_of variable)
 endfunction()
 
 file(READ ${PAGE} page)
-# Marks of the page's own.
+# The marks of emphasis in the page.
 string(REGEX REPLACE "[*]" "" page "${page}")
 
 help_of(help)

@@ -1,3 +1,4 @@
+// Finds the first byte that differs, and describes it.
 #include "tools/proof/difference.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ std::string Hex(std::uint64_t number, int digits) {
   return text.str();
 }
 
-std::string Told(const Difference& difference) {
+std::string TextOf(const Difference& difference) {
   return "is " + Hex(difference.is, 2) + ", should be " + Hex(difference.shouldBe, 2);
 }
 

@@ -18,11 +18,11 @@ struct Difference {
 std::optional<Difference> FirstDifference(const unsigned char* is, const unsigned char* shouldBe,
                                           std::size_t bytes);
 
-// "0x" and at least so many digits.
+// "0x" and at least `digits` digits.
 std::string Hex(std::uint64_t number, int digits);
 
 // "is 0x12, should be 0x34".
-std::string Told(const Difference& difference);
+std::string TextOf(const Difference& difference);
 
 }  // namespace proof
 

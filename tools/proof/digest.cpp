@@ -1,3 +1,4 @@
+// Digests of the results of routines for a fixed input.
 #include "tools/proof/digest.h"
 
 #include "tools/proof/inputs.h"
@@ -8,10 +9,10 @@ namespace {
 constexpr std::size_t kShortLengths[] = {1, 7, 16, 33, 64, 127, 1021};
 constexpr std::size_t kNoise = 16411;
 
-// Behind the results, for a routine that is known to write too much.
+// Bytes behind the results, for a faulty routine that writes too much.
 constexpr std::size_t kSlack = 256;
 
-// Values that decide, then noise; all at once, then shorter runs.
+// Deciding values, then noise; all in one run, then in shorter runs.
 void AddSubject(Digest& digest, const Subject& subject) {
   Bytes source = SourceFor(subject, kNoise);
   std::size_t count = kNoise;
@@ -32,15 +33,15 @@ void AddSubject(Digest& digest, const Subject& subject) {
 }  // namespace
 
 void Digest::Add(const void* bytes, std::size_t count) {
-  constexpr std::uint64_t prime = 0x100000001B3;
+  constexpr std::uint64_t kPrime = 0x100000001B3;
   const auto* byte = static_cast<const unsigned char*>(bytes);
-  for (std::size_t i = 0; i < count; ++i) hash_ = (hash_ ^ byte[i]) * prime;
+  for (std::size_t i = 0; i < count; ++i) hash_ = (hash_ ^ byte[i]) * kPrime;
 }
 
 std::string Digest::Text() const {
-  constexpr const char* digits = "0123456789abcdef";
+  constexpr const char* kDigits = "0123456789abcdef";
   std::string text;
-  for (int shift = 60; shift >= 0; shift -= 4) text += digits[hash_ >> shift & 0xF];
+  for (int shift = 60; shift >= 0; shift -= 4) text += kDigits[hash_ >> shift & 0xF];
   return text;
 }
 

@@ -1,4 +1,4 @@
-// One number for everything that a level's routines make of a fixed input.
+// One number for all results of a level's routines for a fixed input.
 #ifndef TOOLS_PROOF_DIGEST_H
 #define TOOLS_PROOF_DIGEST_H
 
@@ -22,7 +22,7 @@ class Digest {
   std::uint64_t hash_ = 0xCBF29CE484222325;
 };
 
-// The same on every machine, and for every level that keeps to the plain loops.
+// The same on every machine, and for every level that equals the plain loops.
 std::string DigestOf(const std::vector<Subject>& subjects);
 
 }  // namespace proof

@@ -1,5 +1,4 @@
-// Memory between two fences: whoever reads or writes a byte before or behind it
-// crashes.
+// Memory between two fences: a read or write of a byte before or behind it crashes.
 #ifndef TOOLS_PROOF_FENCED_MEMORY_H
 #define TOOLS_PROOF_FENCED_MEMORY_H
 
@@ -9,7 +8,7 @@ namespace proof {
 
 class FencedMemory {
  public:
-  // At least so many bytes, all zero. Throws std::bad_alloc.
+  // Allocates at least that many bytes, all zero. Throws std::bad_alloc.
   explicit FencedMemory(std::size_t bytes);
   FencedMemory(const FencedMemory&) = delete;
   FencedMemory& operator=(const FencedMemory&) = delete;

@@ -1,3 +1,4 @@
+// Memory between pages without access, by mmap.
 #include <sys/mman.h>
 #include <unistd.h>
 

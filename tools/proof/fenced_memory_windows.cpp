@@ -1,3 +1,4 @@
+// Memory between pages without access, by VirtualAlloc.
 #include <windows.h>
 
 #include <new>
@@ -15,7 +16,7 @@ std::size_t Page() {
 
 }  // namespace
 
-// What is reserved and not committed is forbidden.
+// Reserved pages that are not committed allow no access.
 FencedMemory::FencedMemory(std::size_t bytes) {
   const std::size_t page = Page();
   const std::size_t inside = (bytes + page - 1) / page * page;

@@ -1,4 +1,6 @@
-// All floats there are. Threads take blocks of them one after the other.
+// Threads that convert all floats, a block at a time.
+#include "tools/proof/floats.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -10,7 +12,6 @@
 #include <thread>
 
 #include "tools/proof/difference.h"
-#include "tools/proof/values.h"
 
 namespace proof {
 namespace {
@@ -71,13 +72,13 @@ class Sweep {
     if (findings_[conversion]) return;
     const std::uint32_t bits = first + static_cast<std::uint32_t>(difference.place);
     findings_[conversion] =
-        conversions_[conversion].name + ": the float " + Hex(bits, 8) + " " + Told(difference);
+        conversions_[conversion].name + ": the float " + Hex(bits, 8) + " " + TextOf(difference);
   }
 
   const std::vector<Subject>& conversions_;
   const FloatBlocks blocks_;
   std::atomic<std::uint32_t> next_{0};
-  std::mutex mutex_;  // of what follows
+  std::mutex mutex_;  // protects the members below
   std::condition_variable allDone_;
   std::uint32_t done_ = 0;
   std::vector<Finding> findings_;

@@ -1,3 +1,4 @@
+// Noise and deciding values, the same on every machine.
 #include "tools/proof/inputs.h"
 
 #include <algorithm>
@@ -11,8 +12,7 @@ namespace {
 
 constexpr std::uint32_t kSign = 0x80000000;
 
-// A simple generator of our own: the standard's distributions differ between
-// libraries.
+// A simple generator: the distributions of the standard differ between libraries.
 class Generator {
  public:
   std::uint32_t Next() {
@@ -24,7 +24,7 @@ class Generator {
   std::uint64_t state_ = 20261121;
 };
 
-template <class Element, class Make>
+template <typename Element, typename Make>
 Bytes Made(std::size_t count, Make make) {
   std::vector<Element> elements(count);
   for (std::size_t i = 0; i < count; ++i) elements[i] = static_cast<Element>(make(i));
@@ -39,11 +39,11 @@ bool TakesFloats(const Subject& subject) {
 
 // The float and its four neighbours on either side.
 void AddAround(std::vector<std::uint32_t>& floats, double value) {
-  constexpr std::uint32_t reach = 4;
+  constexpr std::uint32_t kReach = 4;
   const auto middle = std::bit_cast<std::uint32_t>(static_cast<float>(value));
   const std::uint32_t magnitude = middle & ~kSign;
-  const std::uint32_t first = magnitude - std::min(magnitude, reach);
-  for (std::uint32_t i = first; i <= magnitude + reach; ++i) floats.push_back(i);
+  const std::uint32_t first = magnitude - std::min(magnitude, kReach);
+  for (std::uint32_t i = first; i <= magnitude + kReach; ++i) floats.push_back(i);
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ std::vector<std::uint32_t> DecidingFloats() {
   std::vector<std::uint32_t> floats = {
       0x7FC00000, 0x7F800001, 0x7FFFFFFF,  // NaNs, quiet, signalling, all ones
       0x7F800000, 0x7F7FFFFF,              // infinity, the largest
-      0x00400000, 0x007FFFFF, 0x00800000,  // denormals, the smallest that is none
+      0x00400000, 0x007FFFFF, 0x00800000,  // denormals, the smallest normal
   };
   for (int n = 0; n <= 256; ++n) AddAround(floats, n / 255.0);
   for (const double limit : {0x1p8, 0x1p15, 0x1p16, 0x1p31, 0x1p32, 0x1p63, 0x1p64}) {

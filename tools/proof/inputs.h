@@ -1,4 +1,4 @@
-// What the routines are fed with: the same on every machine.
+// Inputs of the routines, the same on every machine.
 #ifndef TOOLS_PROOF_INPUTS_H
 #define TOOLS_PROOF_INPUTS_H
 
@@ -14,7 +14,7 @@ using Bytes = std::vector<unsigned char>;
 
 Bytes Noise(std::size_t bytes);
 
-// Elements for a subject's source that nearly all give different results:
+// Elements for a subject's source with nearly all results different:
 // noise, but floats around 0..1.
 Bytes SourceFor(const Subject& subject, std::size_t count);
 

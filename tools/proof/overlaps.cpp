@@ -1,11 +1,12 @@
-// Copies onto themselves.
+// Copies within one piece of memory, upward and downward.
+#include "tools/proof/overlaps.h"
+
 #include <cstring>
 #include <iterator>
 
 #include "tools/proof/difference.h"
 #include "tools/proof/fenced_memory.h"
 #include "tools/proof/inputs.h"
-#include "tools/proof/shapes.h"
 
 namespace proof {
 namespace {
@@ -39,7 +40,7 @@ class Overlaps {
     return TryOne(low, 0, distance, length);
   }
 
-  // What is moved, and where to, seen from `low`.
+  // Copies from offset `from` to offset `to`, both counted from `low`.
   Finding TryOne(unsigned char* low, std::size_t from, std::size_t to, std::size_t length) {
     const std::size_t span = from + to + length;
     if (span == 0) return std::nullopt;
@@ -53,7 +54,7 @@ class Overlaps {
     if (!difference) return std::nullopt;
     return subject_.name + ": " + std::to_string(length) + " bytes " + (from > to ? "down" : "up") +
            " by " + std::to_string(from + to) + ": byte " + std::to_string(difference->place) +
-           " of both together " + Told(*difference);
+           " of both together " + TextOf(*difference);
   }
 
   const Subject& subject_;

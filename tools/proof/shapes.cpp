@@ -1,3 +1,4 @@
+// Runs of a routine at many lengths and places.
 #include "tools/proof/shapes.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@ namespace proof {
 namespace {
 
 constexpr std::size_t kVector = 64;
-constexpr std::size_t kVectors = 9;  // one more than what any loop takes at once
+constexpr std::size_t kVectors = 9;  // one more than any loop takes at once
 
 // Odd lengths that need many turns of any loop.
 constexpr std::size_t kLongLengths[] = {1021, 4099, 8259, 24653};
@@ -30,7 +31,7 @@ std::vector<std::size_t> Lengths(const Subject& subject) {
   return lengths;
 }
 
-// Where in a vector a run begins: everywhere, or at three places.
+// The places of a run in a vector: all, or three of them.
 std::vector<std::size_t> AllPlaces(const Side& side) {
   std::vector<std::size_t> places;
   for (std::size_t place = 0; place < kVector; place += side.step) places.push_back(place);

@@ -1,3 +1,4 @@
+// The routines of a level, each with its plain loop.
 #include "tools/proof/subject.h"
 
 #include <cstdint>
@@ -28,8 +29,8 @@ std::string Name(simd::Level level, const std::string& routine, const std::strin
   return std::string(simd::NameOf(level)) + " " + routine + (variant.empty() ? "" : ", " + variant);
 }
 
-// What is streamed is finished, so that it may be read; to finish what was not
-// streamed does no harm.
+// Streaming is finished before the result is read; without streaming the call has no
+// effect.
 Run ConvertWith(PXLp_RowKernel kernel) {
   return [kernel](const void* source, void* destination, std::size_t count) {
     kernel(source, destination, count);
@@ -37,7 +38,7 @@ Run ConvertWith(PXLp_RowKernel kernel) {
   };
 }
 
-// Another value for each count, so that none is left over from the run before.
+// Each count has its own value, so that bytes of the run before are noticed.
 std::uint32_t ValueToFillWith(std::size_t count) {
   return 0x01020304U + static_cast<std::uint32_t>(count) * 0x9E3779B9U;
 }

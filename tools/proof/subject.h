@@ -1,5 +1,5 @@
-// What is proved: each routine of a processor level beside the plain loop that
-// it has to equal bit for bit.
+// The subjects of the proof: each routine of a processor level with the plain loop
+// that it must equal bit for bit.
 #ifndef TOOLS_PROOF_SUBJECT_H
 #define TOOLS_PROOF_SUBJECT_H
 
@@ -13,13 +13,13 @@
 
 namespace proof {
 
-// Makes `count` elements at `destination` of those at `source`.
+// Converts `count` elements at `source` to those at `destination`.
 using Run = std::function<void(const void* source, void* destination, std::size_t count)>;
 
 enum class Kind {
   Conversion,
   Copy,  // source and destination may overlap
-  Store  // what is written depends on the count alone; there is no source
+  Store  // the result depends on the count alone; there is no source
 };
 
 // One side of a routine.
@@ -38,7 +38,7 @@ struct Subject {
   Side destination;
 };
 
-// A difference in words, or nothing.
+// The description of a difference, or nothing.
 using Finding = std::optional<std::string>;
 
 // The levels that this processor has, from the lowest on.

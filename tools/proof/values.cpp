@@ -1,3 +1,4 @@
+// Deciding values at every place and in runs of every length.
 #include "tools/proof/values.h"
 
 #include <algorithm>
@@ -13,7 +14,8 @@ namespace {
 constexpr std::size_t kMostPlaces = 256;
 constexpr std::size_t kMostLength = 72;
 
-// So few stand at each place of a short run as well; more would take minutes.
+// Up to this number, values are tried at each place of a short run as well; more would
+// take minutes.
 constexpr std::size_t kFewValues = 8192;
 
 // The values behind a run-up of others, converted by the plain loop.
@@ -70,7 +72,7 @@ class Values {
     if (!difference) return std::nullopt;
     const std::size_t element = first + difference->place / size;
     return subject_.name + ": the element " + Element(element) + ", " + how + ": byte " +
-           std::to_string(difference->place % size) + " " + Told(*difference);
+           std::to_string(difference->place % size) + " " + TextOf(*difference);
   }
 
   [[nodiscard]] std::string Element(std::size_t index) const {

@@ -1,9 +1,11 @@
+// All checks of a routine, and the verdict on a level in a line.
 #include "tools/proof/verdict.h"
 
 #include <algorithm>
 #include <iomanip>
 #include <sstream>
 
+#include "tools/proof/overlaps.h"
 #include "tools/proof/shapes.h"
 #include "tools/proof/values.h"
 
@@ -16,9 +18,9 @@ Finding Check(const Subject& subject) {
 }
 
 std::string Line(const Verdict& verdict) {
-  constexpr int nameWidth = 10;
+  constexpr int kNameWidth = 10;
   std::ostringstream line;
-  line << std::left << std::setw(nameWidth) << verdict.name;
+  line << std::left << std::setw(kNameWidth) << verdict.name;
   if (verdict.digest.empty()) {
     line << "not on this processor";
   } else {

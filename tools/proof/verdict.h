@@ -1,4 +1,4 @@
-// What the proof says of a level, or of whatever else was proved.
+// The result of the proof for a level, or for another subject.
 #ifndef TOOLS_PROOF_VERDICT_H
 #define TOOLS_PROOF_VERDICT_H
 
@@ -11,17 +11,18 @@ namespace proof {
 
 struct Verdict {
   std::string name;
-  std::string digest;  // empty where there was nothing to prove
+  std::string digest;  // empty if nothing was proved
   Finding difference;
 };
 
-// All checks of one routine but that of all floats.
+// Runs all checks of one routine except that of all floats.
 Finding Check(const Subject& subject);
 
-// Name, digest, "ok" or what differs, in columns.
+// Name, digest, "ok" or the difference, in columns.
 std::string Line(const Verdict& verdict);
 
-// Levels whose digest is not that of the first differ, though no check saw it.
+// Marks levels whose digest is not that of the first as different, even if no check
+// found a difference.
 void CompareDigests(std::vector<Verdict>& levels);
 
 bool AllEqual(const std::vector<Verdict>& verdicts);

@@ -1,3 +1,4 @@
+// Runs a routine between fences and compares all bytes around it.
 #include "tools/proof/workbench.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@
 namespace proof {
 namespace {
 
-// Copies what may be of no length.
+// Copies bytes; none if `bytes` is 0, when pointers may be null.
 void CopyBytes(unsigned char* to, const unsigned char* from, std::size_t bytes) {
   if (bytes != 0) std::memcpy(to, from, bytes);
 }
@@ -56,16 +57,16 @@ Finding Workbench::Compare(const unsigned char* from, const unsigned char* to) c
   const std::size_t runEnd = place + expected_.size();
   const std::size_t behind = std::min(kMargin, untouched_.size() - runEnd);
   if (const auto d = FirstDifference(to, expected_.data(), expected_.size())) {
-    return "byte " + std::to_string(d->place) + " " + Told(*d);
+    return "byte " + std::to_string(d->place) + " " + TextOf(*d);
   }
   if (const auto d = FirstDifference(to - before, &untouched_[place - before], before)) {
-    return "byte " + std::to_string(before - d->place) + " before the run " + Told(*d);
+    return "byte " + std::to_string(before - d->place) + " before the run " + TextOf(*d);
   }
   if (const auto d = FirstDifference(to + expected_.size(), untouched_.data() + runEnd, behind)) {
-    return "byte " + std::to_string(d->place + 1) + " behind the run " + Told(*d);
+    return "byte " + std::to_string(d->place + 1) + " behind the run " + TextOf(*d);
   }
   if (const auto d = FirstDifference(from, elements_.data(), SourceBytes())) {
-    return "byte " + std::to_string(d->place) + " of the source " + Told(*d);
+    return "byte " + std::to_string(d->place) + " of the source " + TextOf(*d);
   }
   return std::nullopt;
 }

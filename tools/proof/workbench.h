@@ -1,4 +1,4 @@
-// Fenced memory for both sides of a routine, and what must be in it after a run.
+// Fenced memory for both sides of a routine, and its expected contents after a run.
 #ifndef TOOLS_PROOF_WORKBENCH_H
 #define TOOLS_PROOF_WORKBENCH_H
 
@@ -10,19 +10,19 @@
 
 namespace proof {
 
-// Runs the subject on the first of up to `most` elements, wherever it is told.
+// Runs the subject at any place on the first elements of `most`.
 class Workbench {
  public:
   Workbench(const Subject& subject, std::size_t most);
 
-  // From here on runs are of so many elements.
+  // Sets the number of elements of the following runs.
   void SetCount(std::size_t count);
 
-  // The subject's run from one place to another, compared with the plain loop's
-  // together with what is around it.
+  // Runs the subject from one place to another. Compares the result and the bytes
+  // around it with those of the plain loop.
   Finding Try(unsigned char* from, unsigned char* to);
 
-  // Where runs may begin, and where they begin to end at the upper fence.
+  // The lowest places of a run, and the places of a run that ends at the upper fence.
   [[nodiscard]] unsigned char* LowSource() const { return source_.begin(); }
   [[nodiscard]] unsigned char* LowDestination() const { return destination_.begin(); }
   [[nodiscard]] unsigned char* HighSource() const { return source_.end() - SourceBytes(); }
@@ -34,7 +34,7 @@ class Workbench {
   [[nodiscard]] unsigned char* MiddleDestination() const { return destination_.begin() + kMargin; }
 
  private:
-  static constexpr std::size_t kMargin = 256;  // what is looked at around a run
+  static constexpr std::size_t kMargin = 256;  // bytes checked around a run
 
   [[nodiscard]] std::size_t SourceBytes() const { return count_ * subject_.source.elementBytes; }
   [[nodiscard]] Finding Compare(const unsigned char* from, const unsigned char* to) const;

@@ -1,3 +1,4 @@
+// The command line parsed by CLI11, and its errors as messages of the tool.
 #include "tools/pxl/arguments.h"
 
 #include <iostream>
@@ -5,25 +6,31 @@
 #include <optional>
 #include <string>
 
-#include "tools/pxl/commands/commands.h"
-#include "tools/pxl/module/package_version.h"
+#include "tools/pxl/module/module.h"
+#include "tools/pxl/system/exit_codes.h"
 #include "tools/pxl/system/failure.h"
+#include "tools/pxl/verb_help.h"
 #include "tools/pxl/verbs.h"
 
 namespace pxl {
 namespace {
 
 constexpr const char* kDescription =
-    "Converts pictures between the pixel depths of PXL, shows what they and the\n"
-    "transfer modes do, and what the module is and says.";
+    "Converts pictures between the pixel depths of PXL, shows the effects of depths and\n"
+    "transfer modes, and examines the module and its texts.";
 
-// The help of the verb that was asked about, or of the whole program.
+// Prints the help of the verb in question, or of the whole program.
 int PrintHelp(const CLI::App& app) {
   std::cout << app.help();
   return kExitSuccess;
 }
 
-// The translation to use, whatever the verb.
+int PrintLine(const std::string& text) {
+  std::cout << text << "\n";
+  return kExitSuccess;
+}
+
+// The translation to use, for any verb.
 LanguageFile AddLanguage(CLI::App& app) {
   auto file = std::make_shared<std::optional<std::string>>();
   app.add_option("--language", *file, "Translation of the module's texts, before any verb")
@@ -38,7 +45,7 @@ bool HasNoVerb(const CLI::App& app, const CLI::ParseError& error) {
          app.get_subcommands().empty();
 }
 
-// The library would only say that a verb is missing.
+// The library would report a missing verb.
 void RefuseUnknownVerb(const CLI::App& app, const std::vector<std::string>& arguments) {
   if (arguments.size() < 2) throw UsageError(kNoVerb);
   const std::string& first = arguments[1];
@@ -47,8 +54,8 @@ void RefuseUnknownVerb(const CLI::App& app, const std::vector<std::string>& argu
   throw UsageError(first, "is no verb; see pxl --help");
 }
 
-// What the library says of an option in the form of all our messages: the name,
-// a colon, the reason.
+// The library's message about an option in the form of all messages of this
+// program: name and reason.
 UsageError Translated(const CLI::ParseError& error) {
   const std::string text = error.what();
   for (const char* word : {" is required", " requires ", " excludes "}) {
@@ -68,15 +75,36 @@ std::string VersionText() {
   return "pxl " + PackageVersion();
 }
 
+void SetUp(CLI::App& app) {
+  app.footer(CommonHelp());
+  // A slash starts the name of a file, not an option, on Windows too.
+  app.allow_windows_style_options(false);
+  app.set_version_flag("--version", VersionText);
+  app.require_subcommand(1);
+}
+
+// The failure behind an error of the library.
+UsageError UsageErrorOf(const CLI::App& app, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  if (!unknown.empty()) return {unknown.front(), "is not expected"};
+  if (HasNoVerb(app, error)) return UsageError(kNoVerb);
+  return Translated(error);
+}
+
+// The verb that was parsed. The library keeps verbs in the order of their addition.
+Command ChosenCommand(CLI::App& app, const std::vector<Verb>& verbs) {
+  const std::vector<CLI::App*> places = app.get_subcommands({});
+  for (std::size_t i = 0; i < verbs.size(); ++i) {
+    if (places[i]->parsed()) return {verbs[i].action, verbs[i].failureCode};
+  }
+  throw UsageError(kNoVerb);
+}
+
 }  // namespace
 
 Command ParseArguments(const std::vector<std::string>& arguments) {
   auto app = std::make_shared<CLI::App>(kDescription, "pxl");
-  app->footer(CommonHelp());
-  // A slash starts the name of a file, not an option, on Windows too.
-  app->allow_windows_style_options(false);
-  app->set_version_flag("--version", VersionText);
-  app->require_subcommand(1);
+  SetUp(*app);
   const LanguageFile language = AddLanguage(*app);
   const std::vector<Verb> verbs = AddVerbs(*app, language);
   RefuseUnknownVerb(*app, arguments);
@@ -86,22 +114,11 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   } catch (const CLI::CallForHelp&) {
     return {[app] { return PrintHelp(*app); }, kExitFailure};
   } catch (const CLI::CallForVersion& version) {
-    return {[text = std::string(version.what())] {
-              std::cout << text << "\n";
-              return kExitSuccess;
-            },
-            kExitFailure};
+    return {[text = std::string(version.what())] { return PrintLine(text); }, kExitFailure};
   } catch (const CLI::ParseError& error) {
-    const std::vector<std::string> unknown = app->remaining(true);
-    if (!unknown.empty()) throw UsageError(unknown.front(), "is not expected");
-    if (HasNoVerb(*app, error)) throw UsageError(kNoVerb);
-    throw Translated(error);
+    throw UsageErrorOf(*app, error);
   }
-  const std::vector<CLI::App*> places = app->get_subcommands({});
-  for (std::size_t i = 0; i < verbs.size(); ++i) {
-    if (places[i]->parsed()) return {verbs[i].action, verbs[i].failureCode};
-  }
-  throw UsageError(kNoVerb);
+  return ChosenCommand(*app, verbs);
 }
 
 }  // namespace pxl

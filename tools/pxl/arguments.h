@@ -8,10 +8,10 @@
 
 namespace pxl {
 
-// What the command line asks for: a verb with its options, or the printing of
+// The request of the command line: a verb with its options, or the printing of
 // help.
 struct Command {
-  std::function<int()> run;  // gives the exit code
+  std::function<int()> run;  // returns the exit code
   int failureCode;           // the exit code when it throws Failure
 };
 

@@ -5,29 +5,29 @@
 #include <new>
 
 #include "tools/pxl/arguments.h"
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/module/environment.h"
-#include "tools/pxl/system/command_line.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
 #include "tools/pxl/system/failure.h"
+#include "tools/pxl/system/operating_system.h"
 
 namespace {
 
-// A comparison that never began must not end as one that found a difference.
+// Until the verb is known: 1 would mean that pxl diff found a difference.
 int failureCode = pxl::kExitUsage;
 
 [[noreturn]] void End();
 
-// In force before objects of the libraries in use are made, which takes memory
-// as well.
+// Set before the libraries construct their global objects, which allocate memory
+// too.
 struct EndInForce {
   EndInForce() : other(std::set_terminate(End)) {}
   std::terminate_handler other;
 };
 [[gnu::init_priority(101)]] const EndInForce kEndInForce;
 
-// Whether that is why the program cannot go on: memory ran out in a destructor,
-// or there was not even enough to throw.
+// Whether the program ends for lack of memory: an allocation failed in a destructor,
+// or there was not enough memory to throw an exception.
 bool MemoryRanOut() {
   if (std::current_exception() == nullptr) {
     constexpr std::size_t kSome = 65536;
@@ -70,14 +70,14 @@ int main(int count, char** arguments) {
   try {
     return Run(count, arguments);
   } catch (const pxl::UsageError& error) {
-    pxl::TellFailure(error.name(), error.what());
+    pxl::PrintFailure(error.name(), error.what());
     return pxl::kExitUsage;
   } catch (const pxl::Failure& failure) {
-    pxl::TellFailure(failure.name(), failure.what());
+    pxl::PrintFailure(failure.name(), failure.what());
   } catch (const std::bad_alloc&) {
-    pxl::TellFailure("", "not enough memory");
+    pxl::PrintFailure("", "not enough memory");
   } catch (const std::exception& problem) {
-    pxl::TellFailure("", problem.what());
+    pxl::PrintFailure("", problem.what());
   }
   return failureCode;
 }

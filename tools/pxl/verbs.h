@@ -11,20 +11,17 @@
 
 namespace pxl {
 
-// Runs a verb and gives the exit code.
+// Runs a verb and returns the exit code.
 using Action = std::function<int()>;
 
-// What a verb does once the command line is parsed.
+// The action of a verb, for when the command line is parsed.
 struct Verb {
   Action action;
   int failureCode;  // the exit code when that throws Failure
 };
 
-// The translation that the command line names, once it is parsed.
+// The translation file of the command line; set when it is parsed.
 using LanguageFile = std::shared_ptr<const std::optional<std::string>>;
-
-// What the help of the program and of most verbs ends with.
-std::string CommonHelp();
 
 // Adds all verbs, in the order in which CLI11 keeps them.
 std::vector<Verb> AddVerbs(CLI::App& app, const LanguageFile& language);

@@ -1,5 +1,6 @@
 // Copies, fills and byte swaps of every level that this processor has.
 #include "tests/support/module/levels.h"
+#include "tools/proof/overlaps.h"
 #include "tools/proof/shapes.h"
 
 using RoutinesOfLevel = EachLevel;

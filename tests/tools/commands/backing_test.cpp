@@ -18,7 +18,7 @@ class Backings : public testing::Test {
  protected:
   std::string Path(const std::string& name) const { return (folder_ / name).string(); }
 
-  // What becomes of a picture on the given way, as the bytes of the file.
+  // Converts a picture with these options; returns the bytes of the file.
   std::string Converted(const std::string& input, std::vector<std::string> options) {
     options.insert(options.begin(), {"convert", input, "-o", Path("out.png")});
     const Outcome outcome = RunPxl(options);
@@ -85,7 +85,7 @@ TEST_F(Backings, RoundFloatsTo8BitsInMappedFilesOnly) {
   }
 }
 
-TEST_F(Backings, AreToldWorldByWorld) {
+TEST_F(Backings, ArePrintedWorldByWorld) {
   const std::string coffee = SamplePicture("coffee.png");
   const std::vector<std::string> job = {"convert", coffee,    "-o", Path("out.png"), "--via",
                                         "32,128",  "--depth", "32", "--verbose"};

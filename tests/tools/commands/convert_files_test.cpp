@@ -22,7 +22,7 @@ class Conversion : public testing::Test {
     return RunPxl({"convert", input, "-o", Path(output), "--depth", depth});
   }
 
-  // Makes a small picture and gives its path.
+  // Makes a small picture and returns its path.
   std::string Small(const std::string& name, std::vector<pxl::PngChunk> chunks = {}) {
     PngRecipe recipe;
     recipe.chunks = std::move(chunks);
@@ -70,7 +70,7 @@ TEST_F(Conversion, KeepsColourTagsFromPngToPng) {
   EXPECT_EQ(pxl::FindChunk(colour, "iCCP")->data, kProfile.data);
 }
 
-TEST_F(Conversion, SaysInOneLineWhichTagsOpenExrCannotKeep) {
+TEST_F(Conversion, ReportsInOneLineTheTagsThatOpenExrCannotKeep) {
   const std::string input = Small("in.png", {kGamma, kProfile});
   const Outcome outcome = Convert(input, "out.exr", "128");
   EXPECT_EQ(outcome.code, 0);
@@ -89,7 +89,7 @@ TEST_F(Conversion, CarriesChromaticitiesBothWays) {
             ReadPictureFile(Path("in.exr")).header.colour.chromaticities);
 }
 
-TEST_F(Conversion, SaysWhenPngCannotKeepChromaticities) {
+TEST_F(Conversion, ReportsChromaticitiesThatPngCannotKeep) {
   pxl::Chromaticities odd = kVideo;
   odd[3] = -0.5;
   WriteBytes(folder_ / "in.exr", SmallExr(odd));
@@ -145,7 +145,7 @@ TEST_F(Conversion, ShowsABarOnATerminalAndClearsItForMessages) {
   EXPECT_THAT(outcome.output, HasSubstr("] 1/2\r\x1B[Kpxl: " + bad + ": is neither"));
 }
 
-TEST_F(Conversion, ThatCannotTellTheMemoryIsAFailure) {
+TEST_F(Conversion, FailsWhenTheMemoryCannotBePrinted) {
   const Outcome outcome = RunPxlInShell(
       "", {"convert", Small("in.png"), "-o", Path("out.png"), "--depth", "64", "--verbose"},
       ">/dev/full");
@@ -159,7 +159,7 @@ TEST_F(Conversion, KnowsInputsByContentAndEndingsInAnyCase) {
   EXPECT_EQ(ReadPictureFile(Path("OUT.PNG")).pixels, ReadPictureFile(Path("in.png")).pixels);
 }
 
-TEST_F(Conversion, TellsTheMemoryOfEachWorld) {
+TEST_F(Conversion, PrintsTheMemoryOfEachWorld) {
   const std::string coffee = SamplePicture("coffee.png");
   const Outcome large = RunPxl(
       {"convert", coffee, "-o", Path("out.png"), "--via", "128", "--depth", "64", "--verbose"});
@@ -181,7 +181,7 @@ TEST_F(Conversion, FollowsTheSettingsOfTheModule) {
   EXPECT_THAT(outcome.output, HasSubstr("from the heap"));
 }
 
-TEST_F(Conversion, WithoutMemorySaysSoInTheModulesWords) {
+TEST_F(Conversion, ReportsLackOfMemoryInTheModulesWords) {
   const std::string coffee = SamplePicture("coffee.png");
   const Outcome outcome = RunPxl({"convert", coffee, "-o", Path("out.png"), "--depth", "64"},
                                  {{"PXL_MEMORY_BUDGET", "1000000"}});
@@ -205,7 +205,7 @@ TEST_F(Conversion, LeavesTheOldOutputAloneWhenItFails) {
 
 TEST_F(Conversion, RemovesWhatItCouldNotFinishWriting) {
   for (const std::string name : {"out.png", "out.exr"}) {
-    // Files end at 8 blocks of 512 or 1024 bytes; going on is an error here.
+    // The limit of files is 8 blocks of 512 or 1024 bytes; writing more is an error.
     const Outcome outcome = RunPxlInShell(
         "trap '' XFSZ; ulimit -f 8;",
         {"convert", SamplePicture("astronaut.png"), "-o", Path(name), "--depth", "32"}, "");

@@ -1,4 +1,4 @@
-// What becomes of pixels, against the arithmetic written out here.
+// The pixels of conversions, compared with the arithmetic written out here.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -41,7 +41,7 @@ std::string PngOfAllValues(int bits) {
 
 class ConvertedPixels : public testing::Test {
  protected:
-  // Converts a file of these bytes and gives the result.
+  // Converts a file of these bytes and returns the result.
   pxl::Picture Converted(const std::string& bytes, const std::string& ending,
                          const std::vector<std::string>& options) {
     WriteBytes(folder_ / "in", bytes);
@@ -59,7 +59,7 @@ class ConvertedPixels : public testing::Test {
   TemporaryFolder folder_;
 };
 
-// One row of pixels whose red is the given value; green 0.25, blue 2, alpha 1.
+// One row of pixels with this red; green 0.25, blue 2, alpha 1.
 std::string ExrOfReds(const std::vector<float>& reds) {
   ExrRecipe recipe;
   recipe.display = {{0, 0}, {static_cast<int>(reds.size()) - 1, 0}};
@@ -143,7 +143,7 @@ TEST_F(ConvertedPixels, OfTheirOwnDepthAreNotTouched) {
     auto source = ReadPictureFile(In());
     if (bits == 16) {
       for (std::size_t i = 0; i < source.pixels.size(); i += 2) {
-        // The one loss is that of the file's values in a World's.
+        // The only loss is that of 65536 values in 32769.
         pxl::ToWorld16(&source.pixels[i], 1);
         pxl::ToFile16(&source.pixels[i], &source.pixels[i], 1);
       }
@@ -228,8 +228,8 @@ TEST_F(ConvertedPixels, OutsideTheDataWindowAreTransparentBlack) {
   EXPECT_THAT(result, testing::ElementsAre(0, 0, 0, 0, 255, 255, 255, 255, 0, 0, 0, 0));
 }
 
-// Worlds are filled with a pattern before pixels come in. If any of it reached
-// a file, two patterns would give two files.
+// Worlds are filled with a pattern before pixels are written. If any of it reached
+// a file, two patterns would result in two files.
 TEST_F(ConvertedPixels, AreAllWrittenByTheModule) {
   for (const std::string& sample : SamplePictures()) {
     for (const std::string depth : {"32", "64", "128"}) {

@@ -1,3 +1,4 @@
+// pxl demo: the files and sheets that it writes.
 #include <gmock/gmock.h>
 
 #include "tests/tools/support/program.h"
@@ -49,7 +50,7 @@ TEST_F(Demonstration, ShowsFourPicturesOfEqualWidthOnTheSheet) {
   EXPECT_GT(sheet.header.height, 320 + 3 * 24);
 }
 
-TEST_F(Demonstration, TellsWhatTheConversionsCost) {
+TEST_F(Demonstration, PrintsTheLossesOfTheConversions) {
   const std::string output = Run({SamplePicture("coffee.png")}).output;
   EXPECT_THAT(output, HasSubstr("coffee-32.png (nothing changed)"));
   EXPECT_THAT(output, HasSubstr("coffee-64.png (largest change 1.5e-05)"));
@@ -64,7 +65,7 @@ TEST_F(Demonstration, FailsInOneLine) {
   EXPECT_EQ(twice.errors, "pxl: b/x.exr: another picture has the same name\n");
 }
 
-TEST_F(Demonstration, SaysWhichFontItLacks) {
+TEST_F(Demonstration, ReportsAMissingFont) {
   const Outcome outcome =
       RunPxl({"demo", "-o", (folder_ / "demo").string(), SamplePicture("astronaut.png")},
              {{"PXL_FONT", "/no/font.ttf"}});

@@ -1,4 +1,4 @@
-// pxl diff: what counts as different, what is told, and its own exit codes.
+// pxl diff: its rules, its reports and its own exit codes.
 #include <gmock/gmock.h>
 
 #include <cmath>
@@ -61,26 +61,32 @@ class Diff : public testing::Test {
     return RunPxl(options);
   }
 
-  // What is told as JSON, together with the exit code.
-  static json Told(const std::string& a, const std::string& b,
-                   std::vector<std::string> options = {}) {
+  // The report as JSON, with a check of the exit code.
+  static json Report(const std::string& a, const std::string& b,
+                     std::vector<std::string> options = {}) {
     options.emplace_back("--json");
     const Outcome outcome = Run(a, b, options);
     EXPECT_EQ(outcome.errors, "");
-    json told = json::parse(outcome.output);
-    EXPECT_EQ(outcome.code, told["same"] == true ? 0 : 1);
-    return told;
+    json report = json::parse(outcome.output);
+    EXPECT_EQ(outcome.code, report["same"] == true ? 0 : 1);
+    return report;
   }
 
-  json ToldOfFloats(float a, float b, const std::vector<std::string>& options = {}) {
-    return Told(Exr("a.exr", a), Exr("b.exr", b), options);
+  json ReportOfFloats(float a, float b, const std::vector<std::string>& options = {}) {
+    return Report(Exr("a.exr", a), Exr("b.exr", b), options);
   }
 
-  static void ExpectMismatch(const json& told, const std::string& what, const std::string& a,
+  static void ExpectError(const Outcome& outcome, const std::string& line) {
+    EXPECT_EQ(outcome.code, 2);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "pxl: " + line + "\n");
+  }
+
+  static void ExpectMismatch(const json& report, const std::string& what, const std::string& a,
                              const std::string& b) {
-    EXPECT_EQ(told["same"], false);
-    EXPECT_EQ(told["mismatch"], json({{"what", what}, {"a", a}, {"b", b}}));
-    EXPECT_EQ(told["differing"], nullptr);
+    EXPECT_EQ(report["same"], false);
+    EXPECT_EQ(report["mismatch"], json({{"what", what}, {"a", a}, {"b", b}}));
+    EXPECT_EQ(report["differing"], nullptr);
   }
 
   TemporaryFolder folder_;
@@ -118,15 +124,15 @@ TEST_F(Diff, ComparesPicturesAndNotFiles) {
   EXPECT_EQ(Run(Path("a.png"), Path("b.png")).code, 0);
 }
 
-TEST_F(Diff, CountsPixelsAndSamplesAndTellsTheFirstAndTheLargest) {
+TEST_F(Diff, CountsPixelsAndSamplesAndPrintsTheFirstAndTheLargest) {
   const std::string a = Png("a.png");
   const std::string b = Png("b.png", ThreeSamples);
-  const json told = Told(a, b);
-  EXPECT_EQ(told["a"], a);
-  EXPECT_EQ(told["b"], b);
-  EXPECT_EQ(told["tolerance"], 0);
-  EXPECT_EQ(told["mismatch"], nullptr);
-  const json& differing = told["differing"];
+  const json report = Report(a, b);
+  EXPECT_EQ(report["a"], a);
+  EXPECT_EQ(report["b"], b);
+  EXPECT_EQ(report["tolerance"], 0);
+  EXPECT_EQ(report["mismatch"], nullptr);
+  const json& differing = report["differing"];
   EXPECT_EQ(differing["pixels"], 2);
   EXPECT_EQ(differing["samples"], 3);
   EXPECT_EQ(differing["withoutDistance"], 0);
@@ -152,11 +158,11 @@ TEST_F(Diff, IsReadableWithoutJson) {
                 "(full scale 32768)\n");
 }
 
-TEST_F(Diff, Tells16BitsAsTheFilesHaveThem) {
+TEST_F(Diff, Prints16BitsAsInTheFiles) {
   const std::string a = Png("a.png", {}, 16);
   const auto twoAtThree = [](auto x, auto, int) { return x == 3 ? 2U : 0U; };
   const std::string b = Png("b.png", twoAtThree, 16);
-  const json differing = Told(a, b)["differing"];
+  const json differing = Report(a, b)["differing"];
   EXPECT_EQ(differing["pixels"], 3);
   EXPECT_EQ(differing["samples"], 12);
   EXPECT_EQ(differing["first"],
@@ -170,7 +176,7 @@ TEST_F(Diff, SeesAlphaAlone) {
   const std::string a = Png("a.png");
   const std::string b =
       Png("b.png", [](auto x, auto y, int c) { return c == 3 && x + y == 5 ? 1U : 0U; });
-  const json differing = Told(a, b)["differing"];
+  const json differing = Report(a, b)["differing"];
   EXPECT_EQ(differing["samples"], 1);
   EXPECT_EQ(differing["first"],
             json({{"x", 3}, {"y", 2}, {"channel", "alpha"}, {"a", 100}, {"b", 101}}));
@@ -179,7 +185,7 @@ TEST_F(Diff, SeesAlphaAlone) {
 TEST_F(Diff, CountsAGreySampleOnce) {
   const Sample changed = [](auto x, auto y, int c) { return x == 2 && y == 1 && c == 0 ? 9U : 0U; };
   const json differing =
-      Told(Png("a.png", {}, 8, kGreyAlpha), Png("b.png", changed, 8, kGreyAlpha))["differing"];
+      Report(Png("a.png", {}, 8, kGreyAlpha), Png("b.png", changed, 8, kGreyAlpha))["differing"];
   EXPECT_EQ(differing["samples"], 1);
   EXPECT_EQ(differing["first"]["channel"], "grey");
 }
@@ -187,13 +193,13 @@ TEST_F(Diff, CountsAGreySampleOnce) {
 TEST_F(Diff, ToleratesStepsOfTheFiles) {
   const std::string a = Png("a.png");
   const std::string b = Png("b.png", ThreeSamples);
-  const json three = Told(a, b, {"--tolerance", "3"});
+  const json three = Report(a, b, {"--tolerance", "3"});
   EXPECT_EQ(three["tolerance"], 3);
   EXPECT_EQ(three["differing"]["pixels"], 1);
   EXPECT_EQ(three["differing"]["samples"], 1);
   EXPECT_EQ(three["differing"]["first"]["channel"], "blue");
-  EXPECT_EQ(Told(a, b, {"--tolerance", "4"})["same"], false);
-  const json five = Told(a, b, {"--tolerance", "5"});
+  EXPECT_EQ(Report(a, b, {"--tolerance", "4"})["same"], false);
+  const json five = Report(a, b, {"--tolerance", "5"});
   EXPECT_EQ(five["same"], true);
   EXPECT_EQ(five["differing"]["pixels"], 0);
   EXPECT_EQ(five["differing"]["first"], nullptr);
@@ -210,62 +216,62 @@ TEST_F(Diff, ToleratesStepsOfTheFiles) {
 
 TEST_F(Diff, ToleratesUlpsOfFloats) {
   const float near = std::nextafter(std::nextafter(0.5F, 1.0F), 1.0F);
-  EXPECT_EQ(ToldOfFloats(0.5F, near, {"--tolerance", "1"})["same"], false);
-  const json told = ToldOfFloats(0.5F, near, {"--tolerance", "2"});
-  EXPECT_EQ(told["same"], true);
-  EXPECT_EQ(told["differing"]["largest"]["ulps"], 2);
-  EXPECT_DOUBLE_EQ(told["differing"]["largest"]["steps8"], (double{near} - 0.5) * 255.0);
+  EXPECT_EQ(ReportOfFloats(0.5F, near, {"--tolerance", "1"})["same"], false);
+  const json report = ReportOfFloats(0.5F, near, {"--tolerance", "2"});
+  EXPECT_EQ(report["same"], true);
+  EXPECT_EQ(report["differing"]["largest"]["ulps"], 2);
+  EXPECT_DOUBLE_EQ(report["differing"]["largest"]["steps8"], (double{near} - 0.5) * 255.0);
 
   // Across zero, which is one place for both signs.
   const float least = std::numeric_limits<float>::denorm_min();
-  EXPECT_EQ(ToldOfFloats(-least, least)["differing"]["largest"]["ulps"], 2);
-  EXPECT_EQ(ToldOfFloats(-1.0F, 1.0F)["differing"]["largest"]["ulps"], 2U * 0x3F800000U);
+  EXPECT_EQ(ReportOfFloats(-least, least)["differing"]["largest"]["ulps"], 2);
+  EXPECT_EQ(ReportOfFloats(-1.0F, 1.0F)["differing"]["largest"]["ulps"], 2U * 0x3F800000U);
 }
 
-TEST_F(Diff, TellsFloatsInAllTheirDigits) {
+TEST_F(Diff, PrintsFloatsInAllTheirDigits) {
   const float a = 0.1F;
   const float b = std::nextafter(a, 1.0F);
   EXPECT_THAT(Run(Exr("a.exr", a), Exr("b.exr", b)).output,
               HasSubstr("red: 0.100000001 against 0.100000009\n  largest    1 ULPs; "));
-  const json first = ToldOfFloats(a, b)["differing"]["first"];
+  const json first = ReportOfFloats(a, b)["differing"]["first"];
   EXPECT_EQ(first["a"], double{a});
   EXPECT_EQ(first["b"], double{b});
 }
 
 TEST_F(Diff, TakesBothZerosForOne) {
-  const json told = ToldOfFloats(-0.0F, 0.0F);
-  EXPECT_EQ(told["same"], true);
-  EXPECT_EQ(told["differing"]["largest"]["ulps"], 0);
+  const json report = ReportOfFloats(-0.0F, 0.0F);
+  EXPECT_EQ(report["same"], true);
+  EXPECT_EQ(report["differing"]["largest"]["ulps"], 0);
 }
 
 TEST_F(Diff, TakesEveryNanForOneAndForNoNumber) {
   const float nan = std::nanf("");
-  EXPECT_EQ(ToldOfFloats(nan, std::nanf("5"))["same"], true);
-  EXPECT_EQ(ToldOfFloats(nan, -nan)["same"], true);
+  EXPECT_EQ(ReportOfFloats(nan, std::nanf("5"))["same"], true);
+  EXPECT_EQ(ReportOfFloats(nan, -nan)["same"], true);
   for (const float other : {0.0F, 1.0F, kInfinity}) {
-    const json told = ToldOfFloats(nan, other, {"--tolerance", "18446744073709551615"});
-    EXPECT_EQ(told["same"], false) << other;
-    EXPECT_EQ(told["differing"]["withoutDistance"], 3);
-    EXPECT_EQ(told["differing"]["first"]["a"], "nan");
-    EXPECT_EQ(ToldOfFloats(other, nan)["differing"]["first"]["b"], "nan");
+    const json report = ReportOfFloats(nan, other, {"--tolerance", "18446744073709551615"});
+    EXPECT_EQ(report["same"], false) << other;
+    EXPECT_EQ(report["differing"]["withoutDistance"], 3);
+    EXPECT_EQ(report["differing"]["first"]["a"], "nan");
+    EXPECT_EQ(ReportOfFloats(other, nan)["differing"]["first"]["b"], "nan");
   }
 }
 
-TEST_F(Diff, GivesInfinitiesNoDistance) {
-  EXPECT_EQ(ToldOfFloats(kInfinity, kInfinity)["same"], true);
-  EXPECT_EQ(ToldOfFloats(-kInfinity, -kInfinity)["same"], true);
+TEST_F(Diff, CountsInfinitiesWithoutDistance) {
+  EXPECT_EQ(ReportOfFloats(kInfinity, kInfinity)["same"], true);
+  EXPECT_EQ(ReportOfFloats(-kInfinity, -kInfinity)["same"], true);
   for (const float other : {-kInfinity, std::numeric_limits<float>::max()}) {
-    const json told = ToldOfFloats(kInfinity, other, {"--tolerance", "4294967295"});
-    EXPECT_EQ(told["same"], false) << other;
-    EXPECT_EQ(told["differing"]["withoutDistance"], 3);
-    EXPECT_EQ(told["differing"]["largest"]["ulps"], 0);
-    EXPECT_EQ(told["differing"]["first"]["a"], "inf");
+    const json report = ReportOfFloats(kInfinity, other, {"--tolerance", "4294967295"});
+    EXPECT_EQ(report["same"], false) << other;
+    EXPECT_EQ(report["differing"]["withoutDistance"], 3);
+    EXPECT_EQ(report["differing"]["largest"]["ulps"], 0);
+    EXPECT_EQ(report["differing"]["first"]["a"], "inf");
   }
   EXPECT_THAT(Run(Exr("a.exr", 1.0F), Exr("b.exr", -kInfinity)).output,
               HasSubstr("red: 1 against -inf\n  besides    3 samples where a NaN or an infinity"));
 }
 
-TEST_F(Diff, TellsHalvesFromFloatsByValueOnly) {
+TEST_F(Diff, ComparesHalvesAndFloatsByValue) {
   EXPECT_EQ(Run(Exr("a.exr", 0.5F, Imf::HALF), Exr("b.exr", 0.5F)).code, 0);
   EXPECT_EQ(Run(Exr("a.exr", 0.1F, Imf::HALF), Exr("b.exr", 0.1F)).code, 1);
 }
@@ -273,28 +279,28 @@ TEST_F(Diff, TellsHalvesFromFloatsByValueOnly) {
 TEST_F(Diff, TakesOtherSizesForDifferent) {
   const std::string a = Png("a.png");
   const std::string b = SamplePicture("coffee.png");
-  ExpectMismatch(Told(a, b), "size", "4 x 3 pixels", "480 x 320 pixels");
+  ExpectMismatch(Report(a, b), "size", "4 x 3 pixels", "480 x 320 pixels");
   EXPECT_EQ(Run(a, b).output,
             a + " and " + b + " differ\n  size: 4 x 3 pixels against 480 x 320 pixels\n");
 }
 
 TEST_F(Diff, TakesOtherDepthsForDifferent) {
-  ExpectMismatch(Told(Png("a.png"), Png("b.png", {}, 16)), "depth", "8-bit integers",
+  ExpectMismatch(Report(Png("a.png"), Png("b.png", {}, 16)), "depth", "8-bit integers",
                  "16-bit integers");
   PngRecipe dot;
   dot.sample = [](auto, auto, int) { return 0U; };
   WriteBytes(folder_ / "dot.png", MakePng(dot));
-  ExpectMismatch(Told(Exr("a.exr", 0.0F), Path("dot.png")), "depth", "floats", "8-bit integers");
+  ExpectMismatch(Report(Exr("a.exr", 0.0F), Path("dot.png")), "depth", "floats", "8-bit integers");
 }
 
-TEST_F(Diff, TakesOtherChannelsForDifferentUnlessToldNotTo) {
+TEST_F(Diff, TakesOtherChannelsForDifferentUnlessAnyChannelsIsGiven) {
   const std::string rgb = Png("rgb.png", {}, 8, kRgb);
   const std::string rgba = Png("rgba.png");
   const std::string grey = Png("grey.png", {}, 8, kGrey);
-  ExpectMismatch(Told(rgb, rgba), "channels", "RGB", "RGB and alpha");
-  ExpectMismatch(Told(grey, rgb), "channels", "grey", "RGB");
-  EXPECT_EQ(Told(grey, rgb, {"--any-channels"})["same"], true);
-  const json opaque = Told(rgb, rgba, {"--any-channels"});
+  ExpectMismatch(Report(rgb, rgba), "channels", "RGB", "RGB and alpha");
+  ExpectMismatch(Report(grey, rgb), "channels", "grey", "RGB");
+  EXPECT_EQ(Report(grey, rgb, {"--any-channels"})["same"], true);
+  const json opaque = Report(rgb, rgba, {"--any-channels"});
   EXPECT_EQ(opaque["differing"]["samples"], 12);
   EXPECT_EQ(opaque["differing"]["first"]["channel"], "alpha");
   EXPECT_EQ(opaque["differing"]["first"]["a"], 255);
@@ -311,7 +317,7 @@ TEST_F(Diff, TakesAPaletteForItsColoursAndTransparencyForAlpha) {
   recipe.sample = [](auto, auto, int) { return 0U; };
   recipe.transparency = std::string(6, '\x05');
   WriteBytes(folder_ / "keyed.png", MakePng(recipe));
-  ExpectMismatch(Told(black, Path("keyed.png")), "channels", "RGB", "RGB and alpha");
+  ExpectMismatch(Report(black, Path("keyed.png")), "channels", "RGB", "RGB and alpha");
 }
 
 TEST_F(Diff, DrawsTheDifferencesSoThatAllCanBeSeen) {
@@ -359,20 +365,18 @@ TEST_F(Diff, DrawsNothingOfPicturesThatCannotBeCompared) {
   EXPECT_EQ(ReadBytes(folder_ / "out.png"), "old");
 }
 
-TEST_F(Diff, GivesTwoForWhatCannotBeReadOrWritten) {
+TEST_F(Diff, ExitsWithTwoForFilesThatAreNoPictures) {
   const std::string a = Png("a.png");
-  const auto expectError = [](const Outcome& outcome, const std::string& line) {
-    EXPECT_EQ(outcome.code, 2);
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.errors, "pxl: " + line + "\n");
-  };
   const std::string missing = Path("no.png");
-  expectError(Run(a, missing), missing + ": No such file or directory");
-  expectError(Run(missing, a), missing + ": No such file or directory");
+  ExpectError(Run(a, missing), missing + ": No such file or directory");
+  ExpectError(Run(missing, a), missing + ": No such file or directory");
   WriteBytes(folder_ / "text", "no picture");
-  expectError(Run(a, Path("text")), Path("text") + ": is neither a PNG nor an OpenEXR file");
-  expectError(Run(folder_.path().string(), a), folder_.path().string() + ": is a folder");
+  ExpectError(Run(a, Path("text")), Path("text") + ": is neither a PNG nor an OpenEXR file");
+  ExpectError(Run(folder_.path().string(), a), folder_.path().string() + ": is a folder");
+}
 
+TEST_F(Diff, ExitsWithTwoForPicturesThatCannotBeRead) {
+  const std::string a = Png("a.png");
   const std::string whole = ReadBytes(a);
   WriteBytes(folder_ / "cut.png", whole.substr(0, whole.size() - 20));
   const Outcome cut = Run(a, Path("cut.png"));
@@ -383,30 +387,30 @@ TEST_F(Diff, GivesTwoForWhatCannotBeReadOrWritten) {
   const Outcome vast = Run(Path("vast.png"), Path("vast.png"));
   EXPECT_EQ(vast.code, 2);
   EXPECT_TRUE(IsOneLine(vast.errors, "pxl: " + Path("vast.png") + ": "));
+}
 
-  expectError(Run(a, a, {"-o", Path("no/out.png")}),
+TEST_F(Diff, ExitsWithTwoForOutputThatCannotBeWrittenAndForAMissingTranslation) {
+  const std::string a = Png("a.png");
+  ExpectError(Run(a, a, {"-o", Path("no/out.png")}),
               Path("no/out.png") + ": no such folder: " + Path("no"));
-  expectError(RunPxl({"--language", missing, "diff", a, a}),
-              missing + ": No such file or directory");
+  ExpectError(RunPxl({"--language", Path("no.txt"), "diff", a, a}),
+              Path("no.txt") + ": No such file or directory");
   const Outcome full = RunPxlInShell("", {"diff", a, a}, ">/dev/full");
   EXPECT_EQ(full.code, 2);
   EXPECT_TRUE(IsOneLine(full.errors, "pxl: standard output: "));
 }
 
-TEST_F(Diff, GivesTwoForACommandLineThatCannotBeMeant) {
+TEST_F(Diff, ExitsWithTwoForAnUnusableCommandLine) {
   const std::string a = Png("a.png");
-  const auto expectUsage = [](const std::vector<std::string>& arguments, const std::string& line) {
-    const Outcome outcome = RunPxl(arguments);
-    EXPECT_EQ(outcome.code, 2);
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.errors, "pxl: " + line + "\n");
-  };
-  expectUsage({"diff", a}, "B: is required");
-  expectUsage({"diff", a, a, a}, a + ": is not expected");
-  expectUsage({"diff", a, a, "--tolerance", "-1"}, "--tolerance: -1 is no whole number");
-  expectUsage({"diff", a, a, "--tolerance", "0.5"}, "--tolerance: 0.5 is no whole number");
-  expectUsage({"diff", a, a, "-o", Path("out.exr")}, Path("out.exr") + ": the ending must be .png");
-  expectUsage({"diff", a, SamplePicture("coffee.png"), "-o", a}, a + ": is an input as well");
+  ExpectError(RunPxl({"diff", a}), "B: is required");
+  ExpectError(RunPxl({"diff", a, a, a}), a + ": is not expected");
+  ExpectError(RunPxl({"diff", a, a, "--tolerance", "-1"}), "--tolerance: -1 is not a whole number");
+  ExpectError(RunPxl({"diff", a, a, "--tolerance", "0.5"}),
+              "--tolerance: 0.5 is not a whole number");
+  ExpectError(RunPxl({"diff", a, a, "-o", Path("out.exr")}),
+              Path("out.exr") + ": the ending must be .png");
+  ExpectError(RunPxl({"diff", a, SamplePicture("coffee.png"), "-o", a}),
+              a + ": is an input as well");
   EXPECT_THAT(folder_.Names(), ElementsAre("a.png"));
 }
 
@@ -417,6 +421,6 @@ TEST_F(Diff, ConfirmsThatAConversionAndItsReturnLoseNothing) {
   RunPxl({"convert", Path("there.exr"), "-o", Path("back.png"), "--depth", "64"});
   EXPECT_EQ(Run(Path("here.png"), Path("back.png")).code, 0);
   // 16 bits of a file are more than those of a World.
-  const json told = Told(raccoon, Path("here.png"), {"--any-channels"});
-  EXPECT_EQ(told["differing"]["largest"]["fileSteps"], 1);
+  const json report = Report(raccoon, Path("here.png"), {"--any-channels"});
+  EXPECT_EQ(report["differing"]["largest"]["fileSteps"], 1);
 }

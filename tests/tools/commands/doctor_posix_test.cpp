@@ -1,4 +1,4 @@
-// Folders that are there and still will not do.
+// Folders that exist and are unusable.
 #include <gmock/gmock.h>
 
 #include "tests/support/system/system_features.h"
@@ -9,7 +9,7 @@ using testing::HasSubstr;
 
 TEST(DoctorOfFolders, FindsOneThatCannotBeWritten) {
   if (!HasProcessFiles()) GTEST_SKIP() << "/proc is not mounted";
-  // Not even the superuser makes files there.
+  // Not even the superuser can make files there.
   const Outcome outcome = RunPxl({"doctor"}, {{"VETRIX_MAPPED_DIR", "/proc"}});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_THAT(outcome.output, HasSubstr("\nproblem: mapped files in /proc: cannot make a file"));

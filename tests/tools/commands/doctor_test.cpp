@@ -1,4 +1,4 @@
-// The doctor: what it tells, and what it finds wrong.
+// pxl doctor: its facts, notes and problems.
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
@@ -20,9 +20,9 @@ class Doctor : public testing::Test {
  protected:
   std::string Path(const std::string& name) const { return (folder_ / name).string(); }
 
-  // The page and the same as JSON, which agree on whether all is well.
+  // The page and the same as JSON, which must agree on the exit code.
   void Run(std::vector<Setting> environment, const std::vector<std::string>& options = {}) {
-    // Nothing of the developer's own, unless the test says so.
+    // No variables of the developer, unless the test sets them.
     environment.insert(environment.begin(), {{"VETRIX_SETTINGS", ""}, {"VETRIX_MAPPED_DIR", ""}});
     std::vector<std::string> arguments = options;
     arguments.emplace_back("doctor");
@@ -42,7 +42,7 @@ class Doctor : public testing::Test {
     EXPECT_THAT(problem, testing::StartsWith(start));
     EXPECT_THAT(problem, HasSubstr(part));
     EXPECT_THAT(page_.output, testing::EndsWith("\nproblem: " + problem + "\n"));
-    EXPECT_THAT(page_.output, Not(HasSubstr("all is well")));
+    EXPECT_THAT(page_.output, Not(HasSubstr("no problems")));
   }
 
   TemporaryFolder folder_;
@@ -66,7 +66,7 @@ TEST_F(Doctor, FindsAHealthyMachineWell) {
   Run({{"VETRIX_MAPPED_DIR", folder_.path().string()}});
   EXPECT_EQ(page_.code, 0);
   EXPECT_EQ(page_.errors, "");
-  EXPECT_THAT(page_.output, testing::EndsWith("\nall is well\n"));
+  EXPECT_THAT(page_.output, testing::EndsWith("\nno problems\n"));
   EXPECT_EQ(facts_["versions"]["package"], "31.14");
   EXPECT_EQ(facts_["versions"]["interface"], 31);
   EXPECT_EQ(facts_["versions"]["revision"], 14);
@@ -77,7 +77,7 @@ TEST_F(Doctor, FindsAHealthyMachineWell) {
   EXPECT_THAT(folder_.Names(), IsEmpty());
 }
 
-TEST_F(Doctor, TellsTheLevelOfTheProcessorAndWhatDecidesIt) {
+TEST_F(Doctor, ReportsTheLevelOfTheProcessorAndItsReason) {
   Run({});
   const json processor = facts_["processor"];
   EXPECT_EQ(processor["level"], simd::NameOf(simd::ProcessorLevel()));
@@ -86,14 +86,14 @@ TEST_F(Doctor, TellsTheLevelOfTheProcessorAndWhatDecidesIt) {
   EXPECT_EQ(processor["shareOfTheLastCache"], simd::ProcessorCaches().shared);
   const auto reason = processor["reason"].get<std::string>();
   if (simd::ProcessorLevel() == simd::Level::Avx512) {
-    EXPECT_EQ(reason, "there is none above");
+    EXPECT_EQ(reason, "the highest level");
   } else {
-    EXPECT_THAT(reason, HasSubstr(" would need "));
+    EXPECT_THAT(reason, HasSubstr(" needs "));
     EXPECT_THAT(reason, HasSubstr(processor["missing"].back().get<std::string>()));
   }
 }
 
-TEST_F(Doctor, TellsTheSameFactsInBothForms) {
+TEST_F(Doctor, ReportsTheSameFactsInBothForms) {
   WriteBytes(folder_ / "settings", "VirtualAllocMinSizeInK3 = 64\nOther = \"odd\"\n");
   Run({{"VETRIX_SETTINGS", Path("settings")}, {"PXL_MEMORY_BUDGET", "123456789"}});
   // The free space may have changed between the two.
@@ -103,7 +103,7 @@ TEST_F(Doctor, TellsTheSameFactsInBothForms) {
   for (const std::string& leaf : leaves) EXPECT_THAT(page_.output, HasSubstr(leaf));
 }
 
-TEST_F(Doctor, TellsWhereEachSettingComesFrom) {
+TEST_F(Doctor, ReportsTheOriginOfEachSetting) {
   Run({});
   EXPECT_EQ(facts_["settings"]["file"], "");
   EXPECT_THAT(page_.output, HasSubstr("VirtualAllocFrames       true (default)\n"));
@@ -155,14 +155,14 @@ TEST_F(Doctor, FindsAFolderWithoutRoomForMappedFiles) {
 
 TEST_F(Doctor, FindsABudgetThatIsTooSmallForAFrame) {
   Run({{"PXL_MEMORY_BUDGET", "100000"}});
-  ExpectOneProblem("a frame of 31.6 MiB (33177620 bytes) cannot be had",
-                   ": the application refuses it");
+  ExpectOneProblem("a frame of 31.6 MiB (33177620 bytes) is not available",
+                   ": refused by the application");
   EXPECT_EQ(facts_["memory"]["budget"], 100000);
   EXPECT_EQ(facts_["memory"]["budgetSetBy"], "the application");
   EXPECT_EQ(facts_["memory"]["frame"], false);
 }
 
-TEST_F(Doctor, TellsWhatThePoolMayKeep) {
+TEST_F(Doctor, ReportsTheLimitOfThePool) {
   Run({});
   EXPECT_EQ(facts_["memory"]["mostThatItKeeps"], 512 << 20);
   EXPECT_EQ(facts_["memory"]["liveBlocks"], 0);
@@ -176,10 +176,10 @@ TEST_F(Doctor, FindsATranslationThatIsNotThere) {
   EXPECT_EQ(facts_["language"]["texts"], "the module's own");
 }
 
-TEST_F(Doctor, TellsTheTranslationInForce) {
+TEST_F(Doctor, ReportsTheTranslationInForce) {
   Run({}, {"--language", PXL_TRANSLATIONS "/de.txt"});
   EXPECT_EQ(page_.code, 0);
   EXPECT_EQ(facts_["language"]["file"], PXL_TRANSLATIONS "/de.txt");
-  EXPECT_EQ(facts_["language"]["texts"], "those of the file");
+  EXPECT_EQ(facts_["language"]["texts"], "from the file");
   EXPECT_EQ(RunPxl({"--language", "", "doctor"}).code, 2);
 }

@@ -1,5 +1,5 @@
-// Pictures that are damaged, too large or no pictures: one line, exit code 1,
-// and nothing written.
+// Damaged pictures, pictures that are too large, and other files: one line, exit code
+// 1, and no output.
 #include <gmock/gmock.h>
 
 #include "tests/tools/support/exr_maker.h"
@@ -16,7 +16,7 @@ constexpr int kRgb = 2;
 
 class HostilePicture : public testing::Test {
  protected:
-  // What convert says against a file of these bytes, after its name.
+  // The message of convert about a file of these bytes, after its name.
   std::string ReasonAgainst(const std::string& bytes) {
     WriteBytes(folder_ / "in", bytes);
     const std::string in = (folder_ / "in").string();
@@ -36,7 +36,7 @@ class HostilePicture : public testing::Test {
     return ReasonAgainst(MakePngHeader(width, height, bits, kRgb));
   }
 
-  // More than any file can claim, so that others than the limit have their say.
+  // More than any header can have, so that the other limits apply.
   void AllowEverySize() { options_ = kEverySize; }
 
   static const inline std::vector<std::string> kEverySize = {"--max-pixels",
@@ -96,7 +96,7 @@ TEST_F(HostilePicture, TooLargeForALaterDepthIsRefusedBeforeItIsDecoded) {
 
 TEST_F(HostilePicture, WithSidesBeyondEveryWorldIsRefused) {
   AllowEverySize();
-  const std::string limit = " pixels: the sides of a World end at 32767\n";
+  const std::string limit = " pixels: the longest side of a World is 32767\n";
   EXPECT_EQ(PngReason(100000, 100000), "100000 x 100000" + limit);
   EXPECT_EQ(PngReason(4, 32768), "4 x 32768" + limit);
   EXPECT_EQ(PngReason(2147483647, 2147483647, 16), "2147483647 x 2147483647" + limit);

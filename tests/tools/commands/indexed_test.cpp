@@ -17,8 +17,8 @@ namespace {
 
 using Rgb = std::array<int, 3>;
 
-// A cube of six levels from white down, without black; ramps of what lies
-// between them in red, green, blue and grey; black.
+// A cube of six levels from white down, without black; ramps of the values between
+// them in red, green, blue and grey; black.
 std::vector<Rgb> StandardColours() {
   std::vector<Rgb> colours;
   for (int i = 0; i < 215; ++i) {
@@ -162,7 +162,7 @@ TEST_F(IndexedPictures, ComeBackOpaqueInTheSameColours) {
   EXPECT_TRUE(again.pixels == indexed.pixels);
 }
 
-TEST_F(IndexedPictures, TellThatTransparencyIsLost) {
+TEST_F(IndexedPictures, ReportThatTransparencyIsLost) {
   PngRecipe recipe;
   recipe.colourType = 6;
   recipe.width = 3;

@@ -1,3 +1,4 @@
+// pxl info: versions, settings and geometry.
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
@@ -21,7 +22,7 @@ json InfoOf(const std::vector<std::string>& more, const std::vector<Setting>& en
 
 }  // namespace
 
-TEST(Info, TellsVersionsAndDefaultSettings) {
+TEST(Info, PrintsVersionsAndDefaultSettings) {
   const json module = InfoOf({})["module"];
   EXPECT_EQ(module["package"], "31.14");
   EXPECT_EQ(module["interface"], 31);
@@ -31,7 +32,7 @@ TEST(Info, TellsVersionsAndDefaultSettings) {
   EXPECT_EQ(module["settings"]["VirtualAllocMinSizeInK3"], 300);
 }
 
-TEST(Info, TellsTheSettingsOfAFileAsTheModuleReadsThem) {
+TEST(Info, PrintsTheSettingsOfAFileAsTheModuleReadsThem) {
   const TemporaryFolder folder;
   const std::string file = (folder / "settings").string();
   WriteBytes(file, "VirtualAllocFrames = \"1\"\nVirtualAllocMinSizeInK3 = 64\n");
@@ -42,7 +43,7 @@ TEST(Info, TellsTheSettingsOfAFileAsTheModuleReadsThem) {
   EXPECT_EQ(settings["VirtualAllocMinSizeInK3"], 64);
 }
 
-TEST(Info, TellsTheGeometryOfAPictureAtItsOwnDepth) {
+TEST(Info, PrintsTheGeometryOfAPictureAtItsOwnDepth) {
   const json picture = InfoOf({SamplePicture("raccoon-16.png")})["picture"];
   EXPECT_EQ(picture["file"], SamplePicture("raccoon-16.png"));
   EXPECT_EQ(picture["format"], "PNG, 16 bits a channel, RGB");
@@ -53,7 +54,7 @@ TEST(Info, TellsTheGeometryOfAPictureAtItsOwnDepth) {
   EXPECT_EQ(picture["frameSize"], 1600 * 150 + 16 + 4);
 }
 
-TEST(Info, TellsTheGeometryAtAnotherDepth) {
+TEST(Info, PrintsTheGeometryAtAnotherDepth) {
   // Rows are multiples of 16 bytes; those of 8 and 32 bits have a pixel to spare.
   const int rowBytes[] = {208, 816, 1600, 3200};
   const std::string depths[] = {"8", "32", "64", "128"};

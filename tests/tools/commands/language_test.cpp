@@ -24,7 +24,7 @@ class Language : public testing::Test {
     return (folder_ / name).string();
   }
 
-  // What is told of a file that will not do.
+  // The message about an unusable file.
   static void ExpectComplaint(int code, const std::string& file, const std::string& complaint) {
     const Outcome outcome = RunPxl({"--language", file, "messages"});
     EXPECT_EQ(outcome.code, code);
@@ -75,11 +75,11 @@ TEST_F(Language, GoesWithEveryVerb) {
   EXPECT_THAT(demo.errors, HasSubstr("genügend Speicher"));
 }
 
-TEST_F(Language, IsToldByTheHelp) {
+TEST_F(Language, IsDescribedByTheHelp) {
   EXPECT_THAT(RunPxl({"--help"}).output, HasSubstr("--language FILE"));
 }
 
-TEST_F(Language, TellsATranslationThatIsRefused) {
+TEST_F(Language, ReportsATranslationThatIsRefused) {
   const std::string file = Write("odd.txt", "$$$/OV/PXL/LStr/0029 = zu lang\n");
   const Outcome outcome = RunPxl({"--language", file, "messages"});
   EXPECT_EQ(outcome.code, 0);

@@ -1,3 +1,4 @@
+// pxl messages: every text of the catalogue.
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>

@@ -122,8 +122,8 @@ class ModesSheet : public testing::Test {
   TemporaryFolder folder_;
 };
 
-// The rows of cells, each as its top edge, that show what the modes make of
-// these two; cells of dithered pictures are not looked at.
+// The rows of cells, each as its top edge, with the results of the modes for these
+// two; cells of dithered pictures are not compared.
 std::vector<int> FindModes(const pxl::Picture& sheet, const pxl::Picture& a,
                            const pxl::Picture& b) {
   std::vector<int> tops;
@@ -133,7 +133,7 @@ std::vector<int> FindModes(const pxl::Picture& sheet, const pxl::Picture& a,
     if (mode == kDither || mode == kDitherAgain) continue;
     const pxl::Picture cell = pxl::Fitted(Drawn(mode, a, b), pxl::kThumbnailSide);
     const auto width = std::max<int>(static_cast<int>(cell.header.width), pxl::kThumbnailText);
-    // The first of a row gives the place of the others, as does 17 behind 16.
+    // The first of a row has the place of the others, as 17 has behind 16.
     const bool isNewRow = mode % 4 == 0 || mode == 17;
     const auto found =
         FindBelow(sheet, cell, ColumnLeft(mode % 4, width), isNewRow ? top + 1 : top);
@@ -317,7 +317,7 @@ TEST_F(ModesSheet, FailsInOneLineWithoutMemory) {
   }
 }
 
-TEST_F(ModesSheet, SaysWhichFontItLacks) {
+TEST_F(ModesSheet, ReportsAMissingFont) {
   const std::string a = SamplePicture("coffee.png");
   const Outcome outcome =
       RunPxl({"modes", a, a, "-o", Path("sheet.png")}, {{"PXL_FONT", "/no/font.ttf"}});

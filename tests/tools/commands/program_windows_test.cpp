@@ -83,7 +83,7 @@ TEST_F(Program, MakesSheetsWithLabels) {
   EXPECT_EQ(sheet.code, 0) << sheet.errors;
 }
 
-TEST_F(Program, SaysWhichFontItLacks) {
+TEST_F(Program, ReportsAMissingFont) {
   const Outcome outcome = RunPxl({"demo", SamplePicture("astronaut.png"), "-o", Path("demo")},
                                  {{"PXL_FONT", "C:\\no.ttf"}});
   EXPECT_EQ(outcome.code, 1);

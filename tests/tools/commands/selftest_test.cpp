@@ -1,4 +1,4 @@
-// The proof that every level of processor gives what the plain loops give.
+// pxl selftest: every processor level equals the plain loops.
 #include <gmock/gmock.h>
 
 #include <sstream>

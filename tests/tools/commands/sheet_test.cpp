@@ -44,7 +44,7 @@ PngRecipe Gradient(unsigned width, unsigned height) {
   return recipe;
 }
 
-// What a World of 64 bits holds of the picture.
+// The picture in a World of 64 bits.
 std::vector<std::uint16_t> WorldChannels(const pxl::Picture& picture) {
   std::vector<std::uint16_t> channels(picture.pixels.size() / 2);
   std::memcpy(channels.data(), picture.pixels.data(), picture.pixels.size());
@@ -119,8 +119,8 @@ class DepthsSheet : public testing::Test {
     sheet_ = ReadPictureFile(Path("sheet.png"));
   }
 
-  // The top of the cell in that column that shows the picture, brought to the
-  // size of pictures on sheets.
+  // The top of the cell in that column with the picture, in the size of pictures on
+  // sheets.
   std::optional<int> TopOf(const pxl::Picture& picture, int column) const {
     const pxl::Picture cell = pxl::Fitted(picture, pxl::kThumbnailSide);
     const int width = std::max(static_cast<int>(cell.header.width), pxl::kThumbnailText);

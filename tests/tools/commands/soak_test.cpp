@@ -1,4 +1,4 @@
-// Random calls on a crowd of Worlds.
+// Random calls on many Worlds.
 #include <gmock/gmock.h>
 
 #include "tests/tools/support/program.h"
@@ -78,7 +78,7 @@ TEST_F(SoakProgram, DrawsItsMemory) {
 
 TEST_F(SoakProgram, RefusesWhatCannotBeMeant) {
   ExpectUsageError({}, "--minutes: is required");
-  ExpectUsageError({"--minutes", "0.01", "--seed", "-1"}, "--seed: -1 is no whole number");
+  ExpectUsageError({"--minutes", "0.01", "--seed", "-1"}, "--seed: -1 is not a whole number");
   ExpectUsageError({"--minutes", "0.01", "--plot", Path("memory.png")},
                    Path("memory.png") + ": the ending must be .svg");
   for (const std::string minutes : {"0", "-1", "soon", "nan"}) {

@@ -1,4 +1,4 @@
-// Streams that take nothing, terminals, and names that are not UTF-8.
+// Streams that accept nothing, terminals, and names that are not UTF-8.
 #include <gmock/gmock.h>
 
 #include "tests/support/system/system_features.h"

@@ -1,4 +1,4 @@
-// The command line: help, exit codes and the lines that say what is wrong.
+// The command line: help, exit codes and error messages.
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -53,7 +53,7 @@ TEST(Usage, IsShownForTheProgramAndForEveryVerb) {
   }
 }
 
-TEST(Usage, TellsTheVersion) {
+TEST(Usage, PrintsTheVersion) {
   EXPECT_EQ(RunPxl({"--version"}).output, "pxl 31.14\n");
 }
 
@@ -125,7 +125,7 @@ TEST_F(ConvertUsage, NeedsAFolderForSeveral) {
   const std::string second = Picture("b.png");
   WriteBytes(folder_ / "file.png", "old");
   ExpectUsageError({"convert", first, second, "-o", Path("file.png"), "--depth", "32"},
-                   Path("file.png") + ": is no folder; several pictures need one");
+                   Path("file.png") + ": is not a folder; several pictures need one");
   ExpectFailure({"convert", first, second, "-o", Path("missing"), "--depth", "32"},
                 Path("missing") + ": no such folder");
   ExpectFailure({"convert", first, "-o", Path("missing/"), "--depth", "32"},

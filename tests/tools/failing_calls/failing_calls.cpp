@@ -1,8 +1,8 @@
-// A library to load before all others: counts the calls that a program makes of
-// the C library from the start of main, by kind, and lets one of them fail.
+// A library to preload: counts the calls of a program to the C library from the start
+// of main, by kind, and makes one of them fail.
 //   PXL_FAILING_CALL=write:3     the third call of that kind fails
-//   PXL_CALL_COUNTS=FILE         gets a line "kind count" for each kind
-// What is fortified would be functions of the header's, not of the library's.
+//   PXL_CALL_COUNTS=FILE         receives a line "kind count" for each kind
+// Fortified calls would be inline functions of the header, not of the library.
 #undef _FORTIFY_SOURCE
 
 #include <dlfcn.h>
@@ -46,7 +46,7 @@ std::atomic<bool> counting{false};
 const Kind* failing = nullptr;
 long failingCall = 0;
 
-// Counts the call; whether it is the one to fail, with errno set.
+// Counts the call; returns whether it must fail, with errno set.
 bool Fails(Kind& kind) {
   if (!counting) return false;
   const bool fails = ++kind.calls == failingCall && &kind == failing;
@@ -54,7 +54,7 @@ bool Fails(Kind& kind) {
   return fails;
 }
 
-// The function of that name in the libraries after this.
+// The function of that name in the libraries behind this one.
 template <typename Function>
 Function* Next(Function* /*type*/, const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
@@ -192,7 +192,7 @@ off64_t lseek64(int file, off64_t offset, int from) noexcept {
   return Fails(seeks) ? -1 : next(file, offset, from);
 }
 
-// What cannot be closed without an error is closed all the same.
+// A close that fails closes the file nevertheless.
 int close(int file) {
   static const auto next = Next(&close, "close");
   const int result = next(file);

@@ -1,6 +1,6 @@
-// The program while each of its calls of the C library fails in turn: it says so
-// in one line and leaves no file behind that is not complete, or it manages
-// without and gives what it always gives.
+// The program while each of its calls to the C library fails in turn: it reports the
+// failure in one line and leaves no incomplete file, or its output is the same as
+// without the failure.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ using Calls = std::map<std::string, long>;
 
 struct Job {
   std::vector<std::string> arguments;
-  // Calls of one kind that are made to fail, at most, spread over all of them.
+  // The maximum of failing calls of one kind, spread over all of them.
   long mostAllocations;
   long mostOthers;
   int success = 0;
@@ -45,12 +45,12 @@ bool Starts(const std::string& text, const std::string& start) {
   return text.compare(0, start.size(), start) == 0;
 }
 
-// Nothing makes up for these.
+// The program cannot do without these.
 bool IsAlwaysFatal(const std::string& kind) {
   return kind == "write" || kind == "rename" || kind == "mkdir" || kind == "reserve";
 }
 
-// Of each kind; for a longer run by hand.
+// The number of calls of each kind; for a longer run by hand.
 long LeastPoints() {
   const char* points = std::getenv("PXL_FAILING_POINTS");
   return points != nullptr ? std::strtol(points, nullptr, 10) : 0;
@@ -81,8 +81,8 @@ class FailingCalls : public testing::Test {
     std::cout << std::endl;
   }
 
-  // The same without the allocations before the command line is understood: they
-  // are those of every verb.
+  // The same without the allocations before the command line is parsed, which are the
+  // same for every verb.
   void ExpectSoundFailures(const Job& job) {
     Run({{"--version"}, 0, 0}, {"PXL_CALL_COUNTS", Path("counts")});
     ExpectSoundFailures(job, ReadCounts());
@@ -149,7 +149,7 @@ class FailingCalls : public testing::Test {
                      const std::string& kind) const {
     const Outcome& outcome = bad.outcome;
     const bool memory = kind == "allocation" && outcome.errors == "pxl: not enough memory\n";
-    // Before the command line is understood there is but one code.
+    // Before the command line is parsed there is one code only.
     EXPECT_TRUE(outcome.code == job.failure || (memory && outcome.code == 2)) << outcome.code;
     EXPECT_TRUE(IsOneLine(outcome.errors, "pxl: ")) << outcome.errors;
     EXPECT_TRUE(memory || NamesAFile(outcome.errors)) << outcome.errors;

@@ -1,5 +1,5 @@
 // The program under limits of the system: a full volume, few descriptors, little
-// memory. It says in one line what is missing, and leaves nothing behind.
+// memory. It reports the cause in one line, and leaves nothing behind.
 #include <gmock/gmock.h>
 
 #include "tests/tools/support/program.h"
@@ -46,8 +46,8 @@ class UnderLimits : public testing::Test {
     ExpectNothingLeft();
   }
 
-  // Gives the program ever more, in KiB: it says that there is no memory until it
-  // has enough. Below some limit the system cannot start it.
+  // Raises the limit, in KiB, step by step: the program reports lack of memory until
+  // it has enough. Below some limit the system cannot start it.
   void ExpectSoundSteps(const std::string& limit, int least, int step) {
     int failures = 0;
     int successes = 0;
@@ -93,7 +93,7 @@ bool CanMount() {
 
 }  // namespace
 
-TEST_F(UnderLimits, SaysThatAVolumeOfMappedFilesIsFull) {
+TEST_F(UnderLimits, ReportsAFullVolumeOfMappedFiles) {
   if (!CanMount()) GTEST_SKIP() << "no volume can be mounted here";
   ExpectFailure(
       "exec unshare -rm sh -c 'mount -t tmpfs -o size=256k none \"$1\"; shift; exec env "
@@ -102,7 +102,7 @@ TEST_F(UnderLimits, SaysThatAVolumeOfMappedFilesIsFull) {
       "in.png", "for a mapped file: No space left on device");
 }
 
-TEST_F(UnderLimits, SaysThatAVolumeOfOutputIsFull) {
+TEST_F(UnderLimits, ReportsAFullVolumeOfOutput) {
   if (!CanMount()) GTEST_SKIP() << "no volume can be mounted here";
   ExpectFailure(
       "exec unshare -rm sh -c 'mount -t tmpfs -o size=64k none \"$1\"; shift; exec env "
@@ -111,7 +111,7 @@ TEST_F(UnderLimits, SaysThatAVolumeOfOutputIsFull) {
       "out/o.exr", "cannot write: No space left on device");
 }
 
-TEST_F(UnderLimits, SaysThatFilesMayNotBeSoLarge) {
+TEST_F(UnderLimits, ReportsTheLimitOfFiles) {
   // In blocks of 512 bytes: too little for the Worlds, then for the output alone.
   ExpectFailure("ulimit -f 100;", "in.png", "exceed the limit on file sizes: File too large");
   const Outcome outcome = RunPxlInShell(
@@ -121,20 +121,20 @@ TEST_F(UnderLimits, SaysThatFilesMayNotBeSoLarge) {
   ExpectNothingLeft();
 }
 
-TEST_F(UnderLimits, SaysThatNoDescriptorIsLeft) {
-  // What whoever started the tests left open would take the places.
+TEST_F(UnderLimits, ReportsThatNoDescriptorIsLeft) {
+  // Descriptors inherited from the caller of the tests would take the places.
   const std::string alone = "exec 3>&- 4>&- 5>&- 6>&- 7>&- 8>&- 9>&-;";
   // After the standard streams one for the picture, then one for each World.
   ExpectFailure(alone + " ulimit -n 4;", "in.png", "Too many open files");
   ExpectFailure(alone + " ulimit -n 5;", "in.png", "Too many open files");
 }
 
-TEST_F(UnderLimits, SaysThatThereIsNoAddressSpace) {
+TEST_F(UnderLimits, ReportsLackOfAddressSpace) {
   LearnWhatIsExpected();
   ExpectSoundSteps("ulimit -v", 8000, 120);
 }
 
-TEST_F(UnderLimits, SaysThatThereIsNoPrivateMemory) {
+TEST_F(UnderLimits, ReportsLackOfPrivateMemory) {
   LearnWhatIsExpected();
   ExpectSoundSteps("ulimit -d", 300, 50);
 }

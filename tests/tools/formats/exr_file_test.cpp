@@ -1,5 +1,4 @@
-#include "tools/pxl/formats/exr_file.h"
-
+// OpenEXR files of every accepted kind, and the refusal of others.
 #include <gmock/gmock.h>
 #include <half.h>
 
@@ -12,6 +11,9 @@
 
 #include "tests/tools/support/exr_maker.h"
 #include "tests/tools/support/png_maker.h"
+#include "tools/pxl/formats/exr/exr_reader.h"
+#include "tools/pxl/formats/exr/exr_writer.h"
+#include "tools/pxl/pictures/colour_tags.h"
 #include "tools/pxl/system/failure.h"
 
 using namespace pxl;
@@ -96,11 +98,11 @@ std::string Encode(const Picture& picture) {
   return stream.str();
 }
 
-// False if anything but a Failure comes out.
+// Returns false for any exception but a Failure.
 bool IsReadOrRefused(const std::string& file) {
   try {
     const PictureHeader header = HeaderOf(file);
-    // As in the program, too large a picture is not decoded.
+    // As in the program, pictures that are too large are not decoded.
     if (header.width < 1000 && header.height < 1000) Decode(file);
   } catch (const Failure&) {
     return true;
@@ -177,7 +179,7 @@ TEST(ExrFile, MayHaveItsOriginAnywhere) {
   ExpectDecoded(recipe);
 }
 
-TEST(ExrFile, SaysWhatItIs) {
+TEST(ExrFile, DescribesItsFormat) {
   ExrRecipe recipe = Recipe();
   EXPECT_EQ(HeaderOf(MakeExr(recipe)).format, "OpenEXR, float, RGB");
   recipe.type = Imf::HALF;
@@ -186,7 +188,7 @@ TEST(ExrFile, SaysWhatItIs) {
   EXPECT_EQ(HeaderOf(MakeExr(recipe)).format, "OpenEXR, half, YA, tiled");
 }
 
-TEST(ExrFile, SaysWhichChannelsItHolds) {
+TEST(ExrFile, ReportsItsChannels) {
   ExrRecipe recipe = Recipe();
   recipe.channels = {"R", "G", "B"};
   EXPECT_EQ(HeaderOf(MakeExr(recipe)).channels, (ChannelSet{false, false}));
@@ -231,7 +233,7 @@ TEST(ExrFile, WithAnyByteDamagedIsReadOrRefused) {
   }
 }
 
-TEST(ExrHeader, TellsEverySizeWithoutMemoryForIt) {
+TEST(ExrHeader, ReportsEverySizeWithoutMemoryForIt) {
   const Imath::Box2i huge{{0, 0}, {0x7FFFFFFE, 0x7FFFFFFE}};
   const PictureHeader header = HeaderOf(WithWindow(SmallFile(), "displayWindow", huge));
   EXPECT_EQ(header.width, 0x7FFFFFFF);
@@ -311,8 +313,8 @@ TEST(ExrFile, WithMoreTilesThanItHoldsIsRefused) {
   recipe.tiled = true;
   const std::string file = WithWindow(MakeExr(recipe), "dataWindow", {{0, 0}, {16383, 16383}});
   EXPECT_THAT(ReasonAgainst(file), HasSubstr("damaged OpenEXR: "));
-  // Before there is a table of 2^28 tiles: the one library looks, the other is kept
-  // from it.
+  // Before a table of 2^28 tiles is allocated: one library checks the size itself, the
+  // other is not called.
   EXPECT_THAT(ReasonAgainst(WithTiles(file, 1, 1)),
               testing::AnyOf("damaged OpenEXR: the file ends too early",
                              "damaged OpenEXR: more tiles than the file holds"));
@@ -326,7 +328,7 @@ TEST(ExrFile, IsReadWhateverItsCountOfBlocks) {
   }
 }
 
-// What is read whole at first stays as it was.
+// A file that was read completely at first does not change.
 TEST(ExrFile, ChangedAfterItsHeaderWasReadIsRefusedOrReadAsItWas) {
   const std::string file = MakeExr(Recipe());
   std::stringstream stream(file);
@@ -367,7 +369,7 @@ TEST(ExrWriting, KeepsChromaticities) {
             picture.header.colour.chromaticities);
 }
 
-TEST(ExrWriting, TakesChromaticitiesFromPngAndSaysWhatIsLost) {
+TEST(ExrWriting, TakesChromaticitiesFromPngAndReportsLostTags) {
   Picture picture = NewPicture(1, 1, SampleType::Float);
   PngChunk chunk{"cHRM", {}};
   for (const unsigned value : {31270U, 32900U, 64000U, 33000U, 30000U, 60000U, 15000U, 6000U}) {

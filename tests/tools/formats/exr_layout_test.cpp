@@ -1,6 +1,5 @@
-// OpenEXR files whose sizes and places are not what they should be: tinyexr would
-// believe them.
-#include "tools/pxl/formats/exr_layout.h"
+// OpenEXR files with wrong sizes and places, which tinyexr would trust.
+#include "tools/pxl/formats/exr/exr_layout.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +8,8 @@
 #include <string>
 
 #include "tests/tools/support/exr_maker.h"
-#include "tools/pxl/formats/exr_file.h"
+#include "tools/pxl/formats/exr/exr_reader.h"
+#include "tools/pxl/formats/exr/exr_writer.h"
 #include "tools/pxl/system/failure.h"
 
 namespace {
@@ -66,7 +66,7 @@ std::string WithNumber(std::string file, std::size_t place, Number number) {
   return file;
 }
 
-// Where the first chunk is: the table of chunks says it.
+// The offset of the first chunk, from the table of chunks.
 std::size_t FirstChunk(const std::string& file) {
   return NumberIn<std::uint64_t>(file, pxl::CheckExrHeader(file));
 }
@@ -96,7 +96,7 @@ TEST(ExrLayout, HasEachAttributeOnce) {
   const std::string file = FileOf(Imf::ZIP_COMPRESSION);
   const std::string attribute = AttributeIn(file, "lineOrder", 1);
   EXPECT_EQ(ReasonAgainst(Replaced(file, attribute, attribute + attribute)),
-            "damaged OpenEXR: an attribute that is there twice");
+            "damaged OpenEXR: an attribute that occurs twice");
 }
 
 TEST(ExrLayout, HasTheHeaderInTheFile) {

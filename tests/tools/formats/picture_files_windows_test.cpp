@@ -1,4 +1,4 @@
-// The file libraries of the Windows build, as far as it can make files by itself.
+// The file libraries of the Windows build, with files that it can write itself.
 #include <gmock/gmock.h>
 
 #include <array>
@@ -7,9 +7,10 @@
 
 #include "tests/tools/support/program.h"
 #include "tests/tools/support/temporary_folder.h"
-#include "tools/pxl/formats/exr_file.h"
+#include "tools/pxl/formats/exr/exr_reader.h"
+#include "tools/pxl/formats/exr/exr_writer.h"
 #include "tools/pxl/formats/picture_file.h"
-#include "tools/pxl/formats/png_file.h"
+#include "tools/pxl/formats/png/png_file.h"
 #include "tools/pxl/system/failure.h"
 
 using namespace pxl;

@@ -1,4 +1,5 @@
-#include "tools/pxl/formats/png_file.h"
+// PNG files of every kind, damaged ones, and their colour tags.
+#include "tools/pxl/formats/png/png_file.h"
 
 #include <gmock/gmock.h>
 
@@ -7,6 +8,7 @@
 #include <sstream>
 
 #include "tests/tools/support/png_maker.h"
+#include "tools/pxl/pictures/colour_tags.h"
 #include "tools/pxl/system/failure.h"
 
 using namespace pxl;
@@ -60,7 +62,7 @@ PngRecipe Recipe(int colourType, int bits) {
   return recipe;
 }
 
-// What the format says the pixel is, with 8 or 16 bits a channel.
+// The pixel according to the format, with 8 or 16 bits a channel.
 Argb Expected(const PngRecipe& recipe, std::uint32_t x, std::uint32_t y) {
   const unsigned opaque = recipe.bits == 16 ? 65535 : 255;
   const auto sample = [&](int c) { return recipe.sample(x, y, c); };
@@ -206,12 +208,12 @@ TEST(PngFile, SurvivesWritingAndReadingAtBothDepths) {
   }
 }
 
-TEST(PngFile, SaysWhatItIs) {
+TEST(PngFile, DescribesItsFormat) {
   EXPECT_EQ(HeaderOf(MakePng(Recipe(kPalette, 4))).format, "PNG, 4 bits a channel, palette");
   EXPECT_EQ(HeaderOf(MakePng(Recipe(kRgba, 16))).format, "PNG, 16 bits a channel, RGBA");
 }
 
-TEST(PngFile, SaysWhichChannelsItHolds) {
+TEST(PngFile, ReportsItsChannels) {
   EXPECT_EQ(HeaderOf(MakePng(Recipe(kGrey, 1))).channels, (ChannelSet{true, false}));
   EXPECT_EQ(HeaderOf(MakePng(Recipe(kGreyAlpha, 8))).channels, (ChannelSet{true, true}));
   EXPECT_EQ(HeaderOf(MakePng(Recipe(kRgb, 16))).channels, (ChannelSet{false, false}));
@@ -250,7 +252,7 @@ TEST(PngFile, WithAnyByteDamagedIsReadOrRefused) {
   EXPECT_EQ(refused, file.size());
 }
 
-TEST(PngHeader, TellsEverySizeWithoutMemoryForIt) {
+TEST(PngHeader, ReportsEverySizeWithoutMemoryForIt) {
   const PictureHeader header = HeaderOf(MakePngHeader(0x7FFFFFFF, 0x7FFFFFFF, 16, kRgba));
   EXPECT_EQ(header.width, 0x7FFFFFFF);
   EXPECT_EQ(header.height, 0x7FFFFFFF);

@@ -1,3 +1,4 @@
+// Chromaticities in PNG chunks, and lists of names.
 #include "tools/pxl/pictures/colour_tags.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// The factor that makes differences visible.
 #include "tools/pxl/pictures/magnifier.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Pictures reduced, cropped and enlarged.
 #include "tools/pxl/pictures/resize.h"
 
 #include <gtest/gtest.h>

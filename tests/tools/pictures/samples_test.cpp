@@ -1,3 +1,4 @@
+// Channels of 16 bits between files and Worlds.
 #include "tools/pxl/pictures/samples.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The proof sees routines that are wrong on purpose.
+// The proof detects routines that are faulty on purpose.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -11,7 +11,9 @@
 #include "tools/proof/difference.h"
 #include "tools/proof/digest.h"
 #include "tools/proof/fenced_memory.h"
+#include "tools/proof/floats.h"
 #include "tools/proof/inputs.h"
+#include "tools/proof/overlaps.h"
 #include "tools/proof/shapes.h"
 #include "tools/proof/values.h"
 #include "tools/proof/verdict.h"
@@ -47,9 +49,9 @@ Subject Routine(const std::string& name) {
   return Named(proof::RoutineSubjects(simd::Level::Baseline), "baseline " + name);
 }
 
-// The subject with something done after each run. `spoil` gets the source, the
+// The subject with a fault: `spoil` is called after each run with the source, the
 // destination and the count.
-template <class Spoil>
+template <typename Spoil>
 Subject Spoilt(Subject subject, Spoil spoil) {
   subject.run = [run = subject.run, spoil](const void* source, void* destination,
                                            std::size_t count) {
@@ -185,7 +187,7 @@ TEST(Proof, SeesOneValueInShortRuns) {
               Optional(StartsWith("baseline 8 to float, caching: the element 0xC8, in runs of 3")));
 }
 
-// What the processors' own conversions and minima do to NaN and to what exceeds
+// The results of the processors' conversions and minima for NaN and for values beyond
 // the range of integers.
 TEST(Proof, TriesTheFloatsThatProcessorsTreatInTheirOwnWays) {
   for (const std::uint32_t odd :

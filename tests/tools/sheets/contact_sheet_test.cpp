@@ -1,8 +1,11 @@
+// The layout of sheets.
 #include "tools/pxl/sheets/contact_sheet.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+
+#include "tools/pxl/sheets/label_wrap.h"
 
 using namespace pxl;
 

@@ -1,9 +1,11 @@
+// Text drawn and wrapped.
 #include "tools/pxl/sheets/label.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include "tools/pxl/sheets/label_wrap.h"
 #include "tools/pxl/system/failure.h"
 
 using namespace pxl;

@@ -1,4 +1,4 @@
-// What the plot of K's memory shows.
+// The lines and marks in the plot of K's memory.
 #include "tools/pxl/sheets/memory_plot.h"
 
 #include <gmock/gmock.h>

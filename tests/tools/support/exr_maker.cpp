@@ -1,3 +1,4 @@
+// Makes OpenEXR files and changes their bytes.
 #include "tests/tools/support/exr_maker.h"
 
 #include <ImfChromaticitiesAttribute.h>
@@ -86,13 +87,13 @@ void WriteTiled(Imf::OStream& stream, const Imf::Header& header, const Imf::Fram
   }
 }
 
-// How an attribute of the header begins.
+// The start of an attribute of the header.
 std::string AttributeStart(const std::string& name, const std::string& type, std::uint32_t size) {
   std::string start = name + '\0' + type + '\0';
   return start.append(reinterpret_cast<const char*>(&size), sizeof size);
 }
 
-// Where the value of an attribute is.
+// The offset of an attribute's value.
 std::size_t PlaceOf(const std::string& file, const std::string& name, const std::string& type,
                     std::uint32_t size) {
   const std::string start = AttributeStart(name, type, size);
@@ -101,12 +102,12 @@ std::size_t PlaceOf(const std::string& file, const std::string& name, const std:
   return place + start.size();
 }
 
-// Where the block of a file of one block lies: what stands before it is where.
+// The offset of the block in a file of one block: the eight bytes before it hold it.
 std::size_t PlaceOfBlock(const std::string& file) {
   for (std::size_t place = 16; place < file.size(); ++place) {
-    std::uint64_t told = 0;
-    std::memcpy(&told, &file[place - sizeof told], sizeof told);
-    if (told == place) return place;
+    std::uint64_t stored = 0;
+    std::memcpy(&stored, &file[place - sizeof stored], sizeof stored);
+    if (stored == place) return place;
   }
   throw std::logic_error("no block");
 }
@@ -217,7 +218,7 @@ std::string WithTiles(std::string file, unsigned width, unsigned height) {
 std::string WithChunkCount(std::string file, int count) {
   std::string attribute = AttributeStart("chunkCount", "int", sizeof count);
   attribute.append(reinterpret_cast<const char*>(&count), sizeof count);
-  // The table of blocks, here of one, tells where the block lies from the start.
+  // The table of blocks, here of one, has the offset of the block in the file.
   const std::size_t table = PlaceOfBlock(file) - sizeof(std::uint64_t);
   const std::uint64_t block = PlaceOfBlock(file) + attribute.size();
   std::memcpy(&file[table], &block, sizeof block);

@@ -1,3 +1,4 @@
+// Makes PNG files by libpng and chunk by chunk.
 #include "tests/tools/support/png_maker.h"
 
 #include <png.h>
@@ -8,7 +9,7 @@
 
 namespace {
 
-// A test that makes a file that cannot be has no result.
+// A test whose file cannot be made has no result.
 [[noreturn]] void OnError(png_structp /*png*/, png_const_charp text) {
   std::cerr << "png_maker: " << text << std::endl;
   std::abort();
@@ -18,7 +19,7 @@ void Append(png_structp png, png_bytep data, std::size_t count) {
   static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<char*>(data), count);
 }
 
-// A row as the file holds it: packed, the highest byte and bit first.
+// A row as in the file: packed, the highest byte and bit first.
 std::vector<png_byte> PackedRow(const PngRecipe& recipe, std::uint32_t y) {
   const int channels = ChannelsOf(recipe.colourType);
   std::vector<png_byte> row((recipe.width * static_cast<unsigned>(channels * recipe.bits) + 7) / 8);

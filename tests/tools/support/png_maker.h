@@ -28,7 +28,7 @@ int ChannelsOf(int colourType);
 
 std::string MakePng(const PngRecipe& recipe);
 
-// A file that ends after its header, whatever that says.
+// A file that ends after its header, with any contents.
 std::string MakePngHeader(std::uint32_t width, std::uint32_t height, int bits, int colourType);
 
 // Four bytes, the highest first.

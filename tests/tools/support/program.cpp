@@ -1,3 +1,4 @@
+// Sample pictures and checks of messages.
 #include "tests/tools/support/program.h"
 
 #include "tools/pxl/formats/picture_file.h"

@@ -19,7 +19,7 @@ struct Setting {
   std::string value;
 };
 
-// Runs the program with every handle on the move, and the given variables.
+// Runs the program with moving handles and these variables.
 Outcome RunPxl(const std::vector<std::string>& arguments,
                const std::vector<Setting>& environment = {});
 
@@ -28,8 +28,7 @@ Outcome RunPxl(const std::vector<std::string>& arguments,
 Outcome RunPxlInShell(const std::string& preparation, const std::vector<std::string>& arguments,
                       const std::string& redirection);
 
-// The same with a terminal in the place of both output streams; what is written
-// to either comes as output.
+// The same with a terminal for both output streams; both are returned as output.
 Outcome RunPxlOnATerminal(const std::vector<std::string>& arguments);
 
 // The picture in a file.
@@ -39,7 +38,7 @@ pxl::Picture ReadPictureFile(const std::filesystem::path& path);
 std::string SamplePicture(const std::string& name);
 std::vector<std::string> SamplePictures();
 
-// Whether the text is one line, newline included, that starts that way.
+// Whether the text is one line, newline included, that begins with `start`.
 bool IsOneLine(const std::string& text, const std::string& start);
 
 #endif

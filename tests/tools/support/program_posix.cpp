@@ -1,3 +1,4 @@
+// Runs the program by a shell.
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>

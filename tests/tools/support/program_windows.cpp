@@ -1,3 +1,4 @@
+// Runs the program by CreateProcess.
 #include <windows.h>
 
 #include <vector>
@@ -13,8 +14,8 @@ std::wstring Wide(const std::string& utf8) {
   return PathOfUtf8(utf8).wstring();
 }
 
-// As the other side takes a command line apart. Quotes and backslashes before
-// them do not come in these tests.
+// Quotes an argument as the program parses it. Quotes, and backslashes before them,
+// do not occur in these tests.
 std::wstring CommandLine(const std::vector<std::string>& arguments) {
   std::wstring line = L"\"" + Wide(PXL_PROGRAM) + L"\"";
   for (const std::string& argument : arguments) line += L" \"" + Wide(argument) + L"\"";

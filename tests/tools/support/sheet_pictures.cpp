@@ -1,3 +1,4 @@
+// Finds pictures on sheets and compares sheets with golden ones.
 #include "tests/tools/support/sheet_pictures.h"
 
 #include <gmock/gmock.h>

@@ -35,13 +35,12 @@ int ColumnLeft(int column, int cellWidth);
 bool IsStandardColour(const Pixel8& pixel);
 Pixel8 NearestStandardColour(const Pixel8& pixel);
 
-// The program gives that code and one line that begins so, and leaves no
-// sheet.png in the folder.
+// Expects that exit code, one line that begins so, and no sheet.png in the folder.
 void ExpectNoSheet(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
                    int code, const std::string& line);
 
 // Compares the file with tests/data/golden/NAME, pixel by pixel. If they
-// differ the new one is kept, and the failure says where.
+// differ, the new one is kept, and the failure has its path.
 void ExpectGolden(const std::filesystem::path& file, const std::string& name);
 
 #endif

@@ -1,4 +1,4 @@
-// A folder that lives as long as a test.
+// A folder that exists as long as the object.
 #ifndef TESTS_TOOLS_SUPPORT_TEMPORARY_FOLDER_H
 #define TESTS_TOOLS_SUPPORT_TEMPORARY_FOLDER_H
 

@@ -1,4 +1,4 @@
-// Growth of what a process holds, told from what varies.
+// Growth of the use of a process, distinguished from variation.
 #include "tools/pxl/system/growth.h"
 
 #include <gmock/gmock.h>
@@ -17,7 +17,7 @@ constexpr std::uint64_t kMiB = 1024 * 1024;
 
 using Number = std::uint64_t ProcessUse::*;
 
-// Samples of a process of which one number is given, and nothing else changes.
+// Samples of a process in which one number changes.
 std::vector<ProcessUse> Samples(Number number, const std::vector<std::uint64_t>& values) {
   std::vector<ProcessUse> samples(values.size(), ProcessUse{kMiB, 90 * kMiB, 40 * kMiB, 5});
   for (std::size_t i = 0; i < values.size(); ++i) samples[i].*number = values[i];
@@ -57,7 +57,7 @@ TEST(Growth, NeedsSomeSamples) {
 
 TEST(ProcessUseLines, ShowBothEnds) {
   std::ostringstream out;
-  pxl::TellProcessUse(out, Samples(&ProcessUse::handles, {5, 6, 7}));
+  pxl::PrintProcessUse(out, Samples(&ProcessUse::handles, {5, 6, 7}));
   EXPECT_EQ(out.str(),
             "  heap bytes          1048576 -> 1048576\n"
             "  address bytes       94371840 -> 94371840\n"

@@ -80,7 +80,7 @@ TEST(OutputFile, IsNotWrittenThroughALinkThatTookItsPlace) {
   EXPECT_THAT(folder.Names(), ElementsAre("victim"));
 }
 
-TEST(OutputFile, IsForWhomTheUsersMaskSays) {
+TEST(OutputFile, HasTheRightsOfTheUsersMask) {
   const TemporaryFolder folder;
   const mode_t before = umask(S_IRWXG | S_IRWXO);
   OutputFile(folder / "a.png").Commit();

@@ -1,3 +1,4 @@
+// Output files, complete or absent.
 #include "tools/pxl/system/output_file.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// The progress bar.
 #include "tools/pxl/system/progress.h"
 
 #include <gtest/gtest.h>

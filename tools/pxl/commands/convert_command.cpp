@@ -1,19 +1,23 @@
+// Converts pictures one by one by way of Worlds, and reports failures and losses.
+#include "tools/pxl/commands/convert_command.h"
+
 #include <algorithm>
 #include <iostream>
 
 #include "PXL.h"
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/commands/convert_plan.h"
 #include "tools/pxl/module/transfer.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
 #include "tools/pxl/system/failure.h"
+#include "tools/pxl/system/operating_system.h"
 #include "tools/pxl/system/progress.h"
 
 namespace pxl {
 namespace {
 
-// The depths a picture goes through after its own, which is `depth`. The ways
-// to and from 8 bits lead through 32.
+// The depths that a picture of depth `depth` is converted to, one after the other.
+// Conversions from and to 8 bits go through 32.
 std::vector<std::int32_t> StepsFrom(std::int32_t depth, const ConvertOptions& options) {
   std::vector<std::int32_t> steps;
   const auto go = [&steps, &depth](std::int32_t to) {
@@ -32,21 +36,21 @@ std::vector<std::int32_t> StepsOf(const PictureHeader& header, const ConvertOpti
   return StepsFrom(DepthOf(header.samples), options);
 }
 
-// A World of each depth is measured before the first row is decoded.
+// Checks the size of a World of each depth before the first row is decoded.
 void MeasureAll(Module& module, const PictureHeader& header,
                 const std::vector<std::int32_t>& steps) {
   MeasureWorld(module, DepthOf(header.samples), header.width, header.height);
   for (const std::int32_t depth : steps) MeasureWorld(module, depth, header.width, header.height);
 }
 
-bool Leads8(const ConvertOptions& options) {
+bool HasDepth8(const ConvertOptions& options) {
   return options.depth == PXL_Depth_8 ||
          std::find(options.via.begin(), options.via.end(), PXL_Depth_8) != options.via.end();
 }
 
-// Pixels of 8 bits are made by the drawing layer alone.
+// Only the drawing layer makes pixels of 8 bits.
 ConvertOptions WithBacking(ConvertOptions options) {
-  const bool indexed = Leads8(options);
+  const bool indexed = HasDepth8(options);
   if (options.dither && !indexed) throw UsageError("--dither", "is for --depth 8 or --via 8");
   if (!indexed) return options;
   if (options.backing == Backing::MappedFile) {
@@ -56,7 +60,7 @@ ConvertOptions WithBacking(ConvertOptions options) {
   return options;
 }
 
-// A surface's memory is the drawing layer's, and its size not in the record.
+// The drawing layer owns the memory of a surface; the record does not have its size.
 std::uint64_t BytesOf(const PXL_World& record) {
   if (record.hasGWorld == 0) return record.pixels.frameSize;
   return static_cast<std::uint64_t>(record.pixels.rowBytes) *
@@ -69,13 +73,14 @@ const char* OriginOf(const PXL_World& record) {
   return K_IsRecycledPtr(record.pixels.frame) != 0 ? "from the pool" : "from the heap";
 }
 
-// Converts one picture after the other and tells what happens to each.
+// Converts the pictures one after the other and reports failures, losses and, on
+// request, memory.
 class Batch {
  public:
   Batch(const ConvertOptions& options, std::size_t count)
       : options_(options), progress_(std::cerr, count, count > 1 && StandardErrorIsTerminal()) {}
 
-  // Whether all could be done.
+  // Returns whether all were converted.
   bool Run(const std::vector<ConvertJob>& jobs) {
     bool allDone = true;
     for (std::size_t i = 0; i < jobs.size(); ++i) {
@@ -93,10 +98,10 @@ class Batch {
       return true;
     } catch (const Failure& failure) {
       progress_.Clear();
-      TellFailure(failure.name().empty() ? input : failure.name(), failure.what());
+      PrintFailure(failure.name().empty() ? input : failure.name(), failure.what());
     } catch (const std::bad_alloc&) {
       progress_.Clear();
-      TellFailure(input, "not enough memory");
+      PrintFailure(input, "not enough memory");
     }
     return false;
   }
@@ -111,11 +116,11 @@ class Batch {
     SaveWorld(world, job.output, job.format, colour);
     const std::string lost = ColourTagsLost(job.format, colour);
     if (lost.empty()) return;
-    TellLoss(name, lost);
+    ReportLoss(name, lost);
   }
 
   World TakeSteps(World world, const std::vector<std::int32_t>& steps, const std::string& name) {
-    TellMemory(name, world);
+    PrintMemory(name, world);
     bool opaque = true;
     for (const std::int32_t depth : steps) {
       if (depth == world.Record().depth && options_.backing != Backing::Surface) continue;
@@ -123,18 +128,18 @@ class Batch {
         opaque = opaque && IsOpaque(world);
       }
       world = ConvertWorld(world, depth, {options_.blitOnly, options_.dither && depth == 8});
-      TellMemory(name, world);
+      PrintMemory(name, world);
     }
-    if (!opaque) TellLoss(name, "transparency");
+    if (!opaque) ReportLoss(name, "transparency");
     return world;
   }
 
-  void TellLoss(const std::string& name, const std::string& lost) {
+  void ReportLoss(const std::string& name, const std::string& lost) {
     progress_.Clear();
-    TellNote(name, "not kept in the output: " + lost);
+    PrintNote(name, "not kept in the output: " + lost);
   }
 
-  void TellMemory(const std::string& name, const World& world) {
+  void PrintMemory(const std::string& name, const World& world) {
     if (!options_.verbose) return;
     progress_.Clear();
     const PXL_World record = world.Record();

@@ -1,9 +1,10 @@
+// Checks the outputs of pxl convert and assigns one to each input.
 #include "tools/pxl/commands/convert_plan.h"
 
 #include <map>
 #include <system_error>
 
-#include "tools/pxl/formats/png_file.h"
+#include "tools/pxl/formats/png/png_file.h"
 #include "tools/pxl/system/failure.h"
 #include "tools/pxl/system/output_file.h"
 
@@ -17,15 +18,14 @@ std::int32_t DeepestPng() {
   return CanWrite16BitPng() ? 64 : 32;
 }
 
-// Whether the output is meant as a folder; throws when it must be one and is
-// not.
+// Whether the output is a folder; throws if it must be one and is not.
 bool WantsFolder(const ConvertOptions& options) {
   std::error_code error;
   if (fs::is_directory(options.output, error)) return true;
   const std::string name = options.output.string();
   if (options.inputs.size() == 1 && options.output.has_filename()) return false;
   if (fs::exists(options.output, error)) {
-    throw UsageError(name, "is no folder; several pictures need one");
+    throw UsageError(name, "is not a folder; several pictures need one");
   }
   throw Failure(name, "no such folder");
 }

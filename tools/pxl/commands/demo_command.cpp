@@ -1,15 +1,18 @@
+// Converts each picture to every depth and writes the results and a sheet.
+#include "tools/pxl/commands/demo_command.h"
+
 #include <iostream>
 #include <set>
 #include <system_error>
 
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/commands/depths.h"
-#include "tools/pxl/formats/png_file.h"
+#include "tools/pxl/formats/png/png_file.h"
 #include "tools/pxl/module/comparison.h"
 #include "tools/pxl/module/transfer.h"
 #include "tools/pxl/pictures/resize.h"
 #include "tools/pxl/sheets/contact_sheet.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
 
 namespace pxl {
 namespace {
@@ -53,7 +56,7 @@ class Demonstration {
     return output;
   }
 
-  // Deep Worlds go to 16 bits where PNG can be written with those.
+  // Deep Worlds are written as PNG of 16 bits where the library can.
   static FileFormat FormatOf(std::int32_t depth) {
     return depth <= PXL_Depth_32 || CanWrite16BitPng() ? FileFormat::Png : FileFormat::Exr;
   }

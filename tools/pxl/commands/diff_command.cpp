@@ -1,20 +1,21 @@
+// Compares two pictures and prints the result as text or JSON.
+#include "tools/pxl/commands/diff_command.h"
+
 #include <array>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/formats/picture_file.h"
 #include "tools/pxl/module/world.h"
 #include "tools/pxl/pictures/picture_difference.h"
 #include "tools/pxl/sheets/contact_sheet.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
+#include "tools/pxl/system/json_output.h"
 
 namespace pxl {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr double kFullScale8 = 255.0;
 constexpr double kFullScale16 = 32768.0;
@@ -29,9 +30,9 @@ const char* NameOf(SampleType samples) {
                                             : "floats";
 }
 
-// What keeps the pictures from being compared at all.
+// The reason why the pixels cannot be compared.
 struct Mismatch {
-  const char* what;
+  const char* property;
   std::string first;
   std::string second;
 };
@@ -46,7 +47,7 @@ std::optional<Mismatch> MismatchOf(const PictureHeader& a, const PictureHeader& 
   return std::nullopt;
 }
 
-// A float in as many digits as tell it from all others.
+// Nine digits distinguish a float from all others.
 std::string ValueText(double value, SampleType samples) {
   if (std::isnan(value)) return "nan";
   std::array<char, 32> text{};
@@ -54,7 +55,7 @@ std::string ValueText(double value, SampleType samples) {
   return text.data();
 }
 
-// JSON has no numbers that are not finite.
+// JSON has finite numbers only.
 Json ValueJson(double value, SampleType samples) {
   if (!std::isfinite(value)) return ValueText(value, samples);
   if (samples == SampleType::Float) return value;
@@ -85,12 +86,7 @@ Json JsonOf(const PictureDifference& difference, SampleType samples) {
 }
 
 Json JsonOf(const Mismatch& mismatch) {
-  return {{"what", mismatch.what}, {"a", mismatch.first}, {"b", mismatch.second}};
-}
-
-// File names may hold bytes that are no UTF-8; JSON may not.
-void PrintJson(const Json& json) {
-  std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+  return {{"what", mismatch.property}, {"a", mismatch.first}, {"b", mismatch.second}};
 }
 
 std::string ShortText(double number) {
@@ -119,11 +115,11 @@ void PrintDifference(const PictureDifference& difference, const PictureHeader& h
   if (difference.mostSteps > 0) PrintLargest(difference, samples);
   if (difference.withoutDistance > 0) {
     std::cout << "  besides    " << difference.withoutDistance
-              << " samples where a NaN or an infinity stands against something else\n";
+              << " samples where a NaN or an infinity meets another value\n";
   }
 }
 
-// Two pictures, what there is to say of them, and to whom.
+// The comparison of two pictures, and its report as text or as JSON.
 class Comparison {
  public:
   explicit Comparison(const DiffOptions& options)
@@ -133,7 +129,7 @@ class Comparison {
 
   int Run() {
     const auto mismatch = MismatchOf(a_.header(), b_.header(), options_);
-    return mismatch ? TellMismatch(*mismatch) : ComparePixels();
+    return mismatch ? PrintMismatch(*mismatch) : ComparePixels();
   }
 
  private:
@@ -146,31 +142,31 @@ class Comparison {
             {"mismatch", nullptr}, {"differing", nullptr}};
   }
 
-  int TellMismatch(const Mismatch& mismatch) const {
+  int PrintMismatch(const Mismatch& mismatch) const {
     if (options_.json) {
       Json json = JsonStart(false);
       json["mismatch"] = JsonOf(mismatch);
-      PrintJson(json);
+      PrintJson(std::cout, json);
     } else {
       PrintVerdict("differ");
-      std::cout << "  " << mismatch.what << ": " << mismatch.first << " against " << mismatch.second
-                << "\n";
+      std::cout << "  " << mismatch.property << ": " << mismatch.first << " against "
+                << mismatch.second << "\n";
     }
     if (options_.output) {
-      TellNote(options_.output->string(),
-               "not written, since the pictures differ in " + std::string(mismatch.what));
+      PrintNote(options_.output->string(),
+                "not written, since the pictures differ in " + std::string(mismatch.property));
     }
     return kExitDifferent;
   }
 
   int ComparePixels() {
-    // The limits of a World are tested before anything is decoded.
+    // The limits of a World are checked before anything is decoded.
     About(First(), [this] { Measure(); });
     const Picture a = About(First(), [this] { return a_.Read(); });
     const Picture b = About(Second(), [this] { return b_.Read(); });
     const PictureDifference difference = Compare(a, b, options_.tolerance);
     if (options_.output) WritePicture(PictureOf(difference, a, b, options_.tolerance));
-    TellDifference(difference);
+    PrintResult(difference);
     return difference.first ? kExitDifferent : kExitSame;
   }
 
@@ -184,12 +180,12 @@ class Comparison {
                      [&](std::int64_t y) { return picture.Row(y); });
   }
 
-  void TellDifference(const PictureDifference& difference) const {
+  void PrintResult(const PictureDifference& difference) const {
     const bool same = !difference.first;
     if (options_.json) {
       Json json = JsonStart(same);
       json["differing"] = JsonOf(difference, a_.header().samples);
-      PrintJson(json);
+      PrintJson(std::cout, json);
       return;
     }
     PrintVerdict(!same                       ? "differ"

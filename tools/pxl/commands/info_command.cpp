@@ -1,22 +1,23 @@
+// Prints versions, settings and the geometry of a picture's World.
+#include "tools/pxl/commands/info_command.h"
+
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 #include "K_host.h"
 #include "PXL.h"
 #include "Q_host.h"
 #include "TXT_host.h"
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/formats/picture_file.h"
+#include "tools/pxl/module/module.h"
 #include "tools/pxl/module/module_settings.h"
-#include "tools/pxl/module/package_version.h"
 #include "tools/pxl/module/world.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
+#include "tools/pxl/system/json_output.h"
 #include "vetrix_host.h"
 
 namespace pxl {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 Json ModuleInfo() {
   return {{"package", PackageVersion()},
@@ -68,18 +69,13 @@ void PrintPicture(const Json& info) {
             << "\n  frame size  " << info["frameSize"] << " bytes\n";
 }
 
-// File names may hold bytes that are no UTF-8; JSON may not.
-void PrintJson(const Json& info) {
-  std::cout << info.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
-}
-
 }  // namespace
 
 int Info(const InfoOptions& options) {
   Json info = {{"module", ModuleInfo()}};
   if (options.file) info["picture"] = PictureInfo(options);
   if (options.json) {
-    PrintJson(info);
+    PrintJson(std::cout, info);
     return kExitSuccess;
   }
   PrintModule(info["module"]);

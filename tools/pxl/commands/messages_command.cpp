@@ -1,11 +1,14 @@
+// Lists the texts of the module's catalogue.
+#include "tools/pxl/commands/messages_command.h"
+
 #include <iomanip>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 #include "K_host.h"
 #include "PXL.h"
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
+#include "tools/pxl/system/json_output.h"
 
 namespace pxl {
 namespace {
@@ -19,12 +22,12 @@ std::string Message(std::int32_t index) {
   return K_TextToUTF8(K_ZLookupLStrCache(PXL_G_zref, index, 0, 0));
 }
 
-void PrintJson() {
-  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+void PrintList() {
+  Json list = Json::array();
   for (std::int32_t i = 0; i < CountMessages(); ++i) {
     list.push_back({{"index", i}, {"text", Message(i)}});
   }
-  std::cout << list.dump(2) << "\n";
+  PrintJson(std::cout, list);
 }
 
 void PrintLines() {
@@ -36,7 +39,7 @@ void PrintLines() {
 }  // namespace
 
 int Messages(const MessagesOptions& options) {
-  options.json ? PrintJson() : PrintLines();
+  options.json ? PrintList() : PrintLines();
   return kExitSuccess;
 }
 

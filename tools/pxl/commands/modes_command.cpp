@@ -1,9 +1,11 @@
+// Draws one picture onto another in all transfer modes.
+#include "tools/pxl/commands/modes_command.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
 #include "QDE_host.h"
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/module/comparison.h"
 #include "tools/pxl/module/drawing.h"
 #include "tools/pxl/module/transfer.h"
@@ -11,6 +13,7 @@
 #include "tools/pxl/pictures/resize.h"
 #include "tools/pxl/sheets/contact_sheet.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
 
 namespace pxl {
 namespace {
@@ -23,8 +26,8 @@ constexpr QDE_RGBColor kWhite = {0xFFFF, 0xFFFF, 0xFFFF};
 constexpr QDE_RGBColor kOrange = {0xFFFF, 0x8000, 0x0000};
 
 constexpr std::uint16_t kSrcCopy = 0;
-// The pictures and the notes make one row; then the first four modes stand over
-// their inverses.
+// The first row has the pictures and the notes; below it, the first four modes are
+// above their inverses.
 constexpr SheetLayout kLayout = {4, kThumbnailText};
 
 enum class Way { Direct, ToIndices };
@@ -68,7 +71,7 @@ const std::vector<std::string> kReadingNotes = {
     "Modes 1 to 7 are named for black as 1: srcOr is an and of channels. 15 and 16 draw into a "
     "World of 8 bits, all others into one of 32."};
 
-// The picture as a World of 32 bits shows it, over white.
+// The picture in a World of 32 bits, over white.
 Picture OpaquePicture(Module& module, const fs::path& path, std::uint64_t maxPixels) {
   InputPicture input(path, maxPixels);
   MeasureWorld(module, PXL_Depth_32, input.header().width, input.header().height);
@@ -85,7 +88,7 @@ bool SameSize(const PictureHeader& a, const PictureHeader& b) {
   return a.width == b.width && a.height == b.height;
 }
 
-// The largest part from the middle of the picture that has those proportions.
+// The largest part from the middle of the picture with the proportions of `shape`.
 Picture MiddleOf(const Picture& picture, const PictureHeader& shape) {
   const std::int64_t width = picture.header.width;
   const std::int64_t height = picture.header.height;
@@ -93,8 +96,8 @@ Picture MiddleOf(const Picture& picture, const PictureHeader& shape) {
                  std::clamp<std::int64_t>(width * shape.height / shape.width, 1, height));
 }
 
-// The picture on a surface of that size. What is much larger is first reduced,
-// since the drawing layer's scaling leaves pixels out.
+// The picture on a surface of that size. A much larger picture is reduced first,
+// since the drawing layer's scaling skips pixels.
 World FittedSurface(Module& module, const Picture& picture, const PictureHeader& size) {
   const Picture middle = MiddleOf(picture, size);
   const std::int64_t factor =
@@ -106,7 +109,7 @@ World FittedSurface(Module& module, const Picture& picture, const PictureHeader&
   return fitted;
 }
 
-// The results of all modes, as small as they are shown.
+// The results of all modes, in the size of the sheet.
 class Results {
  public:
   Results(Module& module, const Picture& a, const Picture& b)
@@ -144,7 +147,7 @@ class Results {
     return indices;
   }
 
-  // What the fourth byte has become is nobody's alpha.
+  // The modes change the fourth byte too; it is no alpha.
   static Picture Shown(const World& world) {
     Picture picture = PictureOf(world);
     DropAlpha(picture);
@@ -167,7 +170,7 @@ NamedPicture Named(Module& module, const fs::path& path, std::uint64_t maxPixels
           About(path.string(), [&] { return OpaquePicture(module, path, maxPixels); })};
 }
 
-// What the picture is and what became of it.
+// Role, name and size of the picture, and its change of size.
 std::vector<std::string> LabelsOf(const std::string& role, const NamedPicture& picture,
                                   const PictureHeader& b) {
   const PictureHeader& header = picture.picture.header;

@@ -1,8 +1,10 @@
+// Draws a picture at all depths, with the differences to the original.
+#include "tools/pxl/commands/sheet_command.h"
+
 #include <iomanip>
 #include <sstream>
 
 #include "PXL.h"
-#include "tools/pxl/commands/commands.h"
 #include "tools/pxl/commands/depths.h"
 #include "tools/pxl/module/comparison.h"
 #include "tools/pxl/module/transfer.h"
@@ -10,13 +12,14 @@
 #include "tools/pxl/pictures/resize.h"
 #include "tools/pxl/sheets/contact_sheet.h"
 #include "tools/pxl/system/console.h"
+#include "tools/pxl/system/exit_codes.h"
 
 namespace pxl {
 namespace {
 
 namespace fs = std::filesystem;
 
-// A picture as read, and the factor it was reduced by.
+// A picture as read, reduced by a whole factor.
 struct SmallPicture {
   PictureHeader original;
   std::int64_t reduction;
@@ -41,7 +44,7 @@ std::vector<std::string> ChangeLabels(double change, double factor) {
   return {magnified.str(), largest.str()};
 }
 
-// The conversions in a row, over a row of their differences.
+// A row of the conversions above a row of their differences.
 class DepthsSheet {
  public:
   explicit DepthsSheet(const SmallPicture& source) : source_(source) {
@@ -86,7 +89,7 @@ class DepthsSheet {
          ChangeLabels(change, factor)});
   }
 
-  // From 32 bits only is there a way to indices.
+  // Only 32 bits can be converted to indices.
   void AddIndexed(Route route, const std::string& label) {
     const World direct = ConvertWorld(source_.world, PXL_Depth_32, {});
     Add(ConvertWorld(direct, PXL_Depth_8, route), {"8 bits a pixel", label}, Compared::ColoursOnly);

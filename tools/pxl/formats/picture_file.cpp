@@ -1,3 +1,4 @@
+// Opens, detects and writes picture files of both formats.
 #include "tools/pxl/formats/picture_file.h"
 
 #include <algorithm>
@@ -6,8 +7,10 @@
 #include <new>
 #include <system_error>
 
-#include "tools/pxl/formats/exr_file.h"
-#include "tools/pxl/formats/png_file.h"
+#include "tools/pxl/formats/exr/exr_reader.h"
+#include "tools/pxl/formats/exr/exr_writer.h"
+#include "tools/pxl/formats/png/png_file.h"
+#include "tools/pxl/pictures/colour_tags.h"
 #include "tools/pxl/system/failure.h"
 #include "tools/pxl/system/output_file.h"
 
@@ -20,7 +23,7 @@ std::ifstream OpenInput(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (fs::is_directory(status)) throw Failure("is a folder");
-  // Pictures are read at random, which a pipe does not allow.
+  // Pictures are read at random places, which a pipe does not allow.
   if (fs::exists(status) && !fs::is_regular_file(status)) throw Failure("is not a regular file");
   errno = 0;
   std::ifstream stream(path, std::ios::binary);

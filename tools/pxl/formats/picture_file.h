@@ -1,4 +1,4 @@
-// Picture files by kind: the kind of an input is seen from its content, that
+// Picture files of both formats: that of an input is detected from its content, that
 // of an output from the ending of its name.
 #ifndef TOOLS_PXL_FORMATS_PICTURE_FILE_H
 #define TOOLS_PXL_FORMATS_PICTURE_FILE_H
@@ -17,11 +17,11 @@ enum class FileFormat { Png, Exr };
 // By the ending, .png or .exr in any case; none for any other.
 std::optional<FileFormat> FormatOfName(const std::filesystem::path& path);
 
-// A picture file that is open.
+// An open picture file.
 class InputPicture {
  public:
-  // Reads the header. Throws Failure, named after the path; also when the file
-  // claims more pixels than may be.
+  // Reads the header. Throws Failure, named after the path; also when the header has
+  // more than `maxPixels`.
   explicit InputPicture(const std::filesystem::path& path, std::uint64_t maxPixels = kMostPixels);
 
   const PictureHeader& header() const { return reader_->header(); }
@@ -35,12 +35,13 @@ class InputPicture {
 };
 
 // Writes the picture: Integer8 or Integer16 rows for PNG, Float for OpenEXR.
-// The file is there complete or not at all. Throws Failure, named after the
-// path.
+// The file appears when it is complete, or not at all. Throws Failure, named after
+// the path.
 void WritePictureFile(const std::filesystem::path& path, FileFormat format,
                       const PictureHeader& header, const RowSource& rows);
 
-// In words, which colour tags a file of that format cannot keep; empty if none.
+// The names of the colour tags that a file of that format cannot keep, for people;
+// empty if there are none.
 std::string ColourTagsLost(FileFormat format, const ColourTags& colour);
 
 }  // namespace pxl

@@ -1,5 +1,5 @@
-# The libraries behind files of pictures and the letters in them: headers alone,
-# but for zlib, which is linked into the program.
+# The libraries that read and write picture files and draw letters: headers alone,
+# except zlib, which is linked into the program.
 include(portable.cmake)
 target_link_libraries(picture_libraries PUBLIC stb::stb tinyexr::tinyexr)
 

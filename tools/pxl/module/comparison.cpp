@@ -1,3 +1,4 @@
+// Worlds converted to pictures, and their channels compared as floats.
 #include "tools/pxl/module/comparison.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ double ChangeOf(float before, float after) {
 }
 
 // Calls visit(y, changes) for each row, four changes a pixel. Those of alpha are
-// 0 where alpha does not count.
+// 0 unless alpha is compared.
 template <typename Visit>
 void ForEachRow(const World& before, const World& after, Compared compared, Visit visit) {
   const PXL_World first = before.Record();

@@ -1,4 +1,4 @@
-// Worlds as people see them, and how far one is from another.
+// Worlds as pictures for a screen, and the differences of two Worlds.
 #ifndef TOOLS_PXL_MODULE_COMPARISON_H
 #define TOOLS_PXL_MODULE_COMPARISON_H
 
@@ -9,17 +9,16 @@
 
 namespace pxl {
 
-// What a screen shows of a World: an Integer8 picture.
+// The World as an Integer8 picture.
 Picture PictureOf(const World& world);
 
 enum class Compared {
   AllChannels,
-  ColoursOnly  // where one of the Worlds was never given alpha
+  ColoursOnly  // where one of the Worlds has no alpha
 };
 
 // The largest difference between channels of two Worlds of one size, where full
-// scale is 1; infinite if one of a pair is. Pairs with a value that is no number
-// are passed over.
+// scale is 1; infinite if one of a pair is. Pairs with a NaN are ignored.
 double LargestChange(const World& before, const World& after,
                      Compared compared = Compared::AllChannels);
 

@@ -1,3 +1,4 @@
+// Blits and colours on surfaces, with the errors of the drawing layer.
 #include "tools/pxl/module/drawing.h"
 
 #include <string>
@@ -9,7 +10,7 @@ namespace {
 
 void CheckDrawing(std::int16_t error) {
   if (error != 0) {
-    throw Failure("the drawing layer gives error " + std::to_string(error));
+    throw Failure("the drawing layer returns error " + std::to_string(error));
   }
 }
 

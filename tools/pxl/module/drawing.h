@@ -10,11 +10,11 @@
 namespace pxl {
 
 // Blits all of the source to all of the destination, in a transfer mode by its
-// index. Both are on surfaces. Throws Failure when nothing was drawn, which the
-// blit itself does not tell.
+// index. Both are on surfaces. Throws Failure for errors of the drawing layer, which
+// the blit does not return.
 void Draw(const World& source, const World& destination, std::uint16_t mode);
 
-// Gives the surface a colour to be drawn on with. Throws Failure.
+// Sets a colour for drawing on the surface. Throws Failure.
 void SetPortColour(const World& destination, std::int32_t which, const QDE_RGBColor& colour);
 
 }  // namespace pxl

@@ -1,3 +1,4 @@
+// Reads the environment variables and configures K.
 #include "tools/pxl/module/environment.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// Puts a translation file in force in K.
 #include "tools/pxl/module/language.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// Birth and death of the module, its reports, and its version.
 #include "tools/pxl/module/module.h"
 
 #include "PXL.h"
@@ -7,7 +8,7 @@
 namespace pxl {
 namespace {
 
-// The code under which the module reports on our behalf. The module number is
+// The code of reports that the module makes for this program. The module number is
 // free for applications.
 constexpr std::uint32_t kReportCode = 0x7F0001;
 
@@ -30,8 +31,8 @@ Module::Module() {
 Module::~Module() {
   PXL_Death();
   K_SetReportSink(nullptr, nullptr);
-  // Reports of disposals and of the death, which nobody checked.
-  if (!reports_.empty()) TellFailure("PXL", TakeReports());
+  // Reports of disposals and of the death, which no Check has seen.
+  if (!reports_.empty()) PrintFailure("PXL", TakeReports());
 }
 
 void Module::Check(std::int32_t status) {
@@ -40,7 +41,7 @@ void Module::Check(std::int32_t status) {
     throw Shortage(reports.empty() ? "not enough memory" : reports);
   }
   if (!reports.empty()) throw Failure(reports);
-  if (status != PXL_Err_NONE) throw Failure("the module gives error " + std::to_string(status));
+  if (status != PXL_Err_NONE) throw Failure("the module returns error " + std::to_string(status));
 }
 
 void Module::Take(const K_Report* report, void* module) {
@@ -52,6 +53,11 @@ std::string Module::TakeReports() {
   for (const std::string& report : reports_) text += text.empty() ? report : "; " + report;
   reports_.clear();
   return text;
+}
+
+std::string PackageVersion() {
+  const std::uint32_t version = PXL_PkgObjectVersion();
+  return std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFFU);
 }
 
 }  // namespace pxl

@@ -1,4 +1,4 @@
-// The module while it lives, and what it reports.
+// The life of the module, and its reports.
 #ifndef TOOLS_PXL_MODULE_MODULE_H
 #define TOOLS_PXL_MODULE_MODULE_H
 
@@ -10,9 +10,9 @@
 
 namespace pxl {
 
-// Checks the versions and brings the module to life; lays it to rest at the
-// end. While one is there, the module's reports go to it instead of standard
-// error. One at a time. Throws Failure.
+// Checks the versions and brings the module to life; ends its life in the destructor.
+// Meanwhile it receives the module's reports, which are not printed on standard
+// error. One object at a time. Throws Failure.
 class Module {
  public:
   Module();
@@ -20,10 +20,10 @@ class Module {
   Module& operator=(const Module&) = delete;
   ~Module();
 
-  // Throws Failure in the module's own words if a call gave an error, or
-  // reported one and gave none; Shortage if the error is lack of memory.
+  // Throws Failure with the module's reports if a call returned an error, or reported
+  // one without returning it; Shortage if the error is lack of memory.
   void Check(std::int32_t status);
-  // Forgets what was reported since.
+  // Discards the reports since the last Check.
   void Drop() { reports_.clear(); }
 
  private:
@@ -32,6 +32,9 @@ class Module {
 
   std::vector<std::string> reports_;
 };
+
+// Interface and revision of the library: "31.14".
+std::string PackageVersion();
 
 }  // namespace pxl
 

@@ -1,3 +1,4 @@
+// Reads the module's settings from the database of vetrix.
 #include "tools/pxl/module/module_settings.h"
 
 #include <string>
@@ -14,7 +15,7 @@ std::u16string SettingText(const char* key, const char* defaultText) {
 
 }  // namespace
 
-// What is no value counts as zero.
+// A text that is not a value counts as false or zero.
 bool PoolEnabled() {
   vetrix::iUTF16StringStream stream(SettingText(kPoolKey, "true"));
   stream.boolalpha();

@@ -1,4 +1,4 @@
-// The settings that the module looks at, read as it reads them.
+// The settings of the module, parsed as the module parses them.
 #ifndef TOOLS_PXL_MODULE_MODULE_SETTINGS_H
 #define TOOLS_PXL_MODULE_MODULE_SETTINGS_H
 
@@ -12,7 +12,7 @@ inline constexpr const char* kThresholdKey = "VirtualAllocMinSizeInK3";
 // Whether large frames come from the pool.
 bool PoolEnabled();
 
-// Frames of more KiB than that are large.
+// Frames of more KiB than this are large.
 std::int32_t PoolThreshold();
 
 }  // namespace pxl

@@ -1,3 +1,4 @@
+// The standard colours of the drawing layer as a palette.
 #include "tools/pxl/module/standard_colours.h"
 
 #include <cstring>

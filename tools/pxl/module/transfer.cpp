@@ -1,3 +1,4 @@
+// Loads, converts and saves Worlds.
 #include "tools/pxl/module/transfer.h"
 
 #include <cstring>
@@ -32,8 +33,8 @@ std::size_t WidthOf(const World& world) {
   return static_cast<std::size_t>(world.Record().width);
 }
 
-// The blit does not see what is mapped, copies up to 32 bits between surfaces
-// only, and does not convert between 64 and 128.
+// The blit cannot read mapped pixels, copies up to 32 bits between surfaces only,
+// and does not convert between 64 and 128.
 bool BlitDoes(const World& source, std::int32_t to) {
   const std::int32_t from = source.Record().depth;
   if (source.backing() == Backing::MappedFile) return false;
@@ -52,14 +53,14 @@ void ConvertPixelByPixel(const World& source, std::int32_t depth, const PixelRow
   }
 }
 
-// Fills the World with what nobody would take for a picture, so that a pixel
-// that is then not written cannot pass unnoticed.
+// Fills the World with a pattern that is not like a picture, so that a pixel that is
+// not written is visible.
 void FillWithMarker(const World& world) {
   const PixelLock lock(world);
   world.module().Check(PXL_ClearWorldToLong(world.handle(), FillMarker()));
 }
 
-// The byte that the drawing layer leaves 0 when it looks colours up is alpha.
+// The drawing layer leaves alpha 0 when it looks colours up.
 void MakeOpaque(const World& world, const PixelRows& rows) {
   const std::int64_t height = world.Record().height;
   for (std::int64_t y = 0; y < height; ++y) {
@@ -95,7 +96,7 @@ RowSource RowsForFile(const World& world, const PixelRows& rows, FileFormat form
   };
 }
 
-// A World of the picture's depth whose rows are read into it.
+// A World of the picture's depth, with rows from `read`.
 template <typename Read>
 World NewWorld(Module& module, const PictureHeader& header, Backing backing, Read read) {
   World world(module, DepthOf(header.samples), header.width, header.height, backing);

@@ -1,4 +1,4 @@
-// Pictures into Worlds, Worlds into others, Worlds into files.
+// Conversion of pictures to Worlds, of Worlds to other depths, and of Worlds to files.
 #ifndef TOOLS_PXL_MODULE_TRANSFER_H
 #define TOOLS_PXL_MODULE_TRANSFER_H
 
@@ -11,21 +11,21 @@
 
 namespace pxl {
 
-// A World of the picture's own depth and that backing with its pixels. Integer16 channels are
-// scaled from 0..65535 to 0..32768. Nothing is decoded unless the World is
-// there. Throws Failure.
+// A World with the picture's pixels, of the picture's own depth and that backing.
+// Integer16 channels are scaled from 0..65535 to 0..32768. The World is made before
+// anything is decoded. Throws Failure.
 World LoadWorld(Module& module, InputPicture& picture, Backing backing = Backing::Frame);
 // The same of a picture in memory.
 World LoadWorld(Module& module, const Picture& picture, Backing backing);
 
 struct Route {
-  bool blitOnly = false;  // what the blit refuses is a failure, else it goes pixel by pixel
-  bool dither = false;    // on the way to 8 bits
+  bool blitOnly = false;  // fail where the blit does not convert, instead of converting pixels
+  bool dither = false;    // when converting to 8 bits
 };
 
 // A World of another depth, or of the same, with the same backing and picture.
-// Between 8 and another depth than 32 there is no way. What comes from 8 bits
-// is opaque. Throws Failure.
+// 8 bits are converted to and from 32 only. A World converted from 8 bits is opaque.
+// Throws Failure.
 World ConvertWorld(const World& source, std::int32_t depth, Route route);
 
 // Whether all pixels of a World of 32 bits are opaque. Throws Failure.

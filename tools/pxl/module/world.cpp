@@ -1,3 +1,4 @@
+// Worlds and pixel locks by the calls of the module.
 #include "tools/pxl/module/world.h"
 
 #include <cstring>
@@ -11,11 +12,11 @@ namespace {
 
 constexpr std::int64_t kLargestSide = std::numeric_limits<std::int16_t>::max();
 
-// The module is asked with 16-bit coordinates and cannot answer for more.
+// The module takes coordinates of 16 bits.
 Rect RectOf(std::int64_t width, std::int64_t height) {
   if (width > kLargestSide || height > kLargestSide) {
     throw Failure(std::to_string(width) + " x " + std::to_string(height) +
-                  " pixels: the sides of a World end at " + std::to_string(kLargestSide));
+                  " pixels: the longest side of a World is " + std::to_string(kLargestSide));
   }
   return {0, 0, static_cast<std::int16_t>(height), static_cast<std::int16_t>(width)};
 }

@@ -1,4 +1,4 @@
-// A World that is disposed of, and a lock that is taken back, on every path.
+// Worlds and pixel locks that are released in their destructors.
 #ifndef TOOLS_PXL_MODULE_WORLD_H
 #define TOOLS_PXL_MODULE_WORLD_H
 
@@ -11,13 +11,13 @@
 
 namespace pxl {
 
-// The depth whose channels are of that type, and the other way round.
+// The depth with channels of that type, and the type of the channels of a depth.
 std::int32_t DepthOf(SampleType samples);
 SampleType SamplesOf(std::int32_t depth);
 
-// Where a World has its pixels.
+// The memory of a World's pixels.
 enum class Backing {
-  None,             // nowhere: the World has a geometry only
+  None,             // no pixels: the World has a geometry only
   Frame,            // a block of the heap or of K's pool
   MappedFile,       // a file, mapped while the World is locked
   Surface,          // a surface of the drawing layer; deeper than 32 bits a frame
@@ -26,16 +26,16 @@ enum class Backing {
 
 class World {
  public:
-  // Makes a World with its origin at 0, 0. Throws Failure with the limit that a
-  // side or the module sets, in the module's words where it is the module's.
+  // Makes a World with its origin at 0, 0. Throws Failure for a side above the limit,
+  // and with the module's report when the module refuses.
   World(Module& module, std::int32_t depth, std::int64_t width, std::int64_t height,
         Backing backing = Backing::Frame);
 
   PXL_WorldHandle handle() const { return handle_.get(); }
   Module& module() const { return *module_; }
   Backing backing() const { return backing_; }
-  // The record as it stands now. It moves whenever the module is called, so
-  // this is a copy.
+  // A copy of the current record. The record itself moves whenever the module is
+  // called.
   PXL_World Record() const;
 
  private:
@@ -47,11 +47,11 @@ class World {
   std::unique_ptr<PXL_World*, Disposer> handle_;
 };
 
-// The record of a World of that geometry, made without pixel memory: the test,
-// before anything is decoded, whether a picture fits. Throws Failure.
+// The record of a World of that geometry, made without pixel memory, to check before
+// decoding whether a picture fits. Throws Failure.
 PXL_World MeasureWorld(Module& module, std::int32_t depth, std::int64_t width, std::int64_t height);
 
-// Holds a World's pixels where they are. The World may change hands meanwhile.
+// Keeps the pixels of a World locked. The World object may be moved meanwhile.
 class PixelLock {
  public:
   // Throws Failure.

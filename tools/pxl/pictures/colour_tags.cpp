@@ -1,3 +1,4 @@
+// Colour tags converted between PNG chunks and chromaticities.
 #include "tools/pxl/pictures/colour_tags.h"
 
 #include <algorithm>
@@ -55,6 +56,22 @@ std::string JoinNames(const std::vector<std::string>& names) {
     text += names[i];
   }
   return text;
+}
+
+std::string ColourTagsLostInExr(const ColourTags& colour) {
+  std::vector<std::string> names;
+  for (const PngChunk& chunk : colour.chunks) {
+    if (chunk.name != "cHRM") names.push_back(chunk.name);
+  }
+  return JoinNames(names);
+}
+
+std::string ColourTagsLostInPng(const ColourTags& colour) {
+  if (colour.greyProfile) return "the grey iCCP profile";
+  if (colour.chromaticities && !ChunkOfChromaticities(*colour.chromaticities)) {
+    return "the chromaticities";
+  }
+  return "";
 }
 
 }  // namespace pxl

@@ -1,4 +1,4 @@
-// The primaries and white of a picture, as PNG and as OpenEXR write them.
+// Primaries and white of a picture in PNG and OpenEXR files.
 #ifndef TOOLS_PXL_PICTURES_COLOUR_TAGS_H
 #define TOOLS_PXL_PICTURES_COLOUR_TAGS_H
 
@@ -20,6 +20,11 @@ Chromaticities ChromaticitiesOfChunk(const PngChunk& chunk);
 
 // "A", "A and B", "A, B and C".
 std::string JoinNames(const std::vector<std::string>& names);
+
+// The names of the colour tags that a file of the format cannot keep, for people;
+// empty if there are none.
+std::string ColourTagsLostInExr(const ColourTags& colour);
+std::string ColourTagsLostInPng(const ColourTags& colour);
 
 }  // namespace pxl
 

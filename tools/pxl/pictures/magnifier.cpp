@@ -1,3 +1,4 @@
+// The factor that makes small differences visible.
 #include "tools/pxl/pictures/magnifier.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// Transparent pixels over what is behind them.
+// Transparent pixels laid over a ground.
 #ifndef TOOLS_PXL_PICTURES_OPAQUE_H
 #define TOOLS_PXL_PICTURES_OPAQUE_H
 

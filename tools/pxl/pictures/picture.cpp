@@ -1,3 +1,4 @@
+// Limits, sizes and allocation of pictures.
 #include "tools/pxl/pictures/picture.h"
 
 #include "tools/pxl/system/failure.h"
@@ -9,10 +10,10 @@ std::string SizeText(std::int64_t width, std::int64_t height) {
   return std::to_string(width) + " x " + std::to_string(height) + " pixels";
 }
 
-// Sides that are not positive are for others to refuse.
+// Sides that are not positive are refused elsewhere.
 bool HasMore(std::int64_t width, std::int64_t height, std::uint64_t most) {
   if (width < 1 || height < 1) return false;
-  // The product might be too large for a number.
+  // The product might overflow.
   return static_cast<std::uint64_t>(width) > most / static_cast<std::uint64_t>(height);
 }
 

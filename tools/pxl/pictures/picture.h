@@ -1,7 +1,6 @@
-// Pictures as the tool passes them about: the header of a picture file, the
-// interface of a file being read, and a small picture in memory. Each file
-// format is a pair of functions in a header of its own (png_file.h,
-// exr_file.h); what library stands behind one is seen nowhere else.
+// Pictures within the tool: the header of a picture file, the interface of a file
+// being read, and a picture in memory. The headers of the file formats (png_file.h,
+// exr_reader.h, exr_writer.h) do not depend on the libraries behind them.
 #ifndef TOOLS_PXL_PICTURES_PICTURE_H
 #define TOOLS_PXL_PICTURES_PICTURE_H
 
@@ -17,8 +16,8 @@
 namespace pxl {
 
 // The type of a channel. Four channels make a pixel, in the order alpha, red,
-// green, blue. Alpha is straight as far as the tool is concerned: it never
-// multiplies or divides colour by alpha.
+// green, blue. The tool treats alpha as straight: it never multiplies or divides
+// colour by alpha.
 enum class SampleType {
   Integer8,   // 0..255
   Integer16,  // 0..65535, in the machine's byte order
@@ -33,13 +32,13 @@ constexpr std::size_t PixelBytes(SampleType type) {
 // CIE x and y of white, red, green and blue, in this order.
 using Chromaticities = std::array<double, 8>;
 
-// A chunk of a PNG file, kept as it stands in the file.
+// A chunk of a PNG file, unchanged.
 struct PngChunk {
   std::string name;
   std::vector<std::uint8_t> data;
 };
 
-// What a file says about the meaning of its colours.
+// The tags of a file that define the meaning of its colours.
 struct ColourTags {
   std::vector<PngChunk> chunks;                  // gAMA, cHRM, sRGB, iCCP; from PNG only
   bool greyProfile = false;                      // iCCP holds a profile for grey pictures
@@ -49,8 +48,8 @@ struct ColourTags {
 // Up to 256 colours: red, green, blue.
 using Palette = std::vector<std::array<std::uint8_t, 3>>;
 
-// Which channels a file holds. What it lacks is made up: grey becomes red, green
-// and blue, and a picture without alpha is opaque.
+// The channels of a file. Missing ones are derived: grey becomes red, green and
+// blue, and a picture without alpha is opaque.
 struct ChannelSet {
   bool grey = false;  // instead of red, green and blue
   bool alpha = true;
@@ -59,29 +58,29 @@ struct ChannelSet {
 };
 
 struct PictureHeader {
-  std::int64_t width = 0;  // pixels; what the file claims, however large
+  std::int64_t width = 0;  // pixels; the number in the file, not checked
   std::int64_t height = 0;
-  // The part that the file holds, where that need not be the picture: the data
-  // window of OpenEXR.
+  // The part in the file, where it may differ from the picture: the data window of
+  // OpenEXR.
   std::optional<std::array<std::int64_t, 2>> window;  // width and height
   SampleType samples = SampleType::Integer8;
   ChannelSet channels;
   std::string format;  // for people: "PNG, 16 bits a channel, RGB"
   ColourTags colour;
-  Palette palette;  // when a picture is written: rows hold an index a pixel
+  Palette palette;  // of a picture to be written: rows hold an index a pixel
 };
 
-// What a picture may have if the user says nothing: 16384 x 16384.
+// The default limit of a picture: 16384 x 16384.
 constexpr std::uint64_t kMostPixels = std::uint64_t{1} << 28;
 
-// Throws Failure when the file claims more pixels than that, for its picture or
-// for what it holds. To be asked before any memory is.
+// Throws Failure when the header has more pixels than `most`, in its picture or its
+// window. Call it before memory is allocated by the header.
 void RefuseMorePixels(const PictureHeader& header, std::uint64_t most);
 
 // "480 x 320 pixels".
 std::string SizeText(const PictureHeader& header);
 
-// Where the rows of a picture lie.
+// The place of the rows of a picture.
 struct PixelRows {
   std::byte* base = nullptr;
   std::ptrdiff_t rowBytes = 0;
@@ -89,8 +88,7 @@ struct PixelRows {
   std::byte* Row(std::int64_t y) const { return base + rowBytes * static_cast<std::ptrdiff_t>(y); }
 };
 
-// A picture file whose header was read. The stream it came from must outlive
-// it.
+// A picture file whose header was read. Its stream must outlive it.
 class PictureReader {
  public:
   PictureReader() = default;
@@ -104,7 +102,7 @@ class PictureReader {
   virtual void Read(const PixelRows& rows) = 0;
 };
 
-// Gives row y of a picture being written; called once a row, from the top.
+// Returns row y of a picture being written; called once a row, from the top.
 using RowSource = std::function<const std::byte*(std::int64_t y)>;
 
 // A picture in memory, rows without padding.

@@ -1,3 +1,4 @@
+// Compares two pictures of one size and type of samples.
 #include "tools/pxl/pictures/picture_difference.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ namespace {
 constexpr std::size_t kChannels = 4;
 constexpr std::size_t kAlpha = 0;
 
-// In the order in which differences are told.
+// In the order in which differences are reported.
 struct Channel {
   std::size_t place;
   const char* name;
@@ -24,7 +25,7 @@ constexpr std::array<Channel, kChannels> kOfColours = {
     {{1, "red"}, {2, "green"}, {3, "blue"}, {kAlpha, "alpha"}}};
 constexpr std::array<Channel, 2> kOfGreys = {{{1, "grey"}, {kAlpha, "alpha"}}};
 
-// How far two samples are from each other.
+// The distance of two samples.
 struct Distance {
   std::uint64_t steps;
   double ofFullScale;
@@ -41,7 +42,7 @@ Distance Between(Integer a, Integer b) {
           double{1} * steps / std::numeric_limits<Integer>::max()};
 }
 
-// The place of a float among all in their order, both zeros at 0.
+// The index of a float in the order of all, both zeros at 0.
 std::int64_t Place(float value) {
   constexpr std::uint32_t kSign = 0x80000000;
   const auto bits = std::bit_cast<std::uint32_t>(value);
@@ -128,7 +129,7 @@ class Count {
   PictureDifference result_;
 };
 
-// Bright enough to be found on black.
+// Bright enough to be visible on black.
 constexpr long kDimmest = 64;
 
 std::byte Shade(const Distance& distance, std::uint64_t tolerance, double factor) {

@@ -1,4 +1,4 @@
-// Where two pictures differ, sample by sample, and by how much.
+// The differences of two pictures, sample by sample.
 #ifndef TOOLS_PXL_PICTURES_PICTURE_DIFFERENCE_H
 #define TOOLS_PXL_PICTURES_PICTURE_DIFFERENCE_H
 
@@ -20,7 +20,7 @@ struct SampleDifference {
 };
 
 // Floats are compared by value: -0 equals 0, and one NaN any other. Their steps
-// are ULPs: how many floats lie between, both zeros being one. A value that is
+// are ULPs, the number of floats between them, both zeros being one. A value that is
 // not finite has no distance to another; such a pair is beyond every tolerance.
 struct PictureDifference {
   std::uint64_t pixels = 0;   // beyond the tolerance
@@ -40,8 +40,8 @@ struct PictureDifference {
 PictureDifference Compare(const Picture& a, const Picture& b, std::uint64_t tolerance);
 
 // The size of each difference beyond the tolerance as an opaque Integer8 picture
-// on black. The largest is brought near full scale, and none is too dark to be
-// seen; one without distance is full scale. Differences of alpha show in grey.
+// on black. The largest is scaled near full scale, and all are bright enough to be
+// visible; one without distance is full scale. Differences of alpha show in grey.
 Picture PictureOf(const PictureDifference& difference, const Picture& a, const Picture& b,
                   std::uint64_t tolerance);
 

@@ -1,3 +1,4 @@
+// Reduces, crops and enlarges pictures.
 #include "tools/pxl/pictures/resize.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
-// Pictures cropped, and made smaller and larger by whole factors, in their own
-// samples.
+// Pictures cropped, reduced and enlarged by whole factors, in their own samples.
 #ifndef TOOLS_PXL_PICTURES_RESIZE_H
 #define TOOLS_PXL_PICTURES_RESIZE_H
 
@@ -17,15 +16,15 @@ std::int64_t ReductionTo(std::int64_t side, const PictureHeader& header);
 // is a channel like the others.
 Picture Reduced(const Picture& picture, std::int64_t factor);
 
-// The middle of the picture, of a size that is no larger; where it cannot lie in
-// the middle, half a pixel further up or left.
+// The middle of the picture, in a size that is not larger. An odd difference of the
+// sizes moves it half a pixel up or left.
 Picture Cropped(const Picture& picture, std::int64_t width, std::int64_t height);
 
 // Each pixel a square of factor x factor pixels.
 Picture Enlarged(const Picture& picture, std::int64_t factor);
 
-// The picture brought near to `side`: smaller until neither side is longer, or
-// larger as long as neither becomes so.
+// The picture reduced until neither side is longer than `side`, or enlarged as far as
+// neither becomes longer.
 Picture Fitted(const Picture& picture, std::int64_t side);
 
 }  // namespace pxl

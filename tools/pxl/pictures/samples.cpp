@@ -1,3 +1,4 @@
+// Runs of 16-bit channels converted between files and Worlds.
 #include "tools/pxl/pictures/samples.h"
 
 #include <cstring>

@@ -12,9 +12,9 @@ constexpr std::uint16_t ToWorld16(std::uint16_t file) {
   return static_cast<std::uint16_t>((file * 32768U + 32767U) / 65535U);
 }
 
-// v * 65535 / 32768, rounded to nearest, halves upward; what lies above full
-// scale becomes 65535. Undoes ToWorld16 only as far as 32769 levels can tell
-// 65536 values apart; ToWorld16 undoes it exactly.
+// v * 65535 / 32768, rounded to nearest, halves upward; values above full scale
+// become 65535. ToWorld16 inverts it exactly; it does not invert ToWorld16, which
+// maps 65536 values to 32769.
 constexpr std::uint16_t ToFile16(std::uint16_t world) {
   const std::uint32_t scaled = (world * 65535U + 16384U) >> 15;
   return static_cast<std::uint16_t>(scaled > 65535U ? 65535U : scaled);

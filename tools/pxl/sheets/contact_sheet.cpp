@@ -1,9 +1,11 @@
+// Lays out and draws sheets of labelled pictures.
 #include "tools/pxl/sheets/contact_sheet.h"
 
 #include <algorithm>
 
 #include "tools/pxl/formats/picture_file.h"
 #include "tools/pxl/pictures/opaque.h"
+#include "tools/pxl/sheets/label_wrap.h"
 #include "tools/pxl/system/failure.h"
 #include "tools/pxl/system/output_file.h"
 
@@ -123,7 +125,7 @@ class Grid {
     DrawLines(sheet, block.lines, font_, left, top + block.TextTop());
   }
 
-  // Of the row whose first block that is.
+  // The height of the row that starts with block `first`.
   int RowHeight(std::size_t first) const {
     int height = 0;
     for (std::size_t i = first; i < std::min(first + columns_, blocks_.size()); ++i) {

@@ -12,7 +12,7 @@
 namespace pxl {
 
 struct SheetCell {
-  Picture picture;                  // Integer8; none, of no width, in a cell of text
+  Picture picture;                  // Integer8; of width 0 in a cell of text
   std::vector<std::string> labels;  // under the picture; the first in black
 };
 
@@ -24,13 +24,13 @@ constexpr int kTitleSize = 22;
 
 struct SheetLayout {
   int columns = 0;    // cells in a row; 0: all
-  int textWidth = 0;  // where labels are wrapped unless a picture is wider, in
-                      // pixels, and the title where its row ends; 0: nowhere
+  int textWidth = 0;  // pixels; labels wrap here, or at the width of the widest
+                      // picture, and the title at the end of a row; 0: never
 };
 
 // Lays the cells out under a title, row by row: equal gutters, all cells as wide
-// as the widest picture or label needs, rows as high as their highest cell,
-// nothing cut off. Transparent parts show a chequered ground. The sheet is an
+// as the widest picture or label, rows as high as their highest cell, nothing cut
+// off. Transparent parts show a chequered ground. The sheet is an
 // opaque Integer8 picture.
 Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>& cells,
                          const Font& titleFont, const Font& labelFont,
@@ -40,14 +40,13 @@ Picture MakeContactSheet(const std::string& title, const std::vector<SheetCell>&
 void WriteContactSheet(const std::filesystem::path& path, const std::string& title,
                        const std::vector<SheetCell>& cells, const SheetLayout& layout = {});
 
-// On sheets with many pictures: the side that they are fitted to, and the width
-// to wrap labels at, in pixels.
+// On sheets with many pictures, in pixels: the side that pictures are fitted to, and
+// the width that labels wrap at.
 constexpr int kThumbnailSide = 240;
 constexpr int kThumbnailText = 180;
 
-// Throws UsageError when no sheet can be meant to go there: the ending is not
-// .png, or the file is one of the inputs. Throws Failure when none can be put
-// there.
+// Throws UsageError if the ending is not .png or the file is one of the inputs, and
+// Failure if no file can be created there.
 void CheckSheetPlace(const std::filesystem::path& path,
                      const std::vector<std::filesystem::path>& inputs);
 

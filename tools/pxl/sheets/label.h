@@ -5,9 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "tools/pxl/pictures/picture.h"
 
@@ -31,7 +29,7 @@ class Font {
   // Pixels that the text takes from left to right. Throws Failure.
   int Width(std::string_view text) const;
   // Draws the text into an opaque Integer8 picture; left and top are those of
-  // its line. What lies outside the picture is left out. Throws Failure.
+  // its line. Pixels outside the picture are left out. Throws Failure.
   void Draw(Picture& picture, int left, int top, std::string_view text, Colour colour) const;
 
  private:
@@ -39,12 +37,8 @@ class Font {
   std::unique_ptr<Face> face_;
 };
 
-// The text in lines no wider than `width` pixels: broken at blanks, and within
-// a word that is wider than a line, of which a line takes one letter at least.
-std::vector<std::string> Wrapped(const Font& font, std::string_view text, int width);
-
-// The file of the font the tool uses: what PXL_FONT names, else DejaVu Sans
-// where the system keeps it. Throws Failure if there is none.
+// The font file of the tool: the value of PXL_FONT, otherwise DejaVu Sans in the
+// folders of the system. Throws Failure if there is none.
 std::filesystem::path FontFile();
 
 }  // namespace pxl

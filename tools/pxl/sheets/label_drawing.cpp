@@ -1,3 +1,4 @@
+// Code points of UTF-8, and letters blended into pictures.
 #include "tools/pxl/sheets/label_drawing.h"
 
 namespace pxl {

@@ -1,4 +1,4 @@
-// What drawing letters takes, whatever library knows their shapes.
+// The part of drawing letters that does not depend on the font library.
 #ifndef TOOLS_PXL_SHEETS_LABEL_DRAWING_H
 #define TOOLS_PXL_SHEETS_LABEL_DRAWING_H
 
@@ -8,19 +8,19 @@
 
 namespace pxl {
 
-// Takes one code point off the front. Bytes that are no UTF-8 stand for
-// themselves: file names may hold anything.
+// Removes the first code point and returns it. Bytes that are not UTF-8 are returned
+// as they are: file names may hold any bytes.
 char32_t TakeCodePoint(std::string_view& text);
 
-// A letter's shape: how much of each pixel it covers, 0..255.
+// The shape of a letter: the coverage of each pixel, 0..255.
 struct Coverage {
   const unsigned char* first;
   int width, height;
   int rowBytes;
 };
 
-// Lays the colour over an opaque Integer8 picture. What lies outside the picture
-// is left out.
+// Lays the colour over an opaque Integer8 picture. Pixels outside the picture are
+// left out.
 void DrawCoverage(Picture& picture, const Coverage& shape, int left, int top, Colour colour);
 
 }  // namespace pxl

@@ -1,3 +1,4 @@
+// Fonts by FreeType.
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
@@ -48,7 +49,7 @@ struct Font::Face {
     if (error != 0) throw Failure(file.string(), reason);
   }
 
-  // The next letter of the text. None may be missing unnoticed.
+  // Takes the next letter of the text. A letter that cannot be drawn is an error.
   FT_GlyphSlot Load(std::string_view& text, FT_Int32 how) const {
     Check(FT_Load_Char(face, TakeCodePoint(text), how), "a letter cannot be drawn");
     return face->glyph;

@@ -1,3 +1,4 @@
+// Fonts by stb_truetype.
 #include <stb/stb_truetype.h>
 
 #include <array>
@@ -40,7 +41,7 @@ struct Font::Face {
   float scale = 0.0F;
   int ascent = 0, descent = 0, gap = 0;  // in the font's units
 
-  // In pixels; what comes after a letter starts at a whole one.
+  // In whole pixels.
   int AdvanceOf(char32_t point) const {
     int advance = 0;
     int bearing = 0;
@@ -49,7 +50,7 @@ struct Font::Face {
   }
 };
 
-// The library trusts the file, which is the user's own.
+// The library does not check the file; fonts are files that the user trusts.
 Font::Font(const fs::path& file, int size) : face_(std::make_unique<Face>()) {
   face_->file = ContentOf(file);
   const auto* bytes = reinterpret_cast<const unsigned char*>(face_->file.data());

@@ -1,16 +1,17 @@
-#include <algorithm>
+// Breaks text into lines by the widths of a font.
+#include "tools/pxl/sheets/label_wrap.h"
 
-#include "tools/pxl/sheets/label.h"
+#include <algorithm>
 
 namespace pxl {
 namespace {
 
-// Continuation bytes of UTF-8 stay with what they continue.
+// A letter starts with any byte but a continuation byte of UTF-8.
 bool StartsLetter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }
 
-// Where the next line ends: behind the last word that fits, else within the
+// The length of the next line: up to the last word that fits, otherwise a part of the
 // first word.
 std::size_t LineLength(const Font& font, std::string_view text, int width) {
   if (font.Width(text) <= width) return text.size();

@@ -1,3 +1,4 @@
+// Draws the time line of K's memory as SVG.
 #include "tools/pxl/sheets/memory_plot.h"
 
 #include <fmt/format.h>
@@ -12,7 +13,7 @@ namespace {
 
 using Sample = K_TimeLineSample;
 
-// Where things are, in pixels.
+// Places and sizes in pixels.
 constexpr int kWidth = 1000;
 constexpr int kHeight = 560;
 constexpr int kLeft = 96;
@@ -31,7 +32,7 @@ constexpr const char* kGrid = "#dcdce0";
 
 constexpr double kMebibyte = 1024.0 * 1024.0;
 
-// A kind of memory. The colours can be told apart by people who see fewer.
+// A kind of memory. The colours are distinct for colour-blind people too.
 struct Series {
   const char* name;
   const char* colour;
@@ -121,7 +122,7 @@ class Plotter {
     return {steps, step, steps * step};
   }
 
-  // The most of anything that is drawn, in MiB.
+  // The maximum of all that is drawn, in MiB.
   double Most() const {
     auto most = static_cast<double>(plot_.budget);
     for (const Sample& sample : plot_.samples) {
@@ -191,7 +192,7 @@ class Plotter {
     if (plot_.budget > 0) entry("budget", kInk, R"( stroke-dasharray="6 4")");
   }
 
-  // The most in each column; a column without a sample has what came before.
+  // The maximum of each column; a column without a sample repeats the last value.
   std::vector<double> Columns(const Series& series) const {
     std::vector<double> columns(kColumns, -1.0);
     std::vector<double> last(kColumns, -1.0);

@@ -17,9 +17,9 @@ struct MemoryPlot {
   std::uint64_t budget = 0;               // bytes; drawn as a line unless 0
 };
 
-// Writes the plot as SVG: a line for each kind of memory, over time, each column
-// showing the most of its time; marks for purges and refusals. Throws nothing
-// of its own: the stream tells of failures.
+// Writes the plot as SVG: a line for each kind of memory over time, with the maximum
+// of each column; marks for purges and refusals. Throws nothing itself: check the
+// stream for failures.
 void WriteMemoryPlot(std::ostream& stream, const MemoryPlot& plot);
 
 }  // namespace pxl

@@ -1,3 +1,4 @@
+// Prints messages on standard error and flushes standard output.
 #include "tools/pxl/system/console.h"
 
 #include <cerrno>
@@ -14,12 +15,12 @@ std::string OneLine(const std::string& text) {
   return line;
 }
 
-void TellFailure(const std::string& name, const std::string& reason) {
+void PrintFailure(const std::string& name, const std::string& reason) {
   std::cerr << OneLine("pxl: " + (name.empty() ? "" : name + ": ") + reason) << std::endl;
 }
 
-void TellNote(const std::string& name, const std::string& text) {
-  TellFailure(name, "note: " + text);
+void PrintNote(const std::string& name, const std::string& text) {
+  PrintFailure(name, "note: " + text);
 }
 
 void FinishOutput() {

@@ -1,4 +1,4 @@
-// What the user sees on standard output and standard error.
+// Messages on standard error, and the end of standard output.
 #ifndef TOOLS_PXL_SYSTEM_CONSOLE_H
 #define TOOLS_PXL_SYSTEM_CONSOLE_H
 
@@ -8,16 +8,16 @@
 
 namespace pxl {
 
-// The text as one line that a terminal shows and does not obey: control
-// characters become blanks.
+// The text as one line without effects on a terminal: control characters become
+// blanks.
 std::string OneLine(const std::string& text);
 
-// "pxl: NAME: REASON" on standard error; the name may be empty.
-void TellFailure(const std::string& name, const std::string& reason);
-// "pxl: NAME: note: TEXT" on standard error.
-void TellNote(const std::string& name, const std::string& text);
+// Prints "pxl: NAME: REASON" on standard error; the name may be empty.
+void PrintFailure(const std::string& name, const std::string& reason);
+// Prints "pxl: NAME: note: TEXT" on standard error.
+void PrintNote(const std::string& name, const std::string& text);
 
-// Hands on what was printed. Throws Failure when standard output took less.
+// Flushes standard output. Throws Failure when it did not accept everything.
 void FinishOutput();
 
 }  // namespace pxl

@@ -1,4 +1,4 @@
-// What goes wrong, as the user is told it: one line, "NAME: reason".
+// Failures, which the user sees in one line: "NAME: reason".
 #ifndef TOOLS_PXL_SYSTEM_FAILURE_H
 #define TOOLS_PXL_SYSTEM_FAILURE_H
 
@@ -7,8 +7,8 @@
 
 namespace pxl {
 
-// A failure for the exit code 1. The name is the file or option it is about;
-// whoever knows the name adds it where it is still empty.
+// A failure for the exit code 1. The name is the file or option concerned; a caller
+// that knows the name adds it where it is empty.
 class Failure : public std::runtime_error {
  public:
   explicit Failure(const std::string& reason) : std::runtime_error(reason) {}
@@ -21,19 +21,19 @@ class Failure : public std::runtime_error {
   std::string name_;
 };
 
-// There was not enough memory.
+// A failure for lack of memory.
 class Shortage : public Failure {
  public:
   using Failure::Failure;
 };
 
-// The command line asks for something that cannot be meant: exit code 2.
+// The command line is unusable: exit code 2.
 class UsageError : public Failure {
  public:
   using Failure::Failure;
 };
 
-// What the action gives. A failure in it that has no name yet is about `name`.
+// Runs the action and returns its result. Adds `name` to a failure without a name.
 template <typename Action>
 auto About(const std::string& name, Action action) {
   try {

@@ -1,3 +1,4 @@
+// Compares samples of the use of the process.
 #include "tools/pxl/system/growth.h"
 
 #include <algorithm>
@@ -57,7 +58,7 @@ std::optional<std::string> FindGrowth(const std::vector<ProcessUse>& samples) {
   return {};
 }
 
-void TellProcessUse(std::ostream& out, const std::vector<ProcessUse>& samples) {
+void PrintProcessUse(std::ostream& out, const std::vector<ProcessUse>& samples) {
   for (const Quantity& quantity : kQuantities) {
     out << "  " << std::left << std::setw(20) << quantity.name << std::right
         << samples.front().*quantity.number << " -> " << samples.back().*quantity.number << "\n";

@@ -1,4 +1,4 @@
-// Does work that is done again and again take more and more?
+// Detects growing use of resources in repeated work.
 #ifndef TOOLS_PXL_SYSTEM_GROWTH_H
 #define TOOLS_PXL_SYSTEM_GROWTH_H
 
@@ -11,16 +11,16 @@
 
 namespace pxl {
 
-// What has grown, with the numbers of both ends, in samples of what a process
-// uses whenever a round of its work is done; nothing when nothing has. The first
-// half of the samples is taken for warming up: what any of the last quarter of
-// them does not exceed has not grown. Some growth is allowed: heaps are never
-// quite settled, and the drawing layer's table of nearest colours is touched bit
-// by bit.
+// Compares samples of the use of a process, one after each round of its work.
+// Returns the first quantity that grows, with both numbers, or nothing. The first
+// half of the samples counts as warming up: a quantity grows if all samples of the
+// last quarter exceed the maximum of the first half. Some growth is allowed: the
+// size of heaps varies, and the pages of the drawing layer's table of nearest
+// colours become resident one after the other.
 std::optional<std::string> FindGrowth(const std::vector<ProcessUse>& samples);
 
-// The first and the last of the samples, a line for each number.
-void TellProcessUse(std::ostream& out, const std::vector<ProcessUse>& samples);
+// Prints the first and the last sample, a line for each quantity.
+void PrintProcessUse(std::ostream& out, const std::vector<ProcessUse>& samples);
 
 }  // namespace pxl
 

@@ -1,3 +1,4 @@
+// Temporary files that are renamed when complete.
 #include "tools/pxl/system/output_file.h"
 
 #include <cerrno>
@@ -6,7 +7,7 @@
 #include <system_error>
 
 #include "tools/pxl/system/failure.h"
-#include "tools/pxl/system/new_file.h"
+#include "tools/pxl/system/operating_system.h"
 
 namespace pxl {
 namespace {
@@ -20,8 +21,8 @@ fs::path FolderOf(const fs::path& path) {
   return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-// Gives a descriptor, or -1 with errno. The place is known before there is a file:
-// want of memory must not leave one behind.
+// Returns a descriptor, or -1 with errno. The path is complete before the file is
+// created: lack of memory must not leave a file behind.
 int CreateTemporary(const fs::path& target, fs::path& place) {
   std::random_device random;
   for (int i = 0; i < kAttempts; ++i) {
@@ -60,7 +61,7 @@ void RefuseInput(const fs::path& output, const fs::path& input) {
 OutputFile::OutputFile(const fs::path& path) : name_(path), target_(path) {
   CheckOutputPlace(path);
   std::error_code error;
-  // A link keeps being one; the file it leads to is replaced.
+  // A link remains a link; the file that it points to is replaced.
   if (fs::is_symlink(path, error)) target_ = fs::weakly_canonical(path, error);
   const int descriptor = CreateTemporary(target_, temporary_.path);
   if (descriptor >= 0) {

@@ -1,4 +1,4 @@
-// What this process holds of the operating system.
+// The resources of the system that this process uses.
 #ifndef TOOLS_PXL_SYSTEM_PROCESS_USE_H
 #define TOOLS_PXL_SYSTEM_PROCESS_USE_H
 
@@ -7,14 +7,14 @@
 namespace pxl {
 
 struct ProcessUse {
-  std::uint64_t heap = 0;       // bytes of blocks in use; 0 where the runtime does not tell
+  std::uint64_t heap = 0;       // bytes of blocks in use; 0 where the runtime has no such number
   std::uint64_t addresses = 0;  // bytes of addresses; on Windows, of memory committed to it alone
   std::uint64_t resident = 0;   // bytes of memory
   std::uint64_t handles = 0;    // of files and the like; descriptors on Linux
 };
 
-// What the heap keeps for later is given back first, as far as it can be.
-// Throws Failure when the system does not answer.
+// Returns unused memory of the heap to the system first, as far as possible. Throws
+// Failure when the system does not provide the numbers.
 ProcessUse ReadProcessUse();
 
 }  // namespace pxl

@@ -1,3 +1,4 @@
+// The resources of this process on Linux.
 #include <malloc.h>
 #include <unistd.h>
 
@@ -11,7 +12,7 @@
 namespace pxl {
 namespace {
 
-// The folder is read through a descriptor of its own.
+// One descriptor is that of the folder itself.
 std::uint64_t CountDescriptors() {
   const std::filesystem::directory_iterator entries("/proc/self/fd");
   return static_cast<std::uint64_t>(std::distance(begin(entries), end(entries))) - 1;

@@ -1,3 +1,4 @@
+// The resources of this process on Windows.
 #include <windows.h>
 //
 #include <psapi.h>
@@ -17,9 +18,9 @@ ProcessUse ReadProcessUse() {
   if (GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
                            sizeof memory) == 0 ||
       GetProcessHandleCount(GetCurrentProcess(), &handles) == 0) {
-    throw Failure("this process", "the system does not tell what it uses");
+    throw Failure("this process", "the system does not provide its use of resources");
   }
-  // Some versions of the system tell the one, some the other.
+  // Versions of the system differ in which of the two they set.
   const SIZE_T committed = std::max(memory.PrivateUsage, memory.PagefileUsage);
   return {0, committed, memory.WorkingSetSize, handles};
 }

@@ -1,3 +1,4 @@
+// Draws a progress bar.
 #include "tools/pxl/system/progress.h"
 
 #include <algorithm>

@@ -8,11 +8,7 @@
 
 namespace pxl {
 
-// Whether standard error is a terminal.
-bool StandardErrorIsTerminal();
-
-// Draws nothing unless it is told to. Take it away with Clear before writing
-// anything else to the same place.
+// Draws nothing unless `visible`. Call Clear before other output to the same terminal.
 class Progress {
  public:
   Progress(std::ostream& stream, std::size_t total, bool visible)
@@ -21,7 +17,7 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
   ~Progress() { Clear(); }
 
-  // Shows that `done` of the total are done, counted in `unit` if it has one.
+  // Shows `done` of the total, with the unit unless it is empty.
   void Show(std::size_t done, const std::string& unit = "");
   void Clear();
 

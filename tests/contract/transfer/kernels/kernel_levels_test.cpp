@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "tests/support/module/levels.h"
+#include "tools/proof/floats.h"
 #include "tools/proof/shapes.h"
 #include "tools/proof/values.h"
 #include "transfer/kernels/plain_rows.h"
