@@ -1,5 +1,5 @@
 // Every operation, with every call inside it failing in every way, one at a
-// time. What has to come out stands in the tables.
+// time. The tables hold the expected results.
 #include <algorithm>
 #include <map>
 

@@ -1,3 +1,4 @@
+// Runs one operation with failures, and checks what it leaves.
 #include "tests/failures/fault_runner.h"
 
 #include <algorithm>
@@ -9,8 +10,8 @@
 
 namespace {
 
-constexpr std::size_t CHANGING_PIXEL_BUFFER = 27;
-constexpr std::size_t ROW_TOO_LARGE = 29;
+constexpr std::size_t kChangingPixelBuffer = 27;
+constexpr std::size_t kRowTooLarge = 29;
 
 const char*& CatalogueEntry(std::size_t index) {
   return PXL_G_zref->entries[index].key;
@@ -56,15 +57,15 @@ std::string Described(const Fault& fault) {
 
 LongTranslations::LongTranslations()
     : text_("key=" + std::string(3000, 'x') + "%d"),
-      buffer_(CatalogueEntry(CHANGING_PIXEL_BUFFER)),
-      row_(CatalogueEntry(ROW_TOO_LARGE)) {
-  CatalogueEntry(CHANGING_PIXEL_BUFFER) = text_.c_str();
-  CatalogueEntry(ROW_TOO_LARGE) = text_.c_str();
+      buffer_(CatalogueEntry(kChangingPixelBuffer)),
+      row_(CatalogueEntry(kRowTooLarge)) {
+  CatalogueEntry(kChangingPixelBuffer) = text_.c_str();
+  CatalogueEntry(kRowTooLarge) = text_.c_str();
 }
 
 LongTranslations::~LongTranslations() {
-  CatalogueEntry(CHANGING_PIXEL_BUFFER) = buffer_;
-  CatalogueEntry(ROW_TOO_LARGE) = row_;
+  CatalogueEntry(kChangingPixelBuffer) = buffer_;
+  CatalogueEntry(kRowTooLarge) = row_;
 }
 
 void FaultRunner::Prepare() {
@@ -103,11 +104,11 @@ void FaultRunner::Strike(const std::string& name, const std::vector<Fault>& faul
 }
 
 bool FaultRunner::StrikeNew(const std::vector<Fault>& faults, Outcome& outcome) {
-  const int nth = ++calls_[NEW];
-  outcome.points.push_back({NEW, nth});
+  const int nth = ++calls_[kNew];
+  outcome.points.push_back({kNew, nth});
   bool fails = false;
   for (const Fault& fault : faults) {
-    if (!Hits(fault, NEW, nth)) continue;
+    if (!Hits(fault, kNew, nth)) continue;
     fails = true;
     NoteFailure(fault, nth, outcome);
   }
@@ -133,12 +134,12 @@ Outcome FaultRunner::Run(const std::vector<Fault>& faults) {
 }
 
 int FaultRunner::ExpectedCount(const Outcome& outcome) const {
-  if (outcome.status != 0) return countBefore_;
+  if (outcome.status != PXL_Err_NONE) return countBefore_;
   if (operation_.effect == Effect::Creates) return countBefore_ + 1;
   return operation_.effect == Effect::Disposes ? countBefore_ - 1 : countBefore_;
 }
 
-// Only a World that is alive has marks, whoever owns its handle.
+// Only a live World has marks, in either owner's handle.
 void FaultRunner::CheckMarks(bool made) {
   const bool creates = operation_.effect == Effect::Creates && worldH != nullptr;
   if (!creates && !disposesInPlace_) return;
@@ -146,10 +147,10 @@ void FaultRunner::CheckMarks(bool made) {
   EXPECT_EQ(Record(worldH).tailMark, made ? 0xBECCAU : 0U);
 }
 
-// What is left: no World after a failed creation, no handle locked, and the
-// others as the call promises.
+// No World is left after a failed creation, no handle is locked, and the other
+// Worlds are as the call promises.
 void FaultRunner::CheckWorlds(const Outcome& outcome) {
-  const bool made = operation_.effect == Effect::Creates && outcome.status == 0;
+  const bool made = operation_.effect == Effect::Creates && outcome.status == PXL_Err_NONE;
   if (operation_.effect == Effect::Refuses) {
     EXPECT_EQ(outH, Untouched());
   }
@@ -166,7 +167,7 @@ void FaultRunner::CheckWorlds(const Outcome& outcome) {
   CheckRecord({operation_.effect, before_, Record(worldH), outcome.status, wanted});
 }
 
-// A World can be locked and unlocked whatever it went through.
+// A World can be locked and unlocked after any failure.
 void FaultRunner::CheckUse(PXL_WorldHandle handle) {
   if (Script().surfaceWithoutMap) return;
   const std::int32_t locks = Record(handle).pixels.lockCount;
@@ -175,7 +176,7 @@ void FaultRunner::CheckUse(PXL_WorldHandle handle) {
   const PXL_PixelBuffer& pixels = Record(handle).pixels;
   // A provider without a view has nothing to unlock.
   const bool hasView = pixels.provider == nullptr || pixels.frame != nullptr;
-  if (status != 0 || purged != 0 || pixels.lockCount == locks || !hasView) return;
+  if (status != PXL_Err_NONE || purged != 0 || pixels.lockCount == locks || !hasView) return;
   PXL_UnlockPixels(handle);
   EXPECT_EQ(Record(handle).pixels.lockCount, locks);
 }
@@ -192,14 +193,15 @@ Result FaultRunner::Conclude(const Outcome& outcome) {
 void FaultRunner::DisposeOf(PXL_WorldHandle handle) {
   if (!IsLive(handle)) return;
   CheckUse(handle);
-  EXPECT_EQ(PXL_DisposeWorld(handle), 0);
+  EXPECT_EQ(PXL_DisposeWorld(handle), PXL_Err_NONE);
 }
 
-// Gives back what is still there, undisturbed. What cannot be freed stays with
-// the World, so its provider is released by hand.
+// Disposes of the remaining Worlds without further failures. A provider that could
+// not be freed stays with its World, so it is released by hand.
 void FaultRunner::Settle(const Outcome& outcome) {
   const bool disposed = operation_.effect == Effect::Disposes;
-  if (disposed && outcome.status != 0 && provider != nullptr) provider->release(&provider);
+  if (disposed && outcome.status != PXL_Err_NONE && provider != nullptr)
+    provider->release(&provider);
   if (!disposed) {
     DisposeOf(worldH);
     CheckTheSameWorksNow();
@@ -214,6 +216,6 @@ void FaultRunner::CheckTheSameWorksNow() {
   if (operation_.effect != Effect::Creates || !circumstances.empty()) return;
   const std::int32_t status = operation_.run(*this);
   EXPECT_EQ(status, operation_.result.status);
-  if (status != 0) return;
-  EXPECT_EQ(PXL_DisposeWorld(owned_ ? outH : worldH), 0);
+  if (status != PXL_Err_NONE) return;
+  EXPECT_EQ(PXL_DisposeWorld(owned_ ? outH : worldH), PXL_Err_NONE);
 }

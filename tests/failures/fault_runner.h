@@ -1,5 +1,4 @@
-// One operation, run with the failures that are asked for, and what has to be
-// so afterwards.
+// Runs one operation with the wanted failures, and checks the state afterwards.
 #ifndef TESTS_FAILURES_FAULT_RUNNER_H
 #define TESTS_FAILURES_FAULT_RUNNER_H
 
@@ -16,7 +15,7 @@ struct Point {
   int nth;
 };
 // The name under which a `new` is counted.
-inline constexpr const char* NEW = "new";
+inline constexpr const char* kNew = "new";
 
 struct Outcome {
   std::optional<std::int32_t> status;  // none: an exception came out
@@ -46,15 +45,15 @@ class LongTranslations {
   const char* row_;
 };
 
-class FaultRunner : public Bench {
+class FaultRunner : public OperationFixture {
  protected:
   explicit FaultRunner(const Operation& operation) : operation_(operation) {}
 
   void Prepare();
   Outcome Run(const std::vector<Fault>& faults);
   // Checks that the module, the Worlds and the recorder are as the outcome
-  // promises, takes the Worlds away, and makes once more what could not be made.
-  // Gives what came out, as the table would say it.
+  // promises, disposes of the Worlds, and repeats a creation that failed.
+  // Returns the outcome as a table states it.
   Result Conclude(const Outcome& outcome);
 
   const Operation& operation_;

@@ -3,108 +3,141 @@
 
 namespace {
 
-constexpr Rect SMALL = {0, 0, 4, 10};
-constexpr std::uint32_t MAPPED = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
+constexpr Rect kSmall = {0, 0, 4, 10};
+constexpr std::uint32_t kMapped = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
 
-using Step = std::function<void(Bench&)>;
-using Run = std::function<std::int32_t(Bench&)>;
+using Step = std::function<void(OperationFixture&)>;
+using Run = std::function<std::int32_t(OperationFixture&)>;
 
-const Table DEAD = {{"Kp_ReportQuexErrString", 1, {Way::Answers99}, {99, 1}}};
-const Table DEAD_QUIETLY = {{"Kp_ReportQuexErrString", 1, {Way::Answers99}, {0, 1}}};
+const Table kDead = {{.call = "Kp_ReportQuexErrString",
+                      .nth = 1,
+                      .ways = {Way::Answers99},
+                      .result = {.status = 99, .reports = 1}}};
+const Table kDeadQuietly = {{.call = "Kp_ReportQuexErrString",
+                             .nth = 1,
+                             .ways = {Way::Answers99},
+                             .result = {.status = PXL_Err_NONE, .reports = 1}}};
 
-std::int32_t Lock(Bench& bench) {
-  return PXL_LockPixels(0, bench.worldH, nullptr);
+std::int32_t Lock(OperationFixture& fixture) {
+  return PXL_LockPixels(0, fixture.worldH, nullptr);
 }
 
-std::int32_t LockAndAsk(Bench& bench) {
-  return PXL_LockPixels(0, bench.worldH, &bench.flag);
+std::int32_t LockAndAsk(OperationFixture& fixture) {
+  return PXL_LockPixels(0, fixture.worldH, &fixture.flag);
 }
 
-std::int32_t Unlock(Bench& bench) {
-  PXL_UnlockPixels(bench.worldH);
+std::int32_t Unlock(OperationFixture& fixture) {
+  PXL_UnlockPixels(fixture.worldH);
   return 0;
 }
 
-std::int32_t LoadLock(Bench& bench) {
-  return PXL_LoadLockPixels(0, bench.worldH, nullptr, nullptr);
+std::int32_t LoadLock(OperationFixture& fixture) {
+  return PXL_LoadLockPixels(0, fixture.worldH, nullptr, nullptr);
 }
 
-std::int32_t LoadLockAndAsk(Bench& bench) {
-  return PXL_LoadLockPixels(0, bench.worldH, &bench.flag, nullptr);
+std::int32_t LoadLockAndAsk(OperationFixture& fixture) {
+  return PXL_LoadLockPixels(0, fixture.worldH, &fixture.flag, nullptr);
 }
 
 Step World(std::int32_t depth, std::uint32_t flags) {
-  return [=](Bench& bench) {
-    bench.BeBorn();
-    bench.worldH = bench.Make(depth, SMALL, flags);
+  return [=](OperationFixture& fixture) {
+    fixture.BeBorn();
+    fixture.worldH = fixture.Make(depth, kSmall, flags);
   };
 }
 
-void MakeADeadWorld(Bench& bench) {
-  bench.BeBorn();
-  bench.worldH = bench.CallerHandle();
+void MakeADeadWorld(OperationFixture& fixture) {
+  fixture.BeBorn();
+  fixture.worldH = fixture.CallerHandle();
 }
 
 Step Locked(const Step& make) {
-  return [make](Bench& bench) {
-    make(bench);
-    Lock(bench);
+  return [make](OperationFixture& fixture) {
+    make(fixture);
+    Lock(fixture);
   };
 }
 
 Step Purged(const std::vector<Fault>& further = {}) {
-  return [further](Bench& bench) {
-    World(32, 0)(bench);
-    bench.circumstances = further;
-    bench.circumstances.push_back({"LockPixels", 1, Way::Fails});
+  return [further](OperationFixture& fixture) {
+    World(32, 0)(fixture);
+    fixture.circumstances = further;
+    fixture.circumstances.push_back({.call = "LockPixels", .nth = 1, .way = Way::Fails});
   };
 }
 
 // Its only mapping attempts have failed.
-void LockWithoutView(Bench& bench) {
-  World(32, MAPPED)(bench);
+void LockWithoutView(OperationFixture& fixture) {
+  World(32, kMapped)(fixture);
   recorder::Current().Fail("GetAddress", 1);
   recorder::Current().Fail("GetAddress", 2);
-  Lock(bench);
+  Lock(fixture);
 }
 
 Operation On(const std::string& name, const Step& prepare, const Run& run, Result result,
              const Table& table) {
-  return {name, Effect::Locks, prepare, run, result, table};
+  return {.name = name,
+          .effect = Effect::Locks,
+          .prepare = prepare,
+          .run = run,
+          .result = result,
+          .table = table};
 }
 
 Operation Unlocking(const std::string& name, const Step& prepare, Result result,
                     const Table& table) {
-  return {name, Effect::Unlocks, prepare, Unlock, result, table};
+  return {.name = name,
+          .effect = Effect::Unlocks,
+          .prepare = prepare,
+          .run = Unlock,
+          .result = result,
+          .table = table};
 }
 
 // Once one attempt has failed, the second counts as failed as well.
-const Table MAPPING = {
-    {"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing, Way::GivesCode}, {4, 0}},
-    {"GetAddress",
-     1,
-     {Way::Fails, Way::FailsFromHere, Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero,
-      Way::ThrowsText},
-     {4, 2}}};
+const Table kMapping = {{.call = "K_PurgeLoop",
+                         .nth = 1,
+                         .ways = {Way::GivesUp, Way::GivesNothing, Way::GivesCode},
+                         .result = {.status = PXL_Err_NO_MEMORY, .reports = 0}},
+                        {.call = "GetAddress",
+                         .nth = 1,
+                         .ways = {Way::Fails, Way::FailsFromHere, Way::ThrowsException,
+                                  Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText},
+                         .result = {.status = PXL_Err_NO_MEMORY, .reports = 2}}};
 
-// One report is lost to what is thrown in it; K tells of an exception instead.
-const Result MAPPING_TOLD_ONCE = {4, 1};
+// One report is lost to an exception in it; K reports that exception instead.
+const Result kMappingToldOnce = {.status = PXL_Err_NO_MEMORY, .reports = 1};
 
-// What is thrown while the failure is reported ends the loop.
+// An exception in the report of the failure ends the loop.
 Table RefusedMappingTable() {
-  Table table = {{"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing}, {4, 0}},
-                 {"K_PurgeLoop", 1, {Way::GivesCode}, {4, 2}}};
+  Table table = {{.call = "K_PurgeLoop",
+                  .nth = 1,
+                  .ways = {Way::GivesUp, Way::GivesNothing},
+                  .result = {.status = PXL_Err_NO_MEMORY, .reports = 0}},
+                 {.call = "K_PurgeLoop",
+                  .nth = 1,
+                  .ways = {Way::GivesCode},
+                  .result = {.status = PXL_Err_NO_MEMORY, .reports = 2}}};
   for (const int attempt : {1, 2}) {
     const int before = attempt - 1;
-    table.push_back({"GetAddress",
-                     attempt,
-                     {Way::Fails, Way::FailsFromHere, Way::ThrowsException, Way::ThrowsLong,
-                      Way::ThrowsZero, Way::ThrowsText},
-                     {4, 2}});
+    table.push_back({.call = "GetAddress",
+                     .nth = attempt,
+                     .ways = {Way::Fails, Way::FailsFromHere, Way::ThrowsException, Way::ThrowsLong,
+                              Way::ThrowsZero, Way::ThrowsText},
+                     .result = {.status = PXL_Err_NO_MEMORY, .reports = 2}});
     for (const char* call : {"K_ZStringToUTF16String", "K_ReportError"}) {
-      table.push_back({call, attempt, {Way::ThrowsException}, {4, before + 1}});
-      table.push_back({call, attempt, {Way::ThrowsLong, Way::ThrowsText}, {4, before}});
-      table.push_back({call, attempt, {Way::ThrowsZero}, {0, before}});
+      table.push_back({.call = call,
+                       .nth = attempt,
+                       .ways = {Way::ThrowsException},
+                       .result = {.status = PXL_Err_NO_MEMORY, .reports = before + 1}});
+      table.push_back({.call = call,
+                       .nth = attempt,
+                       .ways = {Way::ThrowsLong, Way::ThrowsText},
+                       .result = {.status = PXL_Err_NO_MEMORY, .reports = before}});
+      table.push_back({.call = call,
+                       .nth = attempt,
+                       .ways = {Way::ThrowsZero},
+                       .result = {.status = PXL_Err_NONE, .reports = before}});
     }
   }
   return table;
@@ -113,109 +146,140 @@ Table RefusedMappingTable() {
 Table UnmappingTable() {
   Table table;
   for (const char* call : {"UnmapMemory", "CloseFileHandleIfPossible"}) {
-    table.push_back({call, 1, {Way::ThrowsException}, {0, 1}});
-    table.push_back({call, 1, {Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText}, {0, 0}});
+    table.push_back({.call = call,
+                     .nth = 1,
+                     .ways = {Way::ThrowsException},
+                     .result = {.status = PXL_Err_NONE, .reports = 1}});
+    table.push_back({.call = call,
+                     .nth = 1,
+                     .ways = {Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText},
+                     .result = kSuccess});
   }
   return table;
 }
 
-const Table STILL_PURGED = {{"LockPixels", 1, {Way::Fails}, {0, 0}}};
+const Table kStillPurged = {
+    {.call = "LockPixels", .nth = 1, .ways = {Way::Fails}, .result = kSuccess}};
 
-// The surface is updated; whoever does not ask gets a report of what is short.
+// The surface is updated; without a flag to set, a shortage is reported.
 Table ReloadTable(Result withoutMemory) {
-  return STILL_PURGED + Table{{"UpdateGWorld", 1, {Way::Fails}, {-50, 1}},
-                              {"UpdateGWorld", 1, {Way::MemoryFull}, withoutMemory},
-                              {"LockPixels", 2, {Way::Fails}, {0x701, 1}}};
+  return kStillPurged +
+         Table{
+             {.call = "UpdateGWorld",
+              .nth = 1,
+              .ways = {Way::Fails},
+              .result = {.status = kLayerError, .reports = 1}},
+             {.call = "UpdateGWorld", .nth = 1, .ways = {Way::MemoryFull}, .result = withoutMemory},
+             {.call = "LockPixels",
+              .nth = 2,
+              .ways = {Way::Fails},
+              .result = {.status = PXL_Err_PURGED, .reports = 1}}};
 }
 
 Table RefusedReloadTable(Result withoutMemory) {
-  return Table{{"LockPixels", 1, {Way::Fails}, withoutMemory},
-               {"UpdateGWorld", 1, {Way::Fails}, {-50, 1}},
-               {"UpdateGWorld", 1, {Way::MemoryFull}, withoutMemory}};
+  return Table{
+      {.call = "LockPixels", .nth = 1, .ways = {Way::Fails}, .result = withoutMemory},
+      {.call = "UpdateGWorld",
+       .nth = 1,
+       .ways = {Way::Fails},
+       .result = {.status = kLayerError, .reports = 1}},
+      {.call = "UpdateGWorld", .nth = 1, .ways = {Way::MemoryFull}, .result = withoutMemory}};
 }
 
-void MakePurgedWithoutMemory(Bench& bench) {
-  Purged({{"UpdateGWorld", 1, Way::MemoryFull}})(bench);
+void MakePurgedWithoutMemory(OperationFixture& fixture) {
+  Purged({{.call = "UpdateGWorld", .nth = 1, .way = Way::MemoryFull}})(fixture);
 }
 
-void MakePurgedAndLost(Bench& bench) {
-  MakePurgedWithoutMemory(bench);
-  bench.Script().updateLosesPixels = true;
+void MakePurgedAndLost(OperationFixture& fixture) {
+  MakePurgedWithoutMemory(fixture);
+  fixture.Script().updateLosesPixels = true;
 }
 
-void MakePurgedAndMoving(Bench& bench) {
-  Purged()(bench);
-  bench.Script().updateReplacesSurface = true;
+void MakePurgedAndMoving(OperationFixture& fixture) {
+  Purged()(fixture);
+  fixture.Script().updateReplacesSurface = true;
 }
 
 void AddLocks(std::vector<Operation>& all) {
   const Step frame = World(64, 0);
   const Step surface = World(32, 0);
-  const Step mapped = World(32, MAPPED);
-  all.push_back(On("LockOfAFrame", frame, Lock, {0, 0}, {}));
-  all.push_back(On("LockOfGeometryAlone", World(32, PXL_Flag_DEFERRED), Lock, {0, 0}, {}));
-  all.push_back(
-      On("LockOfASurface", surface, Lock, {0, 0}, {{"LockPixels", 1, {Way::Fails}, {0x701, 1}}}));
-  all.push_back(On("AskingLockOfASurface", surface, LockAndAsk, {0, 0},
-                   {{"LockPixels", 1, {Way::Fails}, {0, 0}}}));
-  all.push_back(On("SecondLockOfASurface", Locked(surface), Lock, {0, 0}, {}));
-  all.push_back(On("LockOfAMappedFile", mapped, Lock, {0, 0}, MAPPING)
+  const Step mapped = World(32, kMapped);
+  all.push_back(On("LockOfAFrame", frame, Lock, kSuccess, {}));
+  all.push_back(On("LockOfGeometryAlone", World(32, PXL_Flag_DEFERRED), Lock, kSuccess, {}));
+  all.push_back(On("LockOfASurface", surface, Lock, kSuccess,
+                   {{.call = "LockPixels",
+                     .nth = 1,
+                     .ways = {Way::Fails},
+                     .result = {.status = PXL_Err_PURGED, .reports = 1}}}));
+  all.push_back(On("AskingLockOfASurface", surface, LockAndAsk, kSuccess,
+                   {{.call = "LockPixels", .nth = 1, .ways = {Way::Fails}, .result = kSuccess}}));
+  all.push_back(On("SecondLockOfASurface", Locked(surface), Lock, kSuccess, {}));
+  all.push_back(On("LockOfAMappedFile", mapped, Lock, kSuccess, kMapping)
                     .WithoutMoves()
-                    .OrOfTwo({MAPPING_TOLD_ONCE}));
+                    .OrOfTwo({kMappingToldOnce}));
   all.push_back(On(
                     "LockOfAnUnmappableFile",
-                    [mapped](Bench& bench) {
-                      mapped(bench);
-                      bench.circumstances = {{"GetAddress", 1, Way::FailsFromHere}};
+                    [mapped](OperationFixture& fixture) {
+                      mapped(fixture);
+                      fixture.circumstances = {
+                          {.call = "GetAddress", .nth = 1, .way = Way::FailsFromHere}};
                     },
-                    Lock, {4, 2}, RefusedMappingTable())
+                    Lock, {.status = PXL_Err_NO_MEMORY, .reports = 2}, RefusedMappingTable())
                     .WithoutMoves()
-                    .OrOfTwo({{0, 2}}));
-  all.push_back(On("SecondLockOfAMappedFile", Locked(mapped), Lock, {0, 0}, {}));
-  all.push_back(On("SecondLockWithoutView", LockWithoutView, Lock, {4, 0}, {}));
-  all.push_back(On("LockOfADeadWorld", MakeADeadWorld, Lock, {2, 1}, DEAD));
+                    .OrOfTwo({{.status = PXL_Err_NONE, .reports = 2}}));
+  all.push_back(On("SecondLockOfAMappedFile", Locked(mapped), Lock, kSuccess, {}));
+  all.push_back(On("SecondLockWithoutView", LockWithoutView, Lock,
+                   {.status = PXL_Err_NO_MEMORY, .reports = 0}, {}));
+  all.push_back(On("LockOfADeadWorld", MakeADeadWorld, Lock,
+                   {.status = PXL_Err_INVALID, .reports = 1}, kDead));
 }
 
 void AddUnlocks(std::vector<Operation>& all) {
   const Step frame = World(64, 0);
-  const Step mapped = World(32, MAPPED);
-  all.push_back(Unlocking("UnlockOfAFrame", Locked(frame), {0, 0}, {}));
-  all.push_back(Unlocking("UnlockOfASurface", Locked(World(32, 0)), {0, 0}, {}));
+  const Step mapped = World(32, kMapped);
+  all.push_back(Unlocking("UnlockOfAFrame", Locked(frame), kSuccess, {}));
+  all.push_back(Unlocking("UnlockOfASurface", Locked(World(32, 0)), kSuccess, {}));
   all.push_back(
-      Unlocking("UnlockOfAMappedFile", Locked(mapped), {0, 0}, UnmappingTable()).WithoutMoves());
-  all.push_back(Unlocking("UnlockWithoutView", LockWithoutView, {0, 0}, {}));
-  all.push_back(Unlocking("UnlockTooMany", frame, {0, 1}, {}));
-  all.push_back(Unlocking("UnlockOfADeadWorld", MakeADeadWorld, {0, 1}, DEAD_QUIETLY));
+      Unlocking("UnlockOfAMappedFile", Locked(mapped), kSuccess, UnmappingTable()).WithoutMoves());
+  all.push_back(Unlocking("UnlockWithoutView", LockWithoutView, kSuccess, {}));
+  all.push_back(Unlocking("UnlockTooMany", frame, {.status = PXL_Err_NONE, .reports = 1}, {}));
+  all.push_back(Unlocking("UnlockOfADeadWorld", MakeADeadWorld,
+                          {.status = PXL_Err_NONE, .reports = 1}, kDeadQuietly));
 }
 
 void AddLoadLocks(std::vector<Operation>& all) {
-  const Result shortage = {-108, 1};
-  const Result quiet = {0, 0};
-  // The surface that the layer puts into the other's place belongs to nobody.
+  const Result shortage = {.status = kLayerMemoryFull, .reports = 1};
+  const Result quiet = kSuccess;
+  // The surface that replaces the first one has no owner.
   const Result moved = {1, 2, Exit::Returns, 1};
-  all.push_back(On("LoadLockOfAFrame", World(64, 0), LoadLock, {0, 0}, {}));
-  all.push_back(On("LoadLockOfAMappedFile", World(32, MAPPED), LoadLockAndAsk, {0, 0}, MAPPING)
+  all.push_back(On("LoadLockOfAFrame", World(64, 0), LoadLock, kSuccess, {}));
+  all.push_back(On("LoadLockOfAMappedFile", World(32, kMapped), LoadLockAndAsk, kSuccess, kMapping)
                     .WithoutMoves()
-                    .OrOfTwo({MAPPING_TOLD_ONCE}));
-  all.push_back(On("LoadLockOfASurface", World(32, 0), LoadLock, {0, 0},
-                   {{"LockPixels", 1, {Way::Fails}, {0, 0}}})
-                    .OrOfTwo({{-50, 1}, shortage}));
-  all.push_back(On("LoadLockOfPurgedPixels", Purged(), LoadLock, {0, 0}, ReloadTable(shortage))
-                    .OrOfTwo({{-108, 0}}));
+                    .OrOfTwo({kMappingToldOnce}));
+  all.push_back(On("LoadLockOfASurface", World(32, 0), LoadLock, kSuccess,
+                   {{.call = "LockPixels", .nth = 1, .ways = {Way::Fails}, .result = kSuccess}})
+                    .OrOfTwo({{.status = kLayerError, .reports = 1}, shortage}));
+  all.push_back(On("LoadLockOfPurgedPixels", Purged(), LoadLock, kSuccess, ReloadTable(shortage))
+                    .OrOfTwo({{.status = kLayerMemoryFull, .reports = 0}}));
   all.push_back(
-      On("AskingLoadLockOfPurgedPixels", Purged(), LoadLockAndAsk, {0, 0}, ReloadTable(quiet)));
+      On("AskingLoadLockOfPurgedPixels", Purged(), LoadLockAndAsk, kSuccess, ReloadTable(quiet)));
   all.push_back(On("LoadLockWithoutMemory", MakePurgedWithoutMemory, LoadLock, shortage,
-                   RefusedReloadTable(shortage) + MemoryReportTable(-108, 3)));
+                   RefusedReloadTable(shortage) + MemoryReportTable(kLayerMemoryFull, 3)));
   all.push_back(On("AskingLoadLockWithoutMemory", MakePurgedWithoutMemory, LoadLockAndAsk, quiet,
                    RefusedReloadTable(quiet)));
-  all.push_back(On("LoadLockOfLostPixels", MakePurgedAndLost, LoadLock, shortage,
-                   RefusedReloadTable(shortage) +
-                       Table{{"NewEmptyHandle", 1, {Way::Fails}, shortage}} +
-                       MemoryReportTable(-108, 3)));
+  all.push_back(
+      On("LoadLockOfLostPixels", MakePurgedAndLost, LoadLock, shortage,
+         RefusedReloadTable(shortage) +
+             Table{{.call = "NewEmptyHandle", .nth = 1, .ways = {Way::Fails}, .result = shortage}} +
+             MemoryReportTable(kLayerMemoryFull, 3)));
   all.push_back(On("LoadLockOfAMovingSurface", MakePurgedAndMoving, LoadLock, moved,
-                   {{"LockPixels", 1, {Way::Fails}, moved},
-                    {"UpdateGWorld", 1, {Way::Fails, Way::MemoryFull}, moved}}));
-  all.push_back(On("LoadLockOfADeadWorld", MakeADeadWorld, LoadLock, {2, 1}, DEAD));
+                   {{.call = "LockPixels", .nth = 1, .ways = {Way::Fails}, .result = moved},
+                    {.call = "UpdateGWorld",
+                     .nth = 1,
+                     .ways = {Way::Fails, Way::MemoryFull},
+                     .result = moved}}));
+  all.push_back(On("LoadLockOfADeadWorld", MakeADeadWorld, LoadLock,
+                   {.status = PXL_Err_INVALID, .reports = 1}, kDead));
 }
 
 }  // namespace

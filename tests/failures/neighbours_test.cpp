@@ -1,7 +1,7 @@
-// Every `new` failing, and failures in pairs: any of the failures of one call or
-// one `new`, and after it the next thing that can fail, so that what a failure
-// leads to fails as well. Two failures must come to what one could come to, or to
-// what the operation says of two.
+// Every `new` failing, and failures in pairs: any failure of one call or one `new`,
+// and after it the next call that can fail, so that the handling of a failure fails
+// as well. Two failures must have a result that one could have, or one that the
+// operation lists for two.
 #include <algorithm>
 #include <optional>
 
@@ -36,7 +36,7 @@ std::vector<Fault> FaultsOfTable(const Operation& operation) {
 std::vector<Fault> FaultsOfNew(const Outcome& undisturbed) {
   std::vector<Fault> faults;
   for (const Point& point : undisturbed.points) {
-    if (point.call != NEW) continue;
+    if (point.call != kNew) continue;
     const std::vector<Fault> here = FaultsAt(point);
     faults.insert(faults.end(), here.begin(), here.end());
   }
@@ -44,7 +44,7 @@ std::vector<Fault> FaultsOfNew(const Outcome& undisturbed) {
 }
 
 // The ways in which the first such point after the first failure can fail.
-template <class Condition>
+template <typename Condition>
 std::vector<Fault> NextFaults(const Outcome& outcome, Condition condition) {
   const auto begin = outcome.points.begin() + static_cast<std::ptrdiff_t>(outcome.firstFailure);
   const auto next = std::find_if(begin, outcome.points.end(), condition);
@@ -53,12 +53,12 @@ std::vector<Fault> NextFaults(const Outcome& outcome, Condition condition) {
 
 std::vector<Fault> Neighbours(const Fault& first, const Outcome& outcome) {
   std::vector<Fault> faults = NextFaults(outcome, [&](const Point& point) {
-    return point.call != NEW && !WaysOf(point.call).empty();
+    return point.call != kNew && !WaysOf(point.call).empty();
   });
   const std::vector<Fault> news =
-      NextFaults(outcome, [](const Point& point) { return point.call == NEW; });
+      NextFaults(outcome, [](const Point& point) { return point.call == kNew; });
   faults.insert(faults.end(), news.begin(), news.end());
-  // What fails from there on needs no second failure of the same name.
+  // A call that fails from there on needs no second failure of the same name.
   const bool goesOn = first.way == Way::FailsFromHere;
   std::erase_if(faults, [&](const Fault& fault) { return goesOn && fault.call == first.call; });
   return faults;

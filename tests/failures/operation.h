@@ -1,4 +1,4 @@
-// An operation of the module, with what every failure inside it has to give.
+// An operation of the module, with the expected result of every failure inside it.
 #ifndef TESTS_FAILURES_OPERATION_H
 #define TESTS_FAILURES_OPERATION_H
 
@@ -18,9 +18,9 @@ struct Fault {
   Way way;
 };
 
-// What an operation works with: the Worlds that exist before it or come out
-// of it, and the failures that belong to its circumstances.
-class Bench : public Contract {
+// The surroundings of an operation: the Worlds that exist before it or that it
+// creates, and the failures that belong to its circumstances.
+class OperationFixture : public Contract {
  public:
   using Contract::BeBorn;
   using Contract::CallerHandle;
@@ -51,7 +51,9 @@ struct Result {
 };
 std::ostream& operator<<(std::ostream& stream, const Result& result);
 
-// One line of the table: these ways of failing of this call give this result.
+inline constexpr Result kSuccess = {.status = PXL_Err_NONE, .reports = 0};
+
+// One line of the table: these ways of failing of this call lead to this result.
 struct Line {
   std::string call;
   int nth;
@@ -65,11 +67,11 @@ enum class Effect { None, Creates, Refuses, Disposes, Locks, Unlocks, Updates };
 struct Operation {
   std::string name;
   Effect effect;
-  std::function<void(Bench&)> prepare;
-  std::function<std::int32_t(Bench&)> run;
+  std::function<void(OperationFixture&)> prepare;
+  std::function<std::int32_t(OperationFixture&)> run;
   Result result;  // without a further failure
   Table table;
-  // What only two failures together give.
+  // Results that only two failures together have.
   std::vector<Result> ofTwo = {};
   // Whether every call moves the records. A provider's address of the frame is
   // good only where they stay.
@@ -90,8 +92,8 @@ Rect RectOfThePool(std::int32_t depth, int moreRows = 0);
 // One list after the other.
 Table operator+(Table first, const Table& second);
 
-// The report of an image of a size that cannot be had: the status is that of
-// the operation, whatever happens to the report.
+// The report of an image that is too large: the status is that of the operation,
+// even if the report fails.
 Table MemoryReportTable(std::int32_t status, int numbers);
 // The first frame of the process reads the settings.
 Table SettingsTable();
@@ -104,7 +106,7 @@ std::vector<Operation> LockOperations();
 std::vector<Operation> UpdateOperations();
 std::vector<Operation> OtherOperations();
 
-// All of the above, the names of those that share one told apart.
+// All of the above, with distinct names.
 std::vector<Operation> AllOperations();
 std::string OperationName(const ::testing::TestParamInfo<Operation>& info);
 

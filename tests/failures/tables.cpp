@@ -1,11 +1,18 @@
+// Tables that several operations share.
 #include "tests/failures/operation.h"
 
 namespace {
 
-// Something thrown inside a report loses it; K tells of an exception instead.
+// An exception inside a report loses it; K reports that exception instead.
 Table LostReport(const std::string& call, int nth, std::int32_t status) {
-  return {{call, nth, {Way::ThrowsException}, {status, 1}},
-          {call, nth, {Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText}, {status, 0}}};
+  return {{.call = call,
+           .nth = nth,
+           .ways = {Way::ThrowsException},
+           .result = {.status = status, .reports = 1}},
+          {.call = call,
+           .nth = nth,
+           .ways = {Way::ThrowsLong, Way::ThrowsZero, Way::ThrowsText},
+           .result = {.status = status, .reports = 0}}};
 }
 
 }  // namespace
@@ -47,20 +54,26 @@ Table MemoryReportTable(std::int32_t status, int numbers) {
 Table SettingsTable() {
   const std::vector<Way> anything = {Way::ThrowsException, Way::ThrowsLong, Way::ThrowsZero,
                                      Way::ThrowsText};
-  const Result passesOut = {0, 0, Exit::Throws};
-  return {{"Instance", 1, anything, passesOut},
-          {"Instance", 1, {Way::NewFirstKey}, passesOut},
-          {"GetEntry", 1, anything, passesOut},
-          {"Instance", 2, anything, passesOut},
-          {"Instance", 2, {Way::NewSecondKey}, passesOut},
-          {"GetEntry", 2, anything, passesOut}};
+  const Result passesOut = {.status = PXL_Err_NONE, .reports = 0, .exit = Exit::Throws};
+  return {{.call = "Instance", .nth = 1, .ways = anything, .result = passesOut},
+          {.call = "Instance", .nth = 1, .ways = {Way::NewFirstKey}, .result = passesOut},
+          {.call = "GetEntry", .nth = 1, .ways = anything, .result = passesOut},
+          {.call = "Instance", .nth = 2, .ways = anything, .result = passesOut},
+          {.call = "Instance", .nth = 2, .ways = {Way::NewSecondKey}, .result = passesOut},
+          {.call = "GetEntry", .nth = 2, .ways = anything, .result = passesOut}};
 }
 
 // One failed attempt is made good by the second.
 Table FrameTable(const std::string& allocator, std::int32_t failure, int reports) {
-  return {{"K_PurgeLoop", 1, {Way::GivesUp, Way::GivesNothing}, {failure, reports}},
-          {allocator, 1, {Way::Fails}, {0, 0}},
-          {allocator, 1, {Way::FailsFromHere}, {failure, reports}}};
+  return {{.call = "K_PurgeLoop",
+           .nth = 1,
+           .ways = {Way::GivesUp, Way::GivesNothing},
+           .result = {.status = failure, .reports = reports}},
+          {.call = allocator, .nth = 1, .ways = {Way::Fails}, .result = kSuccess},
+          {.call = allocator,
+           .nth = 1,
+           .ways = {Way::FailsFromHere},
+           .result = {.status = failure, .reports = reports}}};
 }
 
 Rect RectOfThePool(std::int32_t depth, int moreRows) {

@@ -1,3 +1,4 @@
+// The numbers of failures that were tried.
 #include "tests/failures/tally.h"
 
 #include <cstdio>
@@ -34,7 +35,7 @@ class AtTheEnd : public ::testing::Environment {
     }
   }
 };
-const ::testing::Environment* const AT_THE_END = ::testing::AddGlobalTestEnvironment(new AtTheEnd);
+const ::testing::Environment* const kAtTheEnd = ::testing::AddGlobalTestEnvironment(new AtTheEnd);
 
 }  // namespace
 
@@ -43,7 +44,7 @@ void Count(Kind kind, const Result& result) {
   if (result.exit == Exit::Throws) {
     ++numbers.exceptions;
   } else {
-    ++(result.status == 0 ? numbers.successes : numbers.errors);
+    ++(result.status == PXL_Err_NONE ? numbers.successes : numbers.errors);
   }
 }
 

@@ -1,3 +1,4 @@
+// Checks of a record after each kind of operation.
 #include "tests/failures/world_checks.h"
 
 #include <cstring>
@@ -39,8 +40,8 @@ void CheckCreated(const RecordCheck& check) {
   EXPECT_TRUE(HasPixels(check.after) || (check.after.flags & PXL_Flag_DEFERRED) != 0);
 }
 
-// A lock of purged pixels is none. The pixels of a provider are locked even when
-// it has none to give.
+// A lock of purged pixels does not count. One of a provider's pixels counts even
+// when they could not be mapped.
 void CheckLocked(const RecordCheck& check) {
   ExpectTheGeometryOf(check.before, check.after);
   EXPECT_EQ(check.after.flags, check.before.flags);
@@ -53,9 +54,9 @@ void CheckLocked(const RecordCheck& check) {
   } else {
     EXPECT_EQ(after, before + 1);
   }
-  // A reader of the record finds the pixels where it is told that they are.
+  // The record holds the address of locked pixels.
   const bool tellsAddress = check.after.hasGWorld != 0 || check.after.pixels.provider == nullptr;
-  if (check.status == 0 && after > 0 && tellsAddress) {
+  if (check.status == PXL_Err_NONE && after > 0 && tellsAddress) {
     EXPECT_NE(check.after.pixels.baseAddr, nullptr);
   }
 }
@@ -67,11 +68,11 @@ void CheckUnlocked(const RecordCheck& check) {
   EXPECT_EQ(check.after.pixels.baseAddr, nullptr);
 }
 
-// A World that lost its pixels says so.
+// A World that lost its pixels is marked purgeable.
 void CheckUpdated(const RecordCheck& check) {
   EXPECT_EQ(check.after.pixels.lockCount, check.before.pixels.lockCount);
   const bool changes = HasPixels(check.before);
-  if (check.status == 0 && changes) {
+  if (check.status == PXL_Err_NONE && changes) {
     ExpectBounds(check.before.hasGWorld != 0 || !AreSame(check.after.bounds, check.before.bounds)
                      ? AtTheOrigin(check.wanted)
                      : check.before.bounds,
@@ -81,7 +82,7 @@ void CheckUpdated(const RecordCheck& check) {
   }
   const bool lost = check.before.pixels.frame != nullptr && check.after.pixels.frame == nullptr;
   EXPECT_TRUE(!lost || (check.after.flags & PXL_Flag_PURGEABLE) != 0);
-  if (check.status == 0) {
+  if (check.status == PXL_Err_NONE) {
     EXPECT_FALSE(lost);
     EXPECT_EQ(check.after.flags, check.before.flags);
   }

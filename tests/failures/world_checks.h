@@ -1,4 +1,4 @@
-// What the record of a World has to say after a call.
+// Checks of a World's record after a call.
 #ifndef TESTS_FAILURES_WORLD_CHECKS_H
 #define TESTS_FAILURES_WORLD_CHECKS_H
 

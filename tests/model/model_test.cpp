@@ -1,4 +1,4 @@
-// The module beside the model, over long random sequences of calls.
+// Compares the module with the model over long random sequences of calls.
 #include <cstdio>
 #include <cstdlib>
 
@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int LENGTH = 80;
-constexpr int USUAL_SEQUENCES = 4000;
+constexpr int kLength = 80;
+constexpr int kUsualSequences = 4000;
 
 // More of them on request, or others than usual.
 int Number(const char* variable, int usual) {
@@ -38,12 +38,12 @@ class ModelOfAWorld : public Player {
 };
 
 TEST_F(ModelOfAWorld, AgreesWithTheModule) {
-  const int sequences = Number("PXL_MODEL_SEQUENCES", USUAL_SEQUENCES);
+  const int sequences = Number("PXL_MODEL_SEQUENCES", kUsualSequences);
   const auto first = static_cast<std::uint32_t>(Number("PXL_MODEL_FIRST_SEED", 1));
   for (int i = 0; i < sequences; ++i) {
     const std::uint32_t seed = first + static_cast<std::uint32_t>(i);
     const Memory memory = seed % 2 == 0 ? Memory::Pool : Memory::Heap;
-    const Sequence sequence = RandomSequence(seed, LENGTH);
+    const Sequence sequence = RandomSequence(seed, kLength);
     if (!Play(sequence, memory).empty()) return Explain(seed, sequence, memory);
   }
   std::printf("%d sequences, %d calls\n", sequences, played_);

@@ -1,3 +1,4 @@
+// Plays a sequence on the module and on the model, and compares them.
 #include "tests/model/player.h"
 
 #include <algorithm>
@@ -10,8 +11,8 @@
 
 namespace {
 
-constexpr int UNTOUCHED = 9;
-constexpr int WIDEST_SURFACE = 1000;
+constexpr int kUntouched = 9;
+constexpr int kWidestSurface = 1000;
 
 std::uint32_t Flags(const Wish& wish) {
   std::uint32_t flags = wish.clear ? std::uint32_t{PXL_Flag_CLEAR} : 0U;
@@ -65,8 +66,8 @@ bool Player::Applies(const Step& step) const {
     case Act::New:
       return !model_.live;
     case Act::Update:
-      // What the drawing layer says to such a row is its own affair.
-      if (surface && step.hasRect && step.rect.right - step.rect.left > WIDEST_SURFACE)
+      // The drawing layer has limits of its own for such rows.
+      if (surface && step.hasRect && step.rect.right - step.rect.left > kWidestSurface)
         return false;
       return !model_.HasStrandedView() || model_.lockCount != 0;
     case Act::Clear:
@@ -150,7 +151,7 @@ std::int32_t Player::New(const Step& step) {
   worldH_ = callerH_;
   const std::int32_t status =
       PXL_NewWorld(nullptr, Flags(wish), &wish.rect, wish.depth, 0, nullptr, &worldH_);
-  if (status != 0) Differ("the handle that was given back", worldH_ != nullptr, 0);
+  if (status != PXL_Err_NONE) Differ("the handle that was given back", worldH_ != nullptr, 0);
   return status;
 }
 
@@ -158,7 +159,7 @@ std::int32_t Player::New(const Step& step) {
 std::int32_t Player::Dispose() {
   PXL_PixelProvider* provider = model_.live ? Record(worldH_).pixels.provider : nullptr;
   const std::int32_t status = PXL_DisposeWorld(Target());
-  if (status != 0 && provider != nullptr) lost_.push_back(provider);
+  if (status != PXL_Err_NONE && provider != nullptr) lost_.push_back(provider);
   return status;
 }
 
@@ -189,10 +190,10 @@ std::int32_t Player::Call(const Step& step, Answer& answer) {
 
 // The calls with outputs, and the unlock.
 std::int32_t Player::CallForPixels(const Step& step, Answer& answer) {
-  std::uint8_t first = UNTOUCHED;
-  std::uint8_t second = UNTOUCHED;
+  std::uint8_t first = kUntouched;
+  std::uint8_t second = kUntouched;
   std::uint8_t* firstOut = step.asks ? &first : nullptr;
-  std::uint32_t order = UNTOUCHED;
+  std::uint32_t order = kUntouched;
   std::int32_t status = PXL_Err_NONE;
   if (step.act == Act::Lock) status = PXL_LockPixels(0, Target(), firstOut);
   if (step.act == Act::LoadLock) {
@@ -324,7 +325,7 @@ std::string Player::ComparePixels(std::int32_t value) {
   return difference_;
 }
 
-// The World goes, and only what the contract lets go is left.
+// Disposes of the World; only the blocks that the contract loses are left.
 std::string Player::End() {
   difference_.clear();
   ForgetLog();

@@ -41,7 +41,7 @@ class Player : public Contract {
   std::string CompareSurroundings();
   std::string ComparePixels(std::int32_t value);
   void DifferInNumber(const std::string& what, std::int64_t module, std::int64_t model);
-  template <class Module, class Model>
+  template <typename Module, typename Model>
   void Differ(const std::string& what, Module module, Model model) {
     DifferInNumber(what, static_cast<std::int64_t>(module), static_cast<std::int64_t>(model));
   }

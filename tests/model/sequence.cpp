@@ -1,3 +1,4 @@
+// Random sequences of calls.
 #include "tests/model/sequence.h"
 
 #include <random>
@@ -5,50 +6,50 @@
 
 namespace {
 
-constexpr const char* ACTS[] = {"new",       "dispose",      "lock",  "load-lock",
-                                "unlock",    "update",       "clear", "get order",
-                                "set order", "assume order", "purge", "move"};
-static_assert(std::size(ACTS) == static_cast<std::size_t>(Act::Count));
+constexpr const char* kActs[] = {"new",       "dispose",      "lock",  "load-lock",
+                                 "unlock",    "update",       "clear", "get order",
+                                 "set order", "assume order", "purge", "move"};
+static_assert(std::size(kActs) == static_cast<std::size_t>(Act::Count));
 
-constexpr const char* TROUBLES[] = {"",
-                                    ", no handle",
-                                    ", no memory",
-                                    ", first try fails",
-                                    ", first frame fails",
-                                    ", frame with a code",
-                                    ", surface fails",
-                                    ", no memory for the surface",
-                                    ", purged once more",
-                                    ", no file",
-                                    ", no view at first",
-                                    ", view throws at first",
-                                    ", no view",
-                                    ", unmapping throws",
-                                    ", reset throws"};
-static_assert(std::size(TROUBLES) == static_cast<std::size_t>(Trouble::Count));
+constexpr const char* kTroubles[] = {"",
+                                     ", no handle",
+                                     ", no memory",
+                                     ", first try fails",
+                                     ", first frame fails",
+                                     ", frame with a code",
+                                     ", surface fails",
+                                     ", no memory for the surface",
+                                     ", purged once more",
+                                     ", no file",
+                                     ", no view at first",
+                                     ", view throws at first",
+                                     ", no view",
+                                     ", unmapping throws",
+                                     ", reset throws"};
+static_assert(std::size(kTroubles) == static_cast<std::size_t>(Trouble::Count));
 
-constexpr const char* BACKINGS[] = {"surface", "frame", "geometry", "mapped"};
+constexpr const char* kBackings[] = {"surface", "frame", "geometry", "mapped"};
 
 // Locks and unlocks are what hosts do most.
-constexpr Act LIKELY[] = {Act::New,    Act::New,     Act::Dispose, Act::Lock,     Act::Lock,
-                          Act::Lock,   Act::Unlock,  Act::Unlock,  Act::Unlock,   Act::Unlock,
-                          Act::Unlock, Act::Update,  Act::Update,  Act::Update,   Act::LoadLock,
-                          Act::Purge,  Act::Purge,   Act::Clear,   Act::SetOrder, Act::AssumeOrder,
-                          Act::Move,   Act::GetOrder};
+constexpr Act kLikely[] = {Act::New,    Act::New,     Act::Dispose, Act::Lock,     Act::Lock,
+                           Act::Lock,   Act::Unlock,  Act::Unlock,  Act::Unlock,   Act::Unlock,
+                           Act::Unlock, Act::Update,  Act::Update,  Act::Update,   Act::LoadLock,
+                           Act::Purge,  Act::Purge,   Act::Clear,   Act::SetOrder, Act::AssumeOrder,
+                           Act::Move,   Act::GetOrder};
 
 bool OneIn(const Dice& roll, std::size_t sides) {
   return roll(sides) == 0;
 }
 
-constexpr int LARGEST_WIDTH = 40;
-constexpr int LARGEST_HEIGHT = 20;
+constexpr int kLargestWidth = 40;
+constexpr int kLargestHeight = 20;
 
 Rect RandomRect(const Dice& roll) {
   const int left = roll(20) - 10;
   const int top = roll(20) - 10;
   return {static_cast<std::int16_t>(top), static_cast<std::int16_t>(left),
-          static_cast<std::int16_t>(top + 1 + roll(LARGEST_HEIGHT)),
-          static_cast<std::int16_t>(left + 1 + roll(LARGEST_WIDTH))};
+          static_cast<std::int16_t>(top + 1 + roll(kLargestHeight)),
+          static_cast<std::int16_t>(left + 1 + roll(kLargestWidth))};
 }
 
 // Now and then a row that no frame can have.
@@ -59,17 +60,17 @@ Rect RandomFrameRect(const Dice& roll) {
 }
 
 std::int32_t RandomDepth(const Dice& roll, Backing backing) {
-  constexpr std::int32_t all[] = {8, 32, 64, 128};
-  if (backing == Backing::Surface) return all[roll(2)];
-  return backing == Backing::Frame ? all[1 + roll(3)] : all[roll(4)];
+  constexpr std::int32_t kAll[] = {8, 32, 64, 128};
+  if (backing == Backing::Surface) return kAll[roll(2)];
+  return backing == Backing::Frame ? kAll[1 + roll(3)] : kAll[roll(4)];
 }
 
 Wish RandomWish(const Dice& roll) {
   Wish wish;
-  constexpr Backing backings[] = {Backing::Surface, Backing::Surface, Backing::Frame,
-                                  Backing::Frame,   Backing::Mapped,  Backing::Mapped,
-                                  Backing::Geometry};
-  wish.backing = backings[roll(std::size(backings))];
+  constexpr Backing kOfferedBackings[] = {Backing::Surface, Backing::Surface, Backing::Frame,
+                                          Backing::Frame,   Backing::Mapped,  Backing::Mapped,
+                                          Backing::Geometry};
+  wish.backing = kOfferedBackings[roll(std::size(kOfferedBackings))];
   wish.depth = RandomDepth(roll, wish.backing);
   wish.callersHandle = OneIn(roll, 2);
   const bool hasPixels = wish.backing == Backing::Surface || wish.backing == Backing::Frame;
@@ -84,7 +85,7 @@ void Describe(std::ostream& text, const Rect& rect) {
 }
 
 void Describe(std::ostream& text, const Wish& wish) {
-  text << " " << BACKINGS[static_cast<int>(wish.backing)] << " of " << wish.depth << " bits";
+  text << " " << kBackings[static_cast<int>(wish.backing)] << " of " << wish.depth << " bits";
   Describe(text, wish.rect);
   if (wish.callersHandle) text << ", caller's handle";
   if (wish.clear) text << ", cleared";
@@ -92,29 +93,29 @@ void Describe(std::ostream& text, const Wish& wish) {
 }
 
 void Describe(std::ostream& text, const Step& step) {
-  text << ACTS[static_cast<int>(step.act)];
+  text << kActs[static_cast<int>(step.act)];
   if (step.act == Act::New) Describe(text, step.wish);
   if (step.act == Act::Update) text << " to depth " << step.depth;
   if (step.act == Act::Update && step.hasRect) Describe(text, step.rect);
   if (step.asks) text << ", asks";
   if (step.asksToo) text << ", asks too";
   if (step.act == Act::Clear) text << " to " << step.value;
-  text << TROUBLES[static_cast<int>(step.trouble)];
+  text << kTroubles[static_cast<int>(step.trouble)];
 }
 
 }  // namespace
 
 Step RandomStep(const Dice& roll) {
   Step step;
-  step.act = LIKELY[roll(std::size(LIKELY))];
+  step.act = kLikely[roll(std::size(kLikely))];
   if (OneIn(roll, 3)) {
     step.trouble = static_cast<Trouble>(roll(static_cast<std::size_t>(Trouble::Count)));
   }
   step.wish = RandomWish(roll);
   step.hasRect = !OneIn(roll, 6);
   step.rect = RandomFrameRect(roll);
-  constexpr std::int32_t depths[] = {0, 0, 0, 8, 32, 64};
-  step.depth = depths[roll(std::size(depths))];
+  constexpr std::int32_t kDepths[] = {0, 0, 0, 8, 32, 64};
+  step.depth = kDepths[roll(std::size(kDepths))];
   step.asks = OneIn(roll, 2);
   step.asksToo = OneIn(roll, 2);
   step.value = OneIn(roll, 3) ? 0 : 0x01020304;

@@ -41,13 +41,13 @@ struct Step {
 };
 using Sequence = std::vector<Step>;
 
-// Gives a number from 0 to sides - 1.
+// Returns a number from 0 to sides - 1.
 using Dice = std::function<int(std::size_t sides)>;
 
 // A step that a host might take, all of it by the dice.
 Step RandomStep(const Dice& roll);
 
-// The same seed gives the same sequence everywhere.
+// The same seed leads to the same sequence on every system.
 Sequence RandomSequence(std::uint32_t seed, int length);
 
 std::string Described(const Sequence& sequence);

@@ -1,3 +1,4 @@
+// Lets the recorder fail as the model expects.
 #include "tests/model/troubles.h"
 
 #include <algorithm>

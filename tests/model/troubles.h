@@ -1,5 +1,5 @@
-// The world around the module while a sequence is played: what goes wrong in
-// the imported libraries, and whether a surface's pixels are still there.
+// The module's surroundings while a sequence is played: failures of the imported
+// libraries, and whether a surface's pixels are purged.
 #ifndef TESTS_MODEL_TROUBLES_H
 #define TESTS_MODEL_TROUBLES_H
 
@@ -13,7 +13,7 @@ class Troubles {
  public:
   // To be called in every call of an import.
   void Observe(const std::string& name);
-  // What goes wrong until the next call of this.
+  // The failure until the next call of Begin.
   void Begin(Trouble trouble);
   void PurgePixels() { purged_ = true; }
 

@@ -1,11 +1,14 @@
+// What each call does to the model of a World.
 #include "tests/model/world_model.h"
 
 #include <cstddef>
 
+#include "tests/support/recorder/layer_errors.h"
+
 namespace {
 
-constexpr int LARGEST_ROW = 32766;
-constexpr int DEEPEST_WITH_SPARE_PIXEL = 32;
+constexpr int kLargestRow = 32766;
+constexpr int kDeepestWithSparePixel = 32;
 
 int RoundedUp(int bytes) {
   return (bytes + 15) / 16 * 16;
@@ -20,7 +23,7 @@ int HeightOf(const Rect& rect) {
 }
 
 bool HasSparePixel(int depth) {
-  return depth <= DEEPEST_WITH_SPARE_PIXEL;
+  return depth <= kDeepestWithSparePixel;
 }
 
 int PixelsInRow(const Rect& rect, int depth) {
@@ -39,7 +42,7 @@ std::uint64_t FrameBytes(const Rect& rect, int depth) {
 }
 
 bool IsTooWide(const Rect& rect, int depth) {
-  return PixelsInRow(rect, depth) > LARGEST_ROW;
+  return PixelsInRow(rect, depth) > kLargestRow;
 }
 
 // The drawing layer's rows have no spare pixel.
@@ -61,7 +64,7 @@ bool FailsInTheLayer(Trouble trouble) {
 }
 
 std::int32_t LayerError(Trouble trouble) {
-  return trouble == Trouble::SurfaceNoMemory ? -108 : -50;
+  return trouble == Trouble::SurfaceNoMemory ? kLayerMemoryFull : kLayerError;
 }
 
 bool HasNoFrame(Trouble trouble) {
@@ -87,7 +90,7 @@ bool operator==(const Answer& a, const Answer& b) {
 Answer WorldModel::New(const Wish& wish, Trouble trouble) {
   if (trouble == Trouble::NoHandle && !wish.callersHandle) return {PXL_Err_NO_MEMORY};
   const Answer answer = NewPixels(wish, trouble);
-  if (answer.status != 0) return answer;
+  if (answer.status != PXL_Err_NONE) return answer;
   live = true;
   ownsHandle = !wish.callersHandle;
   flags = FlagsOf(wish);
@@ -191,18 +194,18 @@ Answer WorldModel::LockMapped(Trouble trouble) {
 
 Answer WorldModel::LoadLock(bool asksLoaded, bool asksReloaded, Trouble trouble) {
   Answer answer = Lock(true, trouble);
-  const bool reloads = answer.status == 0 && answer.first == 1;
+  const bool reloads = answer.status == PXL_Err_NONE && answer.first == 1;
   bool reloaded = false;
   answer.first = 9;
   if (!reloads) {
     if (asksLoaded) answer.first = 1;
   } else {
     answer = Reload(asksLoaded, trouble);
-    if (answer.status == 0 && answer.first != 0) {
+    if (answer.status == PXL_Err_NONE && answer.first != 0) {
       const Answer again = Lock(false, trouble);
       answer.status = again.status;
       answer.reports += again.reports;
-      reloaded = again.status == 0;
+      reloaded = again.status == PXL_Err_NONE;
     }
   }
   answer.second = asksReloaded ? static_cast<int>(reloaded) : 9;

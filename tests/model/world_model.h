@@ -1,5 +1,5 @@
-// One World as its host may picture it: what each call promises, in the plain
-// terms of the public header. Knows nothing of how the module does it.
+// A model of one World: the promises of each call, in the terms of the public
+// header, independent of the module's code.
 #ifndef TESTS_MODEL_WORLD_MODEL_H
 #define TESTS_MODEL_WORLD_MODEL_H
 
@@ -7,19 +7,19 @@
 
 #include "PXL.h"
 
-// What goes wrong around a call; it matters only where the call gets there.
+// A failure around a call; it has an effect only if the call reaches it.
 enum class Trouble {
   None,
   NoHandle,           // no handle for a record
   NoMemory,           // no frame, however often it is tried
   FirstTryFails,      // a frame only after memory was freed
-  FirstFrameFails,    // the first request for a frame or a view is given up
-  FrameWithCode,      // the first request succeeds and gives code 9 beside it
+  FirstFrameFails,    // the first request for a frame or a view fails
+  FrameWithCode,      // the first request succeeds and returns code 9
   SurfaceFails,       // the drawing layer's error -50
   SurfaceNoMemory,    // the drawing layer's error -108
   PurgedOnceMore,     // pixels vanish again as soon as they are re-created
   NoFile,             // the mapped file cannot be made
-  NoViewAtFirst,      // the first attempt to map gives null, the second works
+  NoViewAtFirst,      // the first attempt to map returns null, the second works
   ViewThrowsAtFirst,  // the same with an exception
   NoView,             // no attempt to map succeeds
   UnmapThrows,
@@ -38,7 +38,7 @@ struct Wish {
   Rect rect{};
 };
 
-// What a call gives. The flags are 9 where they are not written.
+// The results of a call. The flags are 9 where they are not written.
 struct Answer {
   std::int32_t status = 0;
   int reports = 0;
@@ -87,8 +87,8 @@ struct WorldModel {
   // Whether the pixels can be asked for, and written in the World's geometry.
   [[nodiscard]] bool HasAddress() const;
   [[nodiscard]] bool CanWrite() const;
-  // Whether the view of a mapped file is there although nobody has it locked:
-  // it could not be unmapped. Such a World must not be updated to another size.
+  // Whether an unlocked World still has the view of its mapped file, which could
+  // not be unmapped. Such a World must not be updated to another size.
   [[nodiscard]] bool HasStrandedView() const;
 
  private:

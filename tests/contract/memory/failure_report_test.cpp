@@ -1,3 +1,4 @@
+// The reports of a failed allocation of pixels.
 #include "memory/failure_report.h"
 
 #include <stdexcept>
@@ -13,10 +14,10 @@ using ::testing::StartsWith;
 
 namespace {
 
-constexpr const char* LIMIT_TEXT =
+constexpr const char* kLimitText =
     "Image buffers of size @0 x @1 @@ @2 bpc (@3 GB) exceed internal limits. Decrease the memory "
     "requirements for the rendering of this frame. (12804). For more information, see ";
-constexpr const char* SHORTAGE_TEXT =
+constexpr const char* kShortageText =
     "Unable to allocate enough memory to render the current frame (@0 x @1 @@ @2 bpc). Either "
     "decrease the memory requirements for the rendering of this frame, or install more RAM. "
     "(12805). For more information, see ";
@@ -69,7 +70,8 @@ TEST_F(BufferError, TellsMemoryErrorsFromTheirNeighbours) {
     EXPECT_EQ(recorder_.Count("Kp_ReportError"), 1) << error;
     EXPECT_EQ(recorder_.Count("K_ReportError"), 0) << error;
   }
-  for (const std::int32_t error : {4, -108}) {
+  for (const std::int32_t error :
+       {std::int32_t{PXL_Err_NO_MEMORY}, std::int32_t{kLayerMemoryFull}}) {
     Report(error, 0, Sized(10, 10), 32, 0);
     EXPECT_EQ(recorder_.Count("Kp_ReportError"), 0) << error;
     EXPECT_EQ(recorder_.Count("K_ReportError"), 1) << error;
@@ -96,21 +98,21 @@ TEST_F(BufferError, CutsATranslationThatIsLongerThanTheBuffer) {
 TEST_F(BufferError, OfMemoryLeavesThePendingReportAlone) {
   Kp_G_err_buf = 5;
   std::snprintf(Kp_G_buffer, sizeof Kp_G_buffer, "mine");
-  Report(4, 0, Sized(10, 10), 32, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(10, 10), 32, 0);
   EXPECT_EQ(Kp_G_err_buf, 5);
   EXPECT_STREQ(Kp_G_buffer, "mine");
 }
 
 TEST_F(BufferError, OfMemoryNamesTheSizeOfTheImage) {
-  Report(4, 0, Rect{-10, 100, 30, 350}, 64, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Rect{-10, 100, 30, 350}, 64, 0);
   const std::string page = HelpPage();
   EXPECT_THAT(
       Log(),
       ElementsAre(
           std::string(R"(K_ZStringToUTF16String("$$$/OV/PXL/CannotAllocateEnoughMemory=)") +
-              SHORTAGE_TEXT + page + "\")",
+              kShortageText + page + "\")",
           "NumberToString(250)", "NumberToString(40)", "NumberToString(16)",
-          std::string("ReplaceInString(u\"") + SHORTAGE_TEXT + page +
+          std::string("ReplaceInString(u\"") + kShortageText + page +
               R"(", u"250", u"40", u"16", u"", u"", u"", u"", u"", u"", u""))",
           "K_ReportError(0x70005, 8, u\"Unable to allocate enough memory to render the current "
           "frame (250 x 40 @ 16 bpc). Either decrease the memory requirements for the rendering "
@@ -119,15 +121,15 @@ TEST_F(BufferError, OfMemoryNamesTheSizeOfTheImage) {
 }
 
 TEST_F(BufferError, BeyondTheLimitNamesTheGigabytesToo) {
-  Report(-108, 0, Sized(20000, 10000), 128, 3221225472);
+  Report(kLayerMemoryFull, 0, Sized(20000, 10000), 128, 3221225472);
   const std::string page = HelpPage();
   EXPECT_THAT(
       Log(),
       ElementsAre(std::string(R"(K_ZStringToUTF16String("$$$/OV/PXL/MemoryLimitReached=)") +
-                      LIMIT_TEXT + page + "\")",
+                      kLimitText + page + "\")",
                   "NumberToString(20000)", "NumberToString(10000)", "NumberToString(32)",
                   "NumberToString(3.0, 1, 1, 0, 31)",
-                  std::string("ReplaceInString(u\"") + LIMIT_TEXT + page +
+                  std::string("ReplaceInString(u\"") + kLimitText + page +
                       R"(", u"20000", u"10000", u"32", u"3.0", u"", u"", u"", u"", u"", u""))",
                   "K_ReportError(0x70005, 8, u\"Image buffers of size 20000 x 10000 @ 32 bpc (3.0 "
                   "GB) exceed internal limits. Decrease the memory requirements for the rendering "
@@ -136,60 +138,60 @@ TEST_F(BufferError, BeyondTheLimitNamesTheGigabytesToo) {
 }
 
 TEST_F(BufferError, DrawsTheLineAt2GiB) {
-  Report(4, 0, Sized(1, 1), 32, 2147483647);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(1, 1), 32, 2147483647);
   EXPECT_THAT(Log().back(), HasSubstr("(12805)"));
   EXPECT_EQ(Gigabytes(), "");
-  Report(4, 0, Sized(1, 1), 32, 2147483648);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(1, 1), 32, 2147483648);
   EXPECT_THAT(Log().back(), HasSubstr("(12804)"));
   EXPECT_EQ(Gigabytes(), "NumberToString(2.0, 1, 1, 0, 31)");
 }
 
 TEST_F(BufferError, TakesTheSizeItIsGivenForTheRight) {
-  Report(4, 16384, Sized(1, 1), 32, 5368709120);
+  Report(PXL_Err_NO_MEMORY, 16384, Sized(1, 1), 32, 5368709120);
   EXPECT_EQ(Gigabytes(), "NumberToString(5.0, 1, 1, 0, 31)");
-  Report(4, 1 << 30, Sized(1, 30000), 32, 1);
+  Report(PXL_Err_NO_MEMORY, 1 << 30, Sized(1, 30000), 32, 1);
   EXPECT_EQ(Gigabytes(), "");
 }
 
 TEST_F(BufferError, ComputesTheSizeFromTheRowBytes) {
-  Report(4, 1 << 20, Sized(1, 3072), 32, 0);
+  Report(PXL_Err_NO_MEMORY, 1 << 20, Sized(1, 3072), 32, 0);
   EXPECT_EQ(Gigabytes(), "NumberToString(3.0, 1, 1, 0, 31)");
-  Report(4, -(1 << 20), Sized(1, 3072), 32, 0);
+  Report(PXL_Err_NO_MEMORY, -(1 << 20), Sized(1, 3072), 32, 0);
   EXPECT_EQ(Gigabytes(), "NumberToString(-3.0, 1, 1, 0, 31)");
 }
 
 TEST_F(BufferError, ComputesTheSizeFromTheDepthWithoutRowBytes) {
-  Report(4, 0, Sized(32767, 8192), 128, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(32767, 8192), 128, 0);
   EXPECT_EQ(Gigabytes(), "NumberToString(4.0, 1, 1, 0, 31)");
-  Report(4, 0, Sized(32767, 8192), 64, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(32767, 8192), 64, 0);
   EXPECT_EQ(Gigabytes(), "");
-  Report(4, 0, Rect{-32768, -32768, 32767, 32767}, 8, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Rect{-32768, -32768, 32767, 32767}, 8, 0);
   EXPECT_EQ(Gigabytes(), "NumberToString(4.0, 1, 1, 0, 31)");
-  Report(4, 0, Rect{-32768, -32768, 32767, 32767}, 15, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Rect{-32768, -32768, 32767, 32767}, 15, 0);
   EXPECT_EQ(Gigabytes(), "NumberToString(4.0, 1, 1, 0, 31)");
 }
 
 TEST_F(BufferError, OfDepthsBelowAByteComputesNoSize) {
-  Report(4, 0, Sized(32767, 32767), 4, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(32767, 32767), 4, 0);
   EXPECT_THAT(Log().back(), HasSubstr("(12805)"));
-  Report(4, 0, Sized(-32767, 32767), -4, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(-32767, 32767), -4, 0);
   EXPECT_THAT(Log().back(), HasSubstr("(12805)"));
-  Report(4, 0, Sized(32767, 32767), -4, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(32767, 32767), -4, 0);
   EXPECT_THAT(Log().back(), HasSubstr("(12805)"));
 }
 
 TEST_F(BufferError, TakesANegativeSizeForBeyondTheLimit) {
-  Report(4, 0, Sized(-10, 10), 32, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Sized(-10, 10), 32, 0);
   EXPECT_THAT(Log().back(),
               AllOf(HasSubstr("size -10 x 10 @ 8 bpc (-0.0 GB)"), HasSubstr("(12804)")));
-  Report(4, 0, Rect{0, 10000, 10000, -20000}, 128, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Rect{0, 10000, 10000, -20000}, 128, 0);
   EXPECT_EQ(Gigabytes(), "NumberToString(-4.5, 1, 1, 0, 31)");
 }
 
 TEST_F(BufferError, SubtractsCoordinatesInFullWidth) {
-  Report(4, 0, Rect{32767, 32767, -32768, -32768}, 32, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Rect{32767, 32767, -32768, -32768}, 32, 0);
   EXPECT_THAT(Log().back(), HasSubstr("size -65535 x -65535 @"));
-  Report(4, 0, Rect{-32768, -32768, 32767, 32767}, 32, 0);
+  Report(PXL_Err_NO_MEMORY, 0, Rect{-32768, -32768, 32767, 32767}, 32, 0);
   EXPECT_THAT(Log().back(), HasSubstr("size 65535 x 65535 @"));
 }
 
@@ -200,13 +202,13 @@ TEST_F(BufferError, CountsFourChannelsAtAnyDepth) {
   } depths[] = {{8, "@ 2 bpc"},    {16, "@ 4 bpc"}, {32, "@ 8 bpc"}, {64, "@ 16 bpc"},
                 {128, "@ 32 bpc"}, {3, "@ 0 bpc"},  {-7, "@ -1 bpc"}};
   for (const auto& [depth, text] : depths) {
-    Report(4, 0, Sized(1, 1), depth, 1);
+    Report(PXL_Err_NO_MEMORY, 0, Sized(1, 1), depth, 1);
     EXPECT_THAT(Log().back(), HasSubstr(text));
   }
 }
 
 TEST_F(BufferError, OfALargeImageBelowTheLimitIsAShortage) {
-  Report(4, 65536, Sized(4096, 4096), 128, 0);
+  Report(PXL_Err_NO_MEMORY, 65536, Sized(4096, 4096), 128, 0);
   EXPECT_THAT(Log().back(), AllOf(HasSubstr("(4096 x 4096 @ 32 bpc)"), HasSubstr("(12805)")));
 }
 
@@ -219,7 +221,7 @@ TEST_F(BufferError, GoesUnderTheCodeOfItsSite) {
 }
 
 TEST_F(MemoryMessage, GivesZeroWhenItIsReported) {
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::SurfaceWorld), 0);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::SurfaceWorld), PXL_Err_NONE);
   EXPECT_THAT(Log().back(), StartsWith("K_ReportError(0x70027, 8, "));
 }
 
@@ -235,12 +237,12 @@ TEST_F(MemoryMessage, GivesAThrownLongAsItIs) {
   EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), -0x12345678);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
   recorder_.Throw("K_ZStringToUTF16String", [] { throw 0L; });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 0);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), PXL_Err_NONE);
 }
 
 TEST_F(MemoryMessage, TakesAnythingElseThrownForLackOfMemory) {
   recorder_.Throw("NumberToString", [] { throw "a text"; });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 4);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), PXL_Err_NO_MEMORY);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
   EXPECT_EQ(recorder_.Count("K_ReportError"), 0);
 }
@@ -249,7 +251,7 @@ TEST_F(MemoryMessage, TakesAnythingElseThrownForLackOfMemory) {
 TEST_F(MemoryMessage, LetsNothingOutThatTheReportOfAnExceptionThrows) {
   recorder_.Throw("ReplaceInString", [] { throw std::runtime_error("no text"); });
   recorder_.Throw("K_TranslateAndReportException", [] { throw std::bad_alloc(); });
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), 4);
+  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), PXL_Err_NO_MEMORY);
 }
 
 TEST_F(MemoryMessage, ThatFailsDoesNotDisturbTheReportingCall) {
@@ -262,13 +264,13 @@ TEST_F(MemoryMessage, ThatFailsDoesNotDisturbTheReportingCall) {
 }
 
 TEST_F(HostRequest, GoesUnderItsOwnCodeAndGivesZero) {
-  EXPECT_EQ(PXL_ReportWorldAllocationFailure(4, 65536, 4096, 2048, 128), 0);
+  EXPECT_EQ(PXL_ReportWorldAllocationFailure(4, 65536, 4096, 2048, 128), PXL_Err_NONE);
   EXPECT_THAT(Log().back(),
               AllOf(StartsWith("K_ReportError(0x70042, 8, "), HasSubstr("(4096 x 2048 @ 32 bpc)")));
-  EXPECT_EQ(PXL_ReportWorldAllocationFailure(-50, 0, 1, 1, 32), 0);
+  EXPECT_EQ(PXL_ReportWorldAllocationFailure(kLayerError, 0, 1, 1, 32), PXL_Err_NONE);
   EXPECT_THAT(Log().back(), StartsWith("Kp_ReportError(0x70042, 8 error -50 "));
   ForgetLog();
-  EXPECT_EQ(PXL_ReportWorldAllocationFailure(0, 0, 1, 1, 32), 0);
+  EXPECT_EQ(PXL_ReportWorldAllocationFailure(0, 0, 1, 1, 32), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 

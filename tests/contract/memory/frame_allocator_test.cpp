@@ -1,3 +1,4 @@
+// Allocation and release of frames.
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
@@ -11,7 +12,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr std::uint64_t LARGEST_HEAP_FRAME = 307200;
+constexpr std::uint64_t kLargestHeapFrame = 307200;
 
 }  // namespace
 
@@ -31,7 +32,7 @@ class FrameAllocator : public Contract {
 };
 
 TEST_F(FrameAllocator, ReadsTheSettingsFirst) {
-  EXPECT_EQ(Allocate(64), 0);
+  EXPECT_EQ(Allocate(64), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("Instance()", R"(GetEntry("VirtualAllocFrames", "true"))",
                                  "Instance()", R"(GetEntry("VirtualAllocMinSizeInK3", "300"))",
                                  "K_PurgeLoop(64, 1)", "malloc(64)"));
@@ -45,25 +46,25 @@ TEST_F(FrameAllocator, ReadsTheSettingsOnceForAllBirths) {
   PXL_Birth(0);
   recorder_.script.settings["VirtualAllocFrames"] = "false";
   ForgetLog();
-  Allocate(LARGEST_HEAP_FRAME + 1);
+  Allocate(kLargestHeapFrame + 1);
   EXPECT_EQ(recorder_.Count("GetEntry"), 0);
   EXPECT_EQ(recorder_.Count("K_AllocateRecycledPtr"), 1);
 }
 
 TEST_F(FrameAllocator, TakesFramesUpToTheThresholdFromTheHeap) {
   LoadSettings();
-  EXPECT_EQ(Allocate(LARGEST_HEAP_FRAME), 0);
+  EXPECT_EQ(Allocate(kLargestHeapFrame), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(frame_), "heap1");
-  EXPECT_EQ(PXL_FreeFrame(frame_, LARGEST_HEAP_FRAME), 0);
+  EXPECT_EQ(PXL_FreeFrame(frame_, kLargestHeapFrame), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(307200, 1)", "malloc(307200)", "free(heap1)"));
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
 }
 
 TEST_F(FrameAllocator, TakesLargerFramesFromThePool) {
   LoadSettings();
-  EXPECT_EQ(Allocate(LARGEST_HEAP_FRAME + 1), 0);
+  EXPECT_EQ(Allocate(kLargestHeapFrame + 1), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(frame_), "pool1");
-  EXPECT_EQ(PXL_FreeFrame(frame_, LARGEST_HEAP_FRAME + 1), 0);
+  EXPECT_EQ(PXL_FreeFrame(frame_, kLargestHeapFrame + 1), PXL_Err_NONE);
   EXPECT_THAT(Log(),
               ElementsAre("K_PurgeLoop(307201, 1)",
                           R"(K_AllocateRecycledPtr(0x70003, "PXL WORLD", 307201))",
@@ -72,7 +73,7 @@ TEST_F(FrameAllocator, TakesLargerFramesFromThePool) {
 }
 
 TEST_F(FrameAllocator, GivesMemoryAsItComes) {
-  for (const std::uint64_t size : {LARGEST_HEAP_FRAME, LARGEST_HEAP_FRAME + 1}) {
+  for (const std::uint64_t size : {kLargestHeapFrame, kLargestHeapFrame + 1}) {
     Allocate(size, 1);
     const auto* bytes = static_cast<const unsigned char*>(frame_);
     EXPECT_TRUE(std::all_of(bytes, bytes + size, [](unsigned char b) { return b == 0xA5; }));
@@ -115,7 +116,7 @@ TEST_F(FrameAllocator, TakesAllButNothingFromThePoolWithAThresholdOfZero) {
 TEST_F(FrameAllocator, GivesNoFrameQuietlyWhenTheHeapIsExhausted) {
   LoadSettings();
   recorder_.FailAlways("malloc");
-  EXPECT_EQ(Allocate(64), 4);
+  EXPECT_EQ(Allocate(64), PXL_Err_NO_MEMORY);
   EXPECT_EQ(frame_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(64, 1)", "malloc(64)", "malloc(64)"));
 }
@@ -124,7 +125,7 @@ TEST_F(FrameAllocator, AsksForTheAddressOfAPoolBlockThatItDidNotGet) {
   LoadSettings();
   recorder_.FailAlways("K_AllocateRecycledPtr");
   recorder_.script.purgeRounds = 0;
-  EXPECT_EQ(Allocate(400000), 4);
+  EXPECT_EQ(Allocate(400000), PXL_Err_NO_MEMORY);
   EXPECT_EQ(frame_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(400000, 1)",
                                  R"(K_AllocateRecycledPtr(0x70003, "PXL WORLD", 400000))",
@@ -134,7 +135,7 @@ TEST_F(FrameAllocator, AsksForTheAddressOfAPoolBlockThatItDidNotGet) {
 TEST_F(FrameAllocator, SucceedsWhenPurgingHelps) {
   LoadSettings();
   recorder_.Fail("malloc");
-  EXPECT_EQ(Allocate(64), 0);
+  EXPECT_EQ(Allocate(64), PXL_Err_NONE);
   EXPECT_NE(frame_, nullptr);
   EXPECT_EQ(recorder_.Count("malloc"), 2);
 }
@@ -143,7 +144,7 @@ TEST_F(FrameAllocator, FailsWithoutAFrameWhateverTheLoopSays) {
   for (const std::int32_t code : {0, 9, -108}) {
     recorder_.script.purgeLoop = [code](std::uint64_t, K_PurgeAttempt, void*) { return code; };
     frame_ = &rubbish_;
-    EXPECT_EQ(Allocate(64), 4);
+    EXPECT_EQ(Allocate(64), PXL_Err_NO_MEMORY);
     EXPECT_EQ(frame_, nullptr);
   }
 }
@@ -151,7 +152,7 @@ TEST_F(FrameAllocator, FailsWithoutAFrameWhateverTheLoopSays) {
 TEST_F(FrameAllocator, HandsAFrameOutTogetherWithTheLoopsCode) {
   recorder_.script.purgeLoop = [](std::uint64_t, K_PurgeAttempt attempt, void* context) {
     std::uint8_t done = 0;
-    EXPECT_EQ(attempt(context, &done), 0);
+    EXPECT_EQ(attempt(context, &done), PXL_Err_NONE);
     EXPECT_EQ(done, 1);
     return 9;
   };
@@ -163,14 +164,14 @@ TEST_F(FrameAllocator, ForgetsTheFrameOfAnEarlierAttempt) {
   recorder_.script.purgeLoop = [](std::uint64_t, K_PurgeAttempt attempt, void* context) {
     std::uint8_t done = 9;
     recorder::Current().Fail("malloc");
-    EXPECT_EQ(attempt(context, &done), 0);
+    EXPECT_EQ(attempt(context, &done), PXL_Err_NONE);
     EXPECT_EQ(done, 0);
     return 0;
   };
-  EXPECT_EQ(Allocate(64), 4);
+  EXPECT_EQ(Allocate(64), PXL_Err_NO_MEMORY);
 }
 
-// The loop may look at what it is asked to satisfy.
+// The loop can read the size and the address of the request.
 TEST_F(FrameAllocator, ShowsTheLoopSizeAndAddress) {
   recorder_.script.purgeLoop = [this](std::uint64_t size, K_PurgeAttempt attempt, void* context) {
     struct {
@@ -187,7 +188,7 @@ TEST_F(FrameAllocator, ShowsTheLoopSizeAndAddress) {
     EXPECT_EQ(recorder_.NameOf(request.address), "heap1");
     return 0;
   };
-  EXPECT_EQ(Allocate(64), 0);
+  EXPECT_EQ(Allocate(64), PXL_Err_NONE);
 }
 
 TEST_F(FrameAllocator, LooksAtTheSettingsInEveryAttempt) {
@@ -199,7 +200,7 @@ TEST_F(FrameAllocator, LooksAtTheSettingsInEveryAttempt) {
     attempt(context, &done);
     return 0;
   };
-  EXPECT_EQ(Allocate(400000), 0);
+  EXPECT_EQ(Allocate(400000), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(frame_), "heap1");
 }
 
@@ -211,7 +212,7 @@ TEST_F(FrameAllocator, LetsAFailureOfTheSettingsPassOut) {
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
 
   ForgetLog();
-  EXPECT_EQ(Allocate(400000), 0);
+  EXPECT_EQ(Allocate(400000), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("GetEntry"), 0);
   EXPECT_EQ(recorder_.NameOf(frame_), "pool1");
 }
@@ -219,27 +220,27 @@ TEST_F(FrameAllocator, LetsAFailureOfTheSettingsPassOut) {
 TEST_F(FrameAllocator, LetsAnyKindOfFailureOfTheSettingsPassOut) {
   recorder_.Throw("Instance", [] { throw 12L; });
   EXPECT_THROW(Allocate(64), long);
-  EXPECT_EQ(Allocate(64), 0);
+  EXPECT_EQ(Allocate(64), PXL_Err_NONE);
 }
 
 TEST_F(FrameAllocator, FreesWithoutReadingTheSettings) {
   recorder_.script.settings["VirtualAllocFrames"] = "false";
-  EXPECT_EQ(PXL_FreeFrame(nullptr, LARGEST_HEAP_FRAME + 1), 0);
+  EXPECT_EQ(PXL_FreeFrame(nullptr, kLargestHeapFrame + 1), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_FreeRecycledPtr(null)"));
   EXPECT_FALSE(PXLp_frameSettings.loaded);
 }
 
 TEST_F(FrameAllocator, PassesNoFrameOnToTheKindOfMemoryItsSizeNames) {
-  EXPECT_EQ(PXL_FreeFrame(nullptr, LARGEST_HEAP_FRAME), 0);
-  EXPECT_EQ(PXL_FreeFrame(nullptr, LARGEST_HEAP_FRAME + 1), 0);
-  EXPECT_EQ(PXL_FreeFrame(nullptr, 0), 0);
+  EXPECT_EQ(PXL_FreeFrame(nullptr, kLargestHeapFrame), PXL_Err_NONE);
+  EXPECT_EQ(PXL_FreeFrame(nullptr, kLargestHeapFrame + 1), PXL_Err_NONE);
+  EXPECT_EQ(PXL_FreeFrame(nullptr, 0), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("free(null)", "K_FreeRecycledPtr(null)", "free(null)"));
 }
 
 TEST_F(FrameAllocator, WorksTheSameForTheModuleItself) {
   LoadSettings();
   void* frame = nullptr;
-  EXPECT_EQ(PXLp_AllocateFrameQuiet(64, 1, &frame), 0);
-  EXPECT_EQ(PXLp_FreeFrame(frame, 64), 0);
+  EXPECT_EQ(PXLp_AllocateFrameQuiet(64, 1, &frame), PXL_Err_NONE);
+  EXPECT_EQ(PXLp_FreeFrame(frame, 64), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(64, 1)", "malloc(64)", "free(heap1)"));
 }

@@ -1,3 +1,4 @@
+// The two settings of the frame allocator.
 #include "memory/frame_settings.h"
 
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// The provider of pixels in a mapped file.
 #include "memory/mapped_provider.h"
 
 #include <functional>
@@ -12,9 +13,9 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr const char* MESSAGE = R"(K_ZStringToUTF16String("$$$/ov/PXL_MemMappedFile/MapFailre=)"
-                                R"(Unable to map buffer into application memory."))";
-constexpr const char* REPORT =
+constexpr const char* kMessage = R"(K_ZStringToUTF16String("$$$/ov/PXL_MemMappedFile/MapFailre=)"
+                                 R"(Unable to map buffer into application memory."))";
+constexpr const char* kReport =
     R"(K_ReportError(0x0, 4, u"Unable to map buffer into application memory."))";
 
 void ThrowException() {
@@ -41,7 +42,7 @@ class MappedProvider : public Contract {
   std::int32_t New(std::uint64_t size = 4096) { return PXLp_NewMappedProvider(size, &provider_); }
   // One whose making is not looked at.
   void Have(std::uint64_t size = 4096) {
-    ASSERT_EQ(New(size), 0);
+    ASSERT_EQ(New(size), PXL_Err_NONE);
     ForgetLog();
   }
   std::int32_t Map() { return provider_->mapPixels(provider_->context, &frame_); }
@@ -54,7 +55,7 @@ class MappedProvider : public Contract {
 };
 
 TEST_F(MappedProvider, IsMadeWithAFile) {
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("MemoryMappedFile()", R"(Init("zelk.ov.pxlmapfile.1", 4096, 101))",
                                  "K_AccountSystemAllocation(4096)"));
   ASSERT_NE(provider_, nullptr);
@@ -76,28 +77,28 @@ TEST_F(MappedProvider, StandsInItsPlaceBeforeTheFileIsMade) {
     EXPECT_NE(provider_->release, nullptr);
     EXPECT_EQ(PXLp_nextMappedFile, 2U);
   });
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
   EXPECT_TRUE(seen);
 }
 
 TEST_F(MappedProvider, CountsItsNamesOnAlsoAfterAFailure) {
   EXPECT_EQ(PXLp_nextMappedFile, 1U);
   recorder_.Fail("Init");
-  EXPECT_EQ(New(), 4);
+  EXPECT_EQ(New(), PXL_Err_NO_MEMORY);
   Release();
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"Init"}), ElementsAre(R"(Init("zelk.ov.pxlmapfile.1", 4096, 101))",
                                                      R"(Init("zelk.ov.pxlmapfile.2", 4096, 101))"));
 }
 
 TEST_F(MappedProvider, PrintsItsNumberWithASign) {
   PXLp_nextMappedFile = 2147483647;
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
   Release();
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
   Release();
   PXLp_nextMappedFile = 4294967295;
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
   EXPECT_EQ(PXLp_nextMappedFile, 0U);
   EXPECT_THAT(recorder_.LogOf({"Init"}),
               ElementsAre(R"(Init("zelk.ov.pxlmapfile.2147483647", 4096, 101))",
@@ -105,7 +106,7 @@ TEST_F(MappedProvider, PrintsItsNumberWithASign) {
                           R"(Init("zelk.ov.pxlmapfile.-1", 4096, 101))"));
 }
 
-// Whatever the program around the module has made its own.
+// The program around the module may have changed the global locale.
 TEST_F(MappedProvider, PrintsItsNumberInTheClassicLocale) {
   struct Grouping : std::numpunct<char> {
     char do_thousands_sep() const override { return '.'; }
@@ -113,14 +114,14 @@ TEST_F(MappedProvider, PrintsItsNumberInTheClassicLocale) {
   };
   const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
   PXLp_nextMappedFile = 1234567;
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
   std::locale::global(before);
   EXPECT_EQ(recorder_.LogOf({"Init"})[0], R"(Init("zelk.ov.pxlmapfile.1234567", 4096, 101))");
 }
 
 TEST_F(MappedProvider, WithoutAFileStaysInItsPlaceUnbooked) {
   recorder_.Fail("Init");
-  EXPECT_EQ(New(), 4);
+  EXPECT_EQ(New(), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(),
               ElementsAre("MemoryMappedFile()", R"(Init("zelk.ov.pxlmapfile.1", 4096, 101))",
                           "~MemoryMappedFile()", R"(K_TranslateAndReportException("no file"))"));
@@ -135,11 +136,11 @@ TEST_F(MappedProvider, WithoutAFileAcceptsAllOperations) {
   ForgetLog();
   int pixels = 0;
   frame_ = &pixels;
-  EXPECT_EQ(Map(), 0);
-  EXPECT_EQ(Unmap(), 0);
-  EXPECT_EQ(Free(), 0);
+  EXPECT_EQ(Map(), PXL_Err_NONE);
+  EXPECT_EQ(Unmap(), PXL_Err_NONE);
+  EXPECT_EQ(Free(), PXL_Err_NONE);
   EXPECT_EQ(frame_, &pixels);
-  EXPECT_EQ(Release(), 0);
+  EXPECT_EQ(Release(), PXL_Err_NONE);
   EXPECT_EQ(provider_, nullptr);
   EXPECT_THAT(Log(), IsEmpty());
 }
@@ -149,8 +150,12 @@ TEST_F(MappedProvider, TurnsEveryFailureOfItsFileIntoLackOfMemoryUnlessItsCodeIs
     void (*thrower)();
     std::int32_t translated;
     std::int32_t status;
-  } failures[] = {{ThrowException, 77, 4}, {ThrowException, -1, 4}, {ThrowException, 0, 0},
-                  {ThrowLong, 0, 4},       {ThrowZero, 77, 0},      {ThrowAnything, 0, 4}};
+  } failures[] = {{.thrower = ThrowException, .translated = 77, .status = PXL_Err_NO_MEMORY},
+                  {.thrower = ThrowException, .translated = -1, .status = PXL_Err_NO_MEMORY},
+                  {.thrower = ThrowException, .translated = 0, .status = PXL_Err_NONE},
+                  {.thrower = ThrowLong, .translated = 0, .status = PXL_Err_NO_MEMORY},
+                  {.thrower = ThrowZero, .translated = 77, .status = PXL_Err_NONE},
+                  {.thrower = ThrowAnything, .translated = 0, .status = PXL_Err_NO_MEMORY}};
   for (const auto& failure : failures) {
     Unload();
     recorder_.script.translatedException = failure.translated;
@@ -167,7 +172,7 @@ TEST_F(MappedProvider, TurnsEveryFailureOfItsFileIntoLackOfMemoryUnlessItsCodeIs
 
 TEST_F(MappedProvider, WithoutMemoryForItselfLeavesItsPlaceAlone) {
   recorder::FailNewOf(sizeof(PXL_PixelProvider));
-  EXPECT_EQ(New(), 4);
+  EXPECT_EQ(New(), PXL_Err_NO_MEMORY);
   EXPECT_EQ(provider_, nullptr);
   EXPECT_EQ(PXLp_nextMappedFile, 1U);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 1);
@@ -179,7 +184,7 @@ TEST_F(MappedProvider, WithoutMemoryForItsNameStaysInItsPlace) {
   for (const std::size_t size : {std::size_t{20}, std::size_t{39}}) {
     Unload();
     recorder::FailNewOf(size);
-    EXPECT_EQ(New(), 4) << size;
+    EXPECT_EQ(New(), PXL_Err_NO_MEMORY) << size;
     recorder::FailNewOf(0);
     ASSERT_NE(provider_, nullptr);
     EXPECT_EQ(provider_->context, nullptr);
@@ -190,7 +195,7 @@ TEST_F(MappedProvider, WithoutMemoryForItsNameStaysInItsPlace) {
 
 TEST_F(MappedProvider, WithoutMemoryForItsFileStaysInItsPlace) {
   recorder::FailNewOf(sizeof(vetrix::MemoryMappedFile));
-  EXPECT_EQ(New(), 4);
+  EXPECT_EQ(New(), PXL_Err_NO_MEMORY);
   ASSERT_NE(provider_, nullptr);
   EXPECT_EQ(provider_->context, nullptr);
   EXPECT_EQ(PXLp_nextMappedFile, 2U);
@@ -199,7 +204,7 @@ TEST_F(MappedProvider, WithoutMemoryForItsFileStaysInItsPlace) {
 
 TEST_F(MappedProvider, MapsInsideThePurgeLoopAndMovesTheBytes) {
   Have();
-  EXPECT_EQ(Map(), 0);
+  EXPECT_EQ(Map(), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(frame_), "view");
   EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(4096, 1)", "GetAddress()",
                                  "K_AccountSystemAllocation(-4096)", "K_AccountAllocation(4096)"));
@@ -210,17 +215,17 @@ TEST_F(MappedProvider, BooksTheLowHalfOfALargeSize) {
     std::uint64_t size;
     const char* more;
     const char* less;
-  } sizes[] = {{0x100000010, "16", "-16"},
-               {0x80000000, "-2147483648", "-2147483648"},
-               {0xFFFFFFFF, "-1", "1"},
-               {0x200000000, "0", "0"}};
+  } sizes[] = {{.size = 0x100000010, .more = "16", .less = "-16"},
+               {.size = 0x80000000, .more = "-2147483648", .less = "-2147483648"},
+               {.size = 0xFFFFFFFF, .more = "-1", .less = "1"},
+               {.size = 0x200000000, .more = "0", .less = "0"}};
   for (const auto& [size, more, less] : sizes) {
     Unload();
     recorder_.script.fileSize = size;
     Have(16);
-    EXPECT_EQ(Map(), 0);
-    EXPECT_EQ(Unmap(), 0);
-    EXPECT_EQ(Free(), 0);
+    EXPECT_EQ(Map(), PXL_Err_NONE);
+    EXPECT_EQ(Unmap(), PXL_Err_NONE);
+    EXPECT_EQ(Free(), PXL_Err_NONE);
     const std::string system = "K_AccountSystemAllocation(";
     const std::string application = "K_AccountAllocation(";
     EXPECT_THAT(
@@ -234,12 +239,12 @@ TEST_F(MappedProvider, BooksTheLowHalfOfALargeSize) {
 
 TEST_F(MappedProvider, BooksWhatWasAskedForWhenItIsMade) {
   recorder_.script.fileSize = 8192;
-  EXPECT_EQ(New(4096), 0);
+  EXPECT_EQ(New(4096), PXL_Err_NONE);
   EXPECT_EQ(Log().back(), "K_AccountSystemAllocation(4096)");
 }
 
 TEST_F(MappedProvider, BooksTheLowHalfOfWhatWasAskedForWhenItIsMade) {
-  EXPECT_EQ(New(0x100000010), 0);
+  EXPECT_EQ(New(0x100000010), PXL_Err_NONE);
   EXPECT_EQ(Log().back(), "K_AccountSystemAllocation(16)");
 }
 
@@ -248,21 +253,21 @@ TEST_F(MappedProvider, WithoutAnAddressReportsEachAttempt) {
   int before = 0;
   frame_ = &before;
   recorder_.FailAlways("GetAddress");
-  EXPECT_EQ(Map(), 4);
+  EXPECT_EQ(Map(), PXL_Err_NO_MEMORY);
   EXPECT_EQ(frame_, nullptr);
-  EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(4096, 1)", "GetAddress()", MESSAGE, REPORT,
-                                 "GetAddress()", MESSAGE, REPORT));
+  EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(4096, 1)", "GetAddress()", kMessage, kReport,
+                                 "GetAddress()", kMessage, kReport));
 }
 
 TEST_F(MappedProvider, DoesNotForgetAFailedAttempt) {
   Have();
   recorder_.Fail("GetAddress");
-  EXPECT_EQ(Map(), 4);
+  EXPECT_EQ(Map(), PXL_Err_NO_MEMORY);
   EXPECT_EQ(recorder_.NameOf(frame_), "view");
-  EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(4096, 1)", "GetAddress()", MESSAGE, REPORT,
-                                 "GetAddress()", MESSAGE, REPORT));
+  EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(4096, 1)", "GetAddress()", kMessage, kReport,
+                                 "GetAddress()", kMessage, kReport));
   // The next loop starts afresh.
-  EXPECT_EQ(Map(), 0);
+  EXPECT_EQ(Map(), PXL_Err_NONE);
 }
 
 TEST_F(MappedProvider, TakesAnyThrowOfTheMappingForAFailedAttempt) {
@@ -273,9 +278,9 @@ TEST_F(MappedProvider, TakesAnyThrowOfTheMappingForAFailedAttempt) {
     frame_ = &before;
     recorder_.script.purgeRounds = 0;
     recorder_.Throw("GetAddress", thrower);
-    EXPECT_EQ(Map(), 4);
+    EXPECT_EQ(Map(), PXL_Err_NO_MEMORY);
     EXPECT_EQ(frame_, &before);
-    EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(4096, 1)", "GetAddress()", MESSAGE, REPORT));
+    EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(4096, 1)", "GetAddress()", kMessage, kReport));
     Release();
   }
 }
@@ -284,18 +289,18 @@ TEST_F(MappedProvider, SaysWhetherAnAttemptIsDoneAndGivesZero) {
   Have();
   recorder_.script.purgeLoop = [](std::uint64_t, K_PurgeAttempt attempt, void* context) {
     std::uint8_t done = 9;
-    EXPECT_EQ(attempt(context, &done), 0);
+    EXPECT_EQ(attempt(context, &done), PXL_Err_NONE);
     EXPECT_EQ(done, 1);
     recorder::Current().Fail("GetAddress");
     done = 9;
-    EXPECT_EQ(attempt(context, &done), 0);
+    EXPECT_EQ(attempt(context, &done), PXL_Err_NONE);
     EXPECT_EQ(done, 0);
     done = 9;
-    EXPECT_EQ(attempt(context, &done), 0);
+    EXPECT_EQ(attempt(context, &done), PXL_Err_NONE);
     EXPECT_EQ(done, 0);
     return 0;
   };
-  EXPECT_EQ(Map(), 4);
+  EXPECT_EQ(Map(), PXL_Err_NO_MEMORY);
   EXPECT_EQ(recorder_.Count("K_ReportError"), 2);
   EXPECT_EQ(recorder_.Count("K_AccountAllocation"), 0);
 }
@@ -307,7 +312,7 @@ TEST_F(MappedProvider, GivesLackOfMemoryForAnyCodeOfTheLoop) {
     attempt(context, &done);
     return 91;
   };
-  EXPECT_EQ(Map(), 4);
+  EXPECT_EQ(Map(), PXL_Err_NO_MEMORY);
   EXPECT_EQ(recorder_.NameOf(frame_), "view");
   EXPECT_EQ(recorder_.Count("K_AccountAllocation"), 0);
 }
@@ -315,7 +320,7 @@ TEST_F(MappedProvider, GivesLackOfMemoryForAnyCodeOfTheLoop) {
 TEST_F(MappedProvider, GivesLackOfMemoryWhenTheLoopNeverTried) {
   Have();
   recorder_.script.purgeLoop = [](std::uint64_t, K_PurgeAttempt, void*) { return 0; };
-  EXPECT_EQ(Map(), 4);
+  EXPECT_EQ(Map(), PXL_Err_NO_MEMORY);
   EXPECT_EQ(recorder_.Count("K_AccountSystemAllocation"), 0);
 }
 
@@ -325,7 +330,7 @@ TEST_F(MappedProvider, CatchesWhatTheReportOfAFailedAttemptThrows) {
     Have();
     recorder_.FailAlways("GetAddress");
     recorder_.Throw(call, ThrowException);
-    EXPECT_EQ(Map(), 4);
+    EXPECT_EQ(Map(), PXL_Err_NO_MEMORY);
     EXPECT_EQ(recorder_.Count("GetAddress"), 1);
     EXPECT_EQ(Log().back(), R"(K_TranslateAndReportException("broken"))");
     Release();
@@ -336,7 +341,7 @@ TEST_F(MappedProvider, UnmapsAfterMovingTheBytesBack) {
   Have();
   Map();
   ForgetLog();
-  EXPECT_EQ(Unmap(), 0);
+  EXPECT_EQ(Unmap(), PXL_Err_NONE);
   EXPECT_EQ(frame_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("K_AccountAllocation(-4096)", "K_AccountSystemAllocation(4096)",
                                  "UnmapMemory()", "CloseFileHandleIfPossible()"));
@@ -344,7 +349,7 @@ TEST_F(MappedProvider, UnmapsAfterMovingTheBytesBack) {
 
 TEST_F(MappedProvider, ThatIsNotMappedHasNothingToUnmap) {
   Have();
-  EXPECT_EQ(Unmap(), 0);
+  EXPECT_EQ(Unmap(), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -352,20 +357,20 @@ TEST_F(MappedProvider, ResetsItsFileWithoutTouchingTheApplicationsTotal) {
   Have();
   Map();
   ForgetLog();
-  EXPECT_EQ(Free(), 0);
+  EXPECT_EQ(Free(), PXL_Err_NONE);
   EXPECT_EQ(frame_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("K_AccountSystemAllocation(-4096)", "Reset()"));
 }
 
 TEST_F(MappedProvider, ResetsAFileThatIsNotMapped) {
   Have();
-  EXPECT_EQ(Free(), 0);
+  EXPECT_EQ(Free(), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_AccountSystemAllocation(-4096)", "Reset()"));
 }
 
 TEST_F(MappedProvider, ReleasesFileAndRecord) {
   Have();
-  EXPECT_EQ(Release(), 0);
+  EXPECT_EQ(Release(), PXL_Err_NONE);
   EXPECT_EQ(provider_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("~MemoryMappedFile()"));
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
@@ -392,11 +397,11 @@ class FailingOperation : public MappedProvider {
   void ExpectCaught(const std::vector<FailingCall>& calls,
                     const std::function<std::int32_t()>& operation) {
     for (const FailingCall& call : calls) {
-      ExpectCaught(call, ThrowException, 77, 4, operation);
-      ExpectCaught(call, ThrowException, 0, 0, operation);
-      ExpectCaught(call, ThrowLong, 0, 4, operation);
-      ExpectCaught(call, ThrowZero, 77, 0, operation);
-      ExpectCaught(call, ThrowAnything, 0, 4, operation);
+      ExpectCaught(call, ThrowException, 77, PXL_Err_NO_MEMORY, operation);
+      ExpectCaught(call, ThrowException, 0, PXL_Err_NONE, operation);
+      ExpectCaught(call, ThrowLong, 0, PXL_Err_NO_MEMORY, operation);
+      ExpectCaught(call, ThrowZero, 77, PXL_Err_NONE, operation);
+      ExpectCaught(call, ThrowAnything, 0, PXL_Err_NO_MEMORY, operation);
     }
   }
 
@@ -444,14 +449,14 @@ TEST_F(FailingOperation, OfUnmappingLeavesTheBytesMoved) {
   Map();
   ForgetLog();
   recorder_.Throw("UnmapMemory", ThrowLong);
-  EXPECT_EQ(Unmap(), 4);
+  EXPECT_EQ(Unmap(), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), ElementsAre("K_AccountAllocation(-4096)", "K_AccountSystemAllocation(4096)",
                                  "UnmapMemory()"));
 }
 
 TEST_F(FailingOperation, OfBookingTheFileLosesTheFileAndNotTheRecord) {
   recorder_.Throw("K_AccountSystemAllocation", ThrowLong);
-  EXPECT_EQ(New(), 4);
+  EXPECT_EQ(New(), PXL_Err_NO_MEMORY);
   ASSERT_NE(provider_, nullptr);
   EXPECT_EQ(provider_->context, nullptr);
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
@@ -461,5 +466,5 @@ TEST_F(FailingOperation, OfBookingTheFileLosesTheFileAndNotTheRecord) {
 TEST_F(FailingOperation, WithAWideCodeGoesByItsLowHalf) {
   if (sizeof(long) == 4) GTEST_SKIP() << "long has no high half here";
   recorder_.Throw("Init", [] { throw static_cast<long>(0x100000000); });
-  EXPECT_EQ(New(), 0);
+  EXPECT_EQ(New(), PXL_Err_NONE);
 }

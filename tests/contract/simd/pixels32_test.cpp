@@ -1,3 +1,4 @@
+// Vector routines on pixels of 32 bits.
 #include "simd/pixels32.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// The processor's level and its caches.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -11,7 +12,7 @@ simd::Caches CachesOf(const std::vector<simd::Cache>& caches) {
   return simd::CachesOf(caches);
 }
 
-constexpr std::size_t KIB = 1024;
+constexpr std::size_t kKiB = 1024;
 
 }  // namespace
 
@@ -44,25 +45,25 @@ TEST(ProcessorLevels, HaveNames) {
 
 TEST(ProcessorCaches, AreOwnUpToTheSecondLevelAndSharedBeyond) {
   const simd::Caches caches =
-      CachesOf({{1, 48 * KIB, 2}, {2, 2048 * KIB, 2}, {3, 32768 * KIB, 16}});
-  EXPECT_EQ(caches.own, 2048 * KIB);
-  EXPECT_EQ(caches.shared, 2048 * KIB);
-  EXPECT_EQ(CachesOf({{2, 512 * KIB, 2}, {3, 32768 * KIB, 8}}).shared, 4096 * KIB);
+      CachesOf({{1, 48 * kKiB, 2}, {2, 2048 * kKiB, 2}, {3, 32768 * kKiB, 16}});
+  EXPECT_EQ(caches.own, 2048 * kKiB);
+  EXPECT_EQ(caches.shared, 2048 * kKiB);
+  EXPECT_EQ(CachesOf({{2, 512 * kKiB, 2}, {3, 32768 * kKiB, 8}}).shared, 4096 * kKiB);
 }
 
 TEST(ProcessorCaches, ShareNoLessThanACoreHas) {
-  const simd::Caches caches = CachesOf({{1, 32 * KIB, 1}, {2, 1024 * KIB, 4}});
-  EXPECT_EQ(caches.own, 1024 * KIB);
-  EXPECT_EQ(caches.shared, 1024 * KIB);
+  const simd::Caches caches = CachesOf({{1, 32 * kKiB, 1}, {2, 1024 * kKiB, 4}});
+  EXPECT_EQ(caches.own, 1024 * kKiB);
+  EXPECT_EQ(caches.shared, 1024 * kKiB);
 }
 
 TEST(ProcessorCaches, AreSmallWhereTheProcessorTellsNothing) {
-  EXPECT_EQ(CachesOf({}).own, 256 * KIB);
-  EXPECT_EQ(CachesOf({}).shared, 1024 * KIB);
+  EXPECT_EQ(CachesOf({}).own, 256 * kKiB);
+  EXPECT_EQ(CachesOf({}).shared, 1024 * kKiB);
 }
 
 TEST(ProcessorCaches, OfThisProcessorAreOfSomeSize) {
-  EXPECT_GE(simd::ProcessorCaches().own, 16 * KIB);
+  EXPECT_GE(simd::ProcessorCaches().own, 16 * kKiB);
   EXPECT_GE(simd::ProcessorCaches().shared, simd::ProcessorCaches().own);
 }
 

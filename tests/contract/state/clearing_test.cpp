@@ -1,3 +1,4 @@
+// Clearing of Worlds.
 #include <cstring>
 #include <numeric>
 #include <type_traits>
@@ -23,7 +24,7 @@ Bytes Copied(const void* from, std::size_t size) {
   return {bytes, bytes + size};
 }
 
-template <class Value>
+template <typename Value>
 Value At(const void* from, std::size_t index) {
   Value value;
   std::memcpy(&value, static_cast<const char*>(from) + index * sizeof value, sizeof value);
@@ -37,7 +38,7 @@ class Clearing : public BornModule {
     const PXL_PixelBuffer& pixels = Record(worldH).pixels;
     return Copied(pixels.frame, pixels.frameSize);
   }
-  // What the frame has to hold: nothing but the rows is filled.
+  // The expected frame: only the rows are filled.
   Bytes Expected(PXL_WorldHandle worldH, const Bytes& pattern) {
     const PXL_World& world = Record(worldH);
     Bytes bytes(world.pixels.frameSize, 0xA5);
@@ -48,15 +49,15 @@ class Clearing : public BornModule {
   }
 };
 
-constexpr auto PATTERN = std::int32_t{0x12345678};
-const Bytes PATTERN_BYTES = {0x78, 0x56, 0x34, 0x12};
+constexpr auto kPattern = std::int32_t{0x12345678};
+const Bytes kPatternBytes = {0x78, 0x56, 0x34, 0x12};
 
 }  // namespace
 
 TEST_F(Clearing, ClearsASingleWord) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(1, 1));
   Record(worldH).pixels.rowBytes = 4;
-  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), PXL_Err_NONE);
   EXPECT_EQ(At<std::uint32_t>(PXLp_GetPixBaseAddr(worldH), 0), 0U);
   EXPECT_EQ(At<std::uint32_t>(PXLp_GetPixBaseAddr(worldH), 1), 0xA5A5A5A5U);
 }
@@ -67,9 +68,9 @@ TEST_F(Clearing, CoversAllRowsWithTheirPaddingAndNothingElse) {
     PXL_WorldHandle worldH = NewWorld(depth, Sized(5, 3), PXL_Flag_NO_PLATFORM);
     const PXL_World before = Record(worldH);
     ASSERT_EQ(before.pixels.alignOffset, 11U);
-    EXPECT_EQ(PXL_ClearWorldToLong(worldH, PATTERN), 0);
-    EXPECT_EQ(FrameOf(worldH), Expected(worldH, PATTERN_BYTES));
-    EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+    EXPECT_EQ(PXL_ClearWorldToLong(worldH, kPattern), PXL_Err_NONE);
+    EXPECT_EQ(FrameOf(worldH), Expected(worldH, kPatternBytes));
+    EXPECT_EQ(PXL_ClearWorldToZeros(worldH), PXL_Err_NONE);
     EXPECT_EQ(FrameOf(worldH), Expected(worldH, {0, 0, 0, 0}));
     EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
     EXPECT_THAT(Log(), IsEmpty());
@@ -78,14 +79,14 @@ TEST_F(Clearing, CoversAllRowsWithTheirPaddingAndNothingElse) {
 
 TEST_F(Clearing, ToAValueOfZeroIsTheSameAsToZeros) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 3));
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 0), PXL_Err_NONE);
   EXPECT_EQ(FrameOf(worldH), Expected(worldH, {0, 0, 0, 0}));
 }
 
 TEST_F(Clearing, GivesAPixelOf32BitsTheValue) {
   PXL_WorldHandle worldH = NewWorld(32, Sized(5, 3), PXL_Flag_NO_PLATFORM);
   const auto value = static_cast<std::int32_t>(0xFF00FF00);
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, value), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, value), PXL_Err_NONE);
   const void* base = PXLp_GetPixBaseAddr(worldH);
   // Five pixels and three spare ones in each row.
   for (std::size_t i = 0; i < 8 * 3; ++i) EXPECT_EQ(At<std::int32_t>(base, i), value);
@@ -93,7 +94,7 @@ TEST_F(Clearing, GivesAPixelOf32BitsTheValue) {
 
 TEST_F(Clearing, GivesAPixelOf64BitsTheHalvesOfTheValueLowOneFirst) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 3));
-  PXL_ClearWorldToLong(worldH, PATTERN);
+  PXL_ClearWorldToLong(worldH, kPattern);
   const void* base = PXLp_GetPixBaseAddr(worldH);
   for (std::size_t i = 0; i < std::size_t{4} * 6 * 3; ++i) {
     EXPECT_EQ(At<std::uint16_t>(base, i), i % 2 == 0 ? 0x5678 : 0x1234);
@@ -109,9 +110,9 @@ TEST_F(Clearing, GivesAChannelOf128BitsThePatternOfTheValue) {
 
 TEST_F(Clearing, GivesFourPixelsOf8BitsTheBytesOfTheValueLowOneFirst) {
   PXL_WorldHandle worldH = NewWorld(8, Sized(20, 3));
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, PATTERN), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, kPattern), PXL_Err_NONE);
   const Bytes pixels = Copied(SurfacePixels(worldH), std::size_t{32} * 3);
-  for (std::size_t i = 0; i < pixels.size(); ++i) EXPECT_EQ(pixels[i], PATTERN_BYTES[i % 4]);
+  for (std::size_t i = 0; i < pixels.size(); ++i) EXPECT_EQ(pixels[i], kPatternBytes[i % 4]);
 }
 
 TEST_F(Clearing, AcceptsANegativeValue) {
@@ -126,13 +127,13 @@ TEST_F(Clearing, LeavesTheLastOneToThreeBytesOfTheWholeArea) {
     PXL_WorldHandle worldH = NewWorld(8, Sized(5, 3));
     ASSERT_EQ(Record(worldH).pixels.rowBytes, rowBytes);
     const std::size_t area = static_cast<std::size_t>(rowBytes) * 3;
-    for (const std::int32_t value : {PATTERN, 0}) {
+    for (const std::int32_t value : {kPattern, 0}) {
       void* base = SurfacePixels(worldH);
       std::memset(base, 0xA5, area);
       PXL_ClearWorldToLong(worldH, value);
       const Bytes pixels = Copied(base, area);
       for (std::size_t i = 0; i < area; ++i) {
-        const unsigned char filled = value == 0 ? 0 : PATTERN_BYTES[i % 4];
+        const unsigned char filled = value == 0 ? 0 : kPatternBytes[i % 4];
         EXPECT_EQ(pixels[i], i < area / 4 * 4 ? filled : 0xA5) << rowBytes << " at " << i;
       }
     }
@@ -143,7 +144,7 @@ TEST_F(Clearing, WritesAtAnyAddress) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 3));
   Bytes memory(200, 0xA5);
   Record(worldH).pixels.baseAddr = memory.data() + 1;
-  PXL_ClearWorldToLong(worldH, PATTERN);
+  PXL_ClearWorldToLong(worldH, kPattern);
   EXPECT_EQ(memory[0], 0xA5);
   EXPECT_EQ(memory[1], 0x78);
   EXPECT_EQ(memory[144], 0x12);
@@ -154,16 +155,16 @@ TEST_F(Clearing, GoesByTheCachedAddressWhenThereIsOne) {
   PXL_WorldHandle worldH = NewWorld(32, Sized(3, 2));
   std::vector<std::int32_t> elsewhere(8, 1);
   Record(worldH).pixels.baseAddr = elsewhere.data();
-  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), PXL_Err_NONE);
   EXPECT_THAT(elsewhere, ::testing::Each(0));
   EXPECT_THAT(Log(), IsEmpty());
 }
 
 TEST_F(Clearing, AsksAnUnlockedSurfaceForItsAddressAndLocksNothing) {
   PXL_WorldHandle worldH = NewWorld(32, Sized(3, 2));
-  for (const std::int32_t value : {PATTERN, 0}) {
+  for (const std::int32_t value : {kPattern, 0}) {
     ForgetLog();
-    EXPECT_EQ(PXL_ClearWorldToLong(worldH, value), 0);
+    EXPECT_EQ(PXL_ClearWorldToLong(worldH, value), PXL_Err_NONE);
     EXPECT_THAT(Log(), ElementsAre("GetPortPixMap(gworld1)", "GetPixBaseAddr(map of gworld1)"));
     EXPECT_EQ(At<std::int32_t>(SurfacePixels(worldH), 7), value);
   }
@@ -173,15 +174,15 @@ TEST_F(Clearing, ReachesThePixelsOfALockedProvider) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 3), PXL_Flag_DEFERRED);
   ScriptedProvider provider(worldH);
   PXL_LockPixels(0, worldH, nullptr);
-  PXL_ClearWorldToLong(worldH, PATTERN);
-  EXPECT_EQ(At<std::int32_t>(provider.Pixels(), 35), PATTERN);
+  PXL_ClearWorldToLong(worldH, kPattern);
+  EXPECT_EQ(At<std::int32_t>(provider.Pixels(), 35), kPattern);
   EXPECT_EQ(At<std::int32_t>(provider.Pixels(), 36), 0);
 }
 
 TEST_F(Clearing, DoesNotCheckTheWorld) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 3));
   Record(worldH).headMark = 0;
-  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), PXL_Err_NONE);
   EXPECT_EQ(FrameOf(worldH), Expected(worldH, {0, 0, 0, 0}));
   EXPECT_THAT(Log(), IsEmpty());
 }
@@ -189,19 +190,19 @@ TEST_F(Clearing, DoesNotCheckTheWorld) {
 TEST_F(Clearing, OfAWorldWithoutPixelsToAValueDoesNothing) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 3), PXL_Flag_DEFERRED);
   const PXL_World before = Record(worldH);
-  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 1), 0);
+  EXPECT_EQ(PXL_ClearWorldToLong(worldH, 1), PXL_Err_NONE);
   EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
 }
 
 TEST_F(Clearing, OfAWorldWithoutRowsToZerosDoesNothing) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 0));
-  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), PXL_Err_NONE);
   EXPECT_EQ(FrameOf(worldH), Bytes(20, 0xA5));
 }
 
 TEST_F(Clearing, OfAWorldWithoutRowsAndPixelsToZerosDoesNothing) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(5, 0), PXL_Flag_DEFERRED);
-  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), 0);
+  EXPECT_EQ(PXL_ClearWorldToZeros(worldH), PXL_Err_NONE);
 }
 
 TEST_F(Clearing, CountsMoreBytesThan32BitsHold) {

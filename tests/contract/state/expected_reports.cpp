@@ -1,3 +1,4 @@
+// The calls that a report makes.
 #include "tests/contract/state/expected_reports.h"
 
 #include "state/messages/Messages.h"

@@ -1,3 +1,4 @@
+// PXL_LockPixels and PXL_UnlockPixels.
 #include <type_traits>
 
 #include "tests/contract/state/expected_reports.h"
@@ -49,8 +50,8 @@ class LockWithoutPixels : public Locking {
 
 class LockOfADamagedWorld : public Locking {};
 
-const Calls UNBALANCED = {"K_ZLookupLStrCache(52, 0, 0)",
-                          R"(Kp_ReportErrString(0x70028, 8, "unbalanced unlock."))"};
+const Calls kUnbalanced = {"K_ZLookupLStrCache(52, 0, 0)",
+                           R"(Kp_ReportErrString(0x70028, 8, "unbalanced unlock."))"};
 
 }  // namespace
 
@@ -58,7 +59,7 @@ TEST_F(SurfaceLock, TheFirstLocksThePixelsAndReadsAddressAndStride) {
   void* pixels = SurfacePixels(worldH_);
   Record(worldH_).pixels.rowBytes = 1;
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("GetPortPixMap(gworld1)", "LockPixels(map of gworld1)",
                                  "GetPixBaseAddr(map of gworld1)"));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)),
@@ -72,7 +73,7 @@ TEST_F(SurfaceLock, StoresIntoARecordThatMovedDuringTheCalls) {
   void* pixels = SurfacePixels(worldH_);
   Record(worldH_).pixels.rowBytes = 1;
   MoveInEveryCall();
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 1);
   EXPECT_EQ(Record(worldH_).pixels.baseAddr, pixels);
   EXPECT_EQ(Record(worldH_).pixels.rowBytes, 48);
@@ -101,7 +102,7 @@ TEST_F(SurfaceLock, ANestedOneOnlyCounts) {
   ForgetLog();
   const PXL_World before = Record(worldH_);
   std::uint8_t purged = 9;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), ElementsAre("lockCount"));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 2);
@@ -109,7 +110,7 @@ TEST_F(SurfaceLock, ANestedOneOnlyCounts) {
 }
 
 TEST_F(SurfaceLock, IgnoresItsFirstArgument) {
-  EXPECT_EQ(PXL_LockPixels(0xFFFFFFFF, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0xFFFFFFFF, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 1);
 }
 
@@ -117,7 +118,7 @@ TEST_F(SurfaceLock, OfPurgedPixelsTellsACallerThatAsksAndLocksNothing) {
   const PXL_World before = Record(worldH_);
   recorder_.Fail("LockPixels");
   std::uint8_t purged = 9;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), PXL_Err_NONE);
   EXPECT_EQ(purged, 1);
   EXPECT_THAT(Log(), ElementsAre("GetPortPixMap(gworld1)", "LockPixels(map of gworld1)"));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
@@ -126,7 +127,7 @@ TEST_F(SurfaceLock, OfPurgedPixelsTellsACallerThatAsksAndLocksNothing) {
 TEST_F(SurfaceLock, OfPurgedPixelsIsReportedWhenNobodyAsks) {
   const PXL_World before = Record(worldH_);
   recorder_.Fail("LockPixels");
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0x701);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_PURGED);
   EXPECT_THAT(Log(), ElementsAre("GetPortPixMap(gworld1)", "LockPixels(map of gworld1)",
                                  "K_ZLookupLStrCache(28, 0, 0)",
                                  R"(Kp_ReportErrString(0x70033, 8, "pixel buffer purged!"))"));
@@ -136,7 +137,7 @@ TEST_F(SurfaceLock, OfPurgedPixelsIsReportedWhenNobodyAsks) {
 TEST_F(SurfaceLock, OfPurgedPixelsTakesTheCountBackInARecordThatMoved) {
   recorder_.Fail("LockPixels");
   MoveInEveryCall();
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0x701);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_PURGED);
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 0);
 }
 
@@ -183,21 +184,21 @@ TEST_F(SurfaceLock, TwoLocksAndTwoUnlocksTouchThePixelsOnceEach) {
 
 TEST_F(SurfaceLock, AnUnlockTooManyIsReportedAndLeavesTheCountNegative) {
   PXL_UnlockPixels(worldH_);
-  EXPECT_THAT(Log(), ElementsAreArray(UNBALANCED));
+  EXPECT_THAT(Log(), ElementsAreArray(kUnbalanced));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, -1);
   PXL_UnlockPixels(worldH_);
-  EXPECT_THAT(Log(), ElementsAreArray(Together({UNBALANCED, UNBALANCED})));
+  EXPECT_THAT(Log(), ElementsAreArray(Together({kUnbalanced, kUnbalanced})));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, -2);
 }
 
 TEST_F(SurfaceLock, AfterAnUnlockTooManyOnlyMakesUpForIt) {
   PXL_UnlockPixels(worldH_);
   ForgetLog();
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 0);
   EXPECT_EQ(Record(worldH_).pixels.baseAddr, nullptr);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("LockPixels"), 1);
   EXPECT_NE(Record(worldH_).pixels.baseAddr, nullptr);
 }
@@ -221,7 +222,7 @@ TEST_F(SurfaceLock, IsChosenByTheFlagWhateverItsValue) {
 
 TEST_F(SurfaceLock, IsNotChosenByTheSurfaceAlone) {
   Record(worldH_).hasGWorld = 0;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   PXL_UnlockPixels(worldH_);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 0);
@@ -231,7 +232,7 @@ TEST_F(FrameLock, TheFirstSetsTheAddressOfTheFirstPixel) {
   const PXL_World before = Record(worldH_);
   ASSERT_EQ(before.pixels.alignOffset, 11U);
   std::uint8_t purged = 9;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), PXL_Err_NONE);
   EXPECT_EQ(purged, 0);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), ElementsAre("lockCount", "baseAddr"));
@@ -243,7 +244,7 @@ TEST_F(FrameLock, ANestedOneOnlyCounts) {
   PXL_LockPixels(0, worldH_, nullptr);
   Record(worldH_).pixels.alignOffset = 3;
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), ElementsAre("lockCount"));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 2);
 }
@@ -263,16 +264,16 @@ TEST_F(FrameLock, OnlyTheLastUnlockClearsTheAddress) {
 
 TEST_F(FrameLock, AnUnlockTooManyIsReportedAndLeavesTheCountNegative) {
   PXL_UnlockPixels(worldH_);
-  EXPECT_THAT(Log(), ElementsAreArray(UNBALANCED));
+  EXPECT_THAT(Log(), ElementsAreArray(kUnbalanced));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, -1);
 }
 
 TEST_F(FrameLock, AfterAnUnlockTooManyOnlyMakesUpForIt) {
   PXL_UnlockPixels(worldH_);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 0);
   EXPECT_EQ(Record(worldH_).pixels.baseAddr, nullptr);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 1);
   EXPECT_NE(Record(worldH_).pixels.baseAddr, nullptr);
 }
@@ -288,7 +289,7 @@ TEST_F(FrameLock, DoesNotNeedTheFrameFlag) {
 TEST_F(ProviderLock, TheFirstMapsThePixelsAndSetsNoAddress) {
   const PXL_World before = Record(worldH_);
   std::uint8_t purged = 9;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), PXL_Err_NONE);
   EXPECT_EQ(purged, 0);
   EXPECT_THAT(Log(), ElementsAre("mapPixels(the World's frame)"));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), ElementsAre("lockCount", "frame"));
@@ -298,7 +299,7 @@ TEST_F(ProviderLock, TheFirstMapsThePixelsAndSetsNoAddress) {
 
 TEST_F(ProviderLock, ComesBeforeAFrameThatIsThereAlready) {
   Record(worldH_).pixels.frame = provider_.Pixels();
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("mapPixels(the World's frame)"));
   EXPECT_EQ(Record(worldH_).pixels.baseAddr, nullptr);
 }
@@ -324,7 +325,7 @@ TEST_F(ProviderLock, ANestedOneOnlyCounts) {
   PXL_LockPixels(0, worldH_, nullptr);
   ForgetLog();
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), ElementsAre("lockCount"));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 2);
@@ -335,7 +336,7 @@ TEST_F(ProviderLock, ANestedOneWithoutFrameCountsAndLacksMemory) {
   PXL_LockPixels(0, worldH_, nullptr);
   ForgetLog();
   std::uint8_t purged = 9;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), 4);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), PXL_Err_NO_MEMORY);
   EXPECT_EQ(purged, 0);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 2);
@@ -343,7 +344,7 @@ TEST_F(ProviderLock, ANestedOneWithoutFrameCountsAndLacksMemory) {
 
 TEST_F(ProviderLock, OnANegativeCountMapsNothing) {
   Record(worldH_).pixels.lockCount = -1;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 4);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 0);
 }
@@ -392,7 +393,7 @@ TEST_F(ProviderLock, WhoseMappingFailedIsNeverUnlocked) {
 TEST_F(ProviderLock, WhoseMappingFailedButLeftAFrameIsUnlockedAndUnmapped) {
   provider_.mapStatus = 4;
   provider_.mapsAnyway = true;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 4);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NO_MEMORY);
   EXPECT_EQ(Record(worldH_).pixels.frame, provider_.Pixels());
   ForgetLog();
   PXL_UnlockPixels(worldH_);
@@ -403,14 +404,14 @@ TEST_F(ProviderLock, WhoseMappingFailedButLeftAFrameIsUnlockedAndUnmapped) {
 TEST_F(ProviderLock, AnUnlockTooManyOfMappedPixelsIsReportedAndUnmapsNothing) {
   Record(worldH_).pixels.frame = provider_.Pixels();
   PXL_UnlockPixels(worldH_);
-  EXPECT_THAT(Log(), ElementsAreArray(UNBALANCED));
+  EXPECT_THAT(Log(), ElementsAreArray(kUnbalanced));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, -1);
 }
 
 TEST_F(Locking, MapsAFileAtTheFirstLockAndUnmapsItAtTheLastUnlock) {
   PXL_WorldHandle worldH = NewWorld(64, PXL_Flag_DEFERRED | PXL_Flag_MAPPED);
-  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
-  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
+  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(Record(worldH).pixels.frame), "view");
   EXPECT_EQ(Record(worldH).pixels.baseAddr, nullptr);
   PXL_UnlockPixels(worldH);
@@ -425,9 +426,9 @@ TEST_F(Locking, MapsAFileAtTheFirstLockAndUnmapsItAtTheLastUnlock) {
 TEST_F(LockWithoutPixels, DoesNothing) {
   const PXL_World before = Record(worldH_);
   std::uint8_t purged = 9;
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, &purged), PXL_Err_NONE);
   EXPECT_EQ(purged, 0);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
@@ -442,7 +443,7 @@ TEST_F(LockWithoutPixels, IsNothingToUnlock) {
 TEST_F(LockWithoutPixels, ReportsACountThatIsNegativeAtEveryUnlock) {
   Record(worldH_).pixels.lockCount = -1;
   PXL_UnlockPixels(worldH_);
-  EXPECT_THAT(Log(), ElementsAreArray(UNBALANCED));
+  EXPECT_THAT(Log(), ElementsAreArray(kUnbalanced));
   EXPECT_EQ(Record(worldH_).pixels.lockCount, -1);
 }
 
@@ -451,7 +452,7 @@ TEST_F(LockOfADamagedWorld, IsRefusedWithoutAWordAboutPurging) {
   Record(worldH).tailMark = 0;
   const PXL_World before = Record(worldH);
   std::uint8_t purged = 9;
-  EXPECT_EQ(PXL_LockPixels(0, worldH, &purged), 2);
+  EXPECT_EQ(PXL_LockPixels(0, worldH, &purged), PXL_Err_INVALID);
   EXPECT_EQ(purged, 9);
   EXPECT_THAT(Log(), ElementsAreArray(DamagedWorldReport("0x70033")));
   EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
@@ -469,7 +470,7 @@ TEST_F(LockOfADamagedWorld, GoesOnWhenTheReportSaysSo) {
   PXL_WorldHandle worldH = NewWorld(32);
   Record(worldH).headMark = 0;
   recorder_.script.quexErrString = [](std::int32_t) { return 0; };
-  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH).pixels.lockCount, 1);
   PXL_UnlockPixels(worldH);
   EXPECT_EQ(Record(worldH).pixels.lockCount, 0);

@@ -1,3 +1,4 @@
+// Reloading of purged pixels.
 #include "state/reload.h"
 
 #include "tests/contract/state/expected_reports.h"
@@ -22,7 +23,7 @@ class ReloadOfAFrame : public BornModule {
  protected:
   ReloadOfAFrame() {
     recorder_.script.purgeRounds = 0;
-    // Values that nobody would compute, so that a change shows.
+    // Values that no computation yields, so that a change shows.
     Record(worldH_).pixels.frameSize = 1000;
     Record(worldH_).pixels.rowBytes = 77;
     Record(worldH_).pixels.alignOffset = 3;
@@ -34,32 +35,32 @@ class ReloadOfAFrame : public BornModule {
   std::uint8_t loaded_ = 9;
 };
 
-const Calls UPDATE = {"QDE_ForceBitmapCreationBitfields(1, 0, 0)",
-                      "UpdateGWorld(gworld1, 32, {0, 0, 4, 10}, null, 0, 0)",
-                      "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
-const Calls STRANGE_CHANGE = {
+const Calls kUpdate = {"QDE_ForceBitmapCreationBitfields(1, 0, 0)",
+                       "UpdateGWorld(gworld1, 32, {0, 0, 4, 10}, null, 0, 0)",
+                       "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
+const Calls kStrangeChange = {
     "K_ZLookupLStrCache(31, 0, 0)",
     R"(Kp_ReportErrString(0x70034, 8, "strange change in pixel buffer."))"};
 // The rows of 10 pixels of 8 bytes, four of them, and the spare 20 bytes.
-const Calls ALLOCATION = {"K_PurgeLoop(340, 1)", "malloc(340)"};
+const Calls kAllocation = {"K_PurgeLoop(340, 1)", "malloc(340)"};
 
 }  // namespace
 
 TEST_F(ReloadOfASurface, UpdatesItInPlaceAndWritesNoField) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 1);
-  EXPECT_THAT(Log(), ElementsAreArray(UPDATE));
+  EXPECT_THAT(Log(), ElementsAreArray(kUpdate));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(ReloadOfASurface, NeedsNoFlag) {
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), PXL_Err_NONE);
 }
 
 TEST_F(ReloadOfASurface, PassesTheDepthOfTheRecord) {
   Record(worldH_).depth = 8;
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld"}),
               ElementsAre("UpdateGWorld(gworld1, 8, {0, 0, 4, 10}, null, 0, 0)"));
 }
@@ -69,7 +70,7 @@ TEST_F(ReloadOfASurface, IsRefusedWhileItIsLocked) {
     Record(worldH_).pixels.lockCount = count;
     const PXL_World before = Record(worldH_);
     ForgetLog();
-    EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 3);
+    EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_REFUSED);
     EXPECT_EQ(loaded_, 9);
     EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(30, 0, 0)",
                                    R"(Kp_ReportErrString(0x70034, 8, )"
@@ -81,53 +82,53 @@ TEST_F(ReloadOfASurface, IsRefusedWhileItIsLocked) {
 TEST_F(ReloadOfASurface, ThatHasMovedIsReportedTwiceAndKeepsTheOldOne) {
   recorder_.script.updateReplacesSurface = true;
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 1);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_FAILED);
   EXPECT_EQ(loaded_, 9);
   EXPECT_THAT(Log(),
-              ElementsAreArray(Together({UPDATE, STRANGE_CHANGE, BufferReport("0x70034", 1)})));
+              ElementsAreArray(Together({kUpdate, kStrangeChange, BufferReport("0x70034", 1)})));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(ReloadOfASurface, ThatHasMovedComesBeforeTheErrorOfTheUpdate) {
   recorder_.script.updateReplacesSurface = true;
-  recorder_.script.updateGWorldError = -108;
+  recorder_.script.updateGWorldError = kLayerMemoryFull;
   recorder_.FailAlways("UpdateGWorld");
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 1);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_FAILED);
   EXPECT_EQ(loaded_, 9);
   EXPECT_THAT(Log(),
-              ElementsAreArray(Together({UPDATE,
+              ElementsAreArray(Together({kUpdate,
                                          {"GetPortPixMap(gworld2)", "K_PurgeHandlesAndCompact()"},
-                                         STRANGE_CHANGE,
+                                         kStrangeChange,
                                          BufferReport("0x70034", 1)})));
   EXPECT_EQ(recorder_.NameOf(Record(worldH_).gworld), "gworld1");
 }
 
 TEST_F(ReloadOfASurface, ComparesWithARecordThatMovedDuringTheUpdate) {
   MoveInEveryCall();
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("Kp_ReportErrString"), 0);
 }
 
 TEST_F(ReloadOfASurface, ReportsTheDepthOfARecordThatMoved) {
   MoveInEveryCall();
-  recorder_.script.updateGWorldError = -108;
+  recorder_.script.updateGWorldError = kLayerMemoryFull;
   recorder_.FailAlways("UpdateGWorld");
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), -108);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), kLayerMemoryFull);
   const Calls report = ShortageReport("0x70034", 10, 4, 8);
   EXPECT_EQ(Log().back(), report.back());
 }
 
 TEST_F(ReloadOfASurface, TakesNoNoticeOfTheFlagsOfAnUpdate) {
   recorder_.script.updateGWorldFlags = 0x7FFFFFFF;
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 1);
 }
 
 TEST_F(ReloadOfAFrame, FreesTheOldOneFirstAndKeepsTheGeometryAsStored) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 1);
-  EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"}, ALLOCATION})));
+  EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"}, kAllocation})));
   EXPECT_EQ(Frame(), "heap2");
   // The new block may lie where the old one was.
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), Each("frame"));
@@ -138,48 +139,48 @@ TEST_F(ReloadOfAFrame, HasNoneWhileItAsksForTheNewOne) {
   recorder_.OnCall([&](const std::string& name) {
     if (name == "K_PurgeLoop") frames.push_back(Record(worldH_).pixels.frame);
   });
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_THAT(frames, ElementsAre(nullptr));
 }
 
 TEST_F(ReloadOfAFrame, FreesByTheStoredSize) {
   Record(worldH_).pixels.frameSize = 300 * 1024 + 1;
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(Log()[0], "K_FreeRecycledPtr(heap1)");
 }
 
 TEST_F(ReloadOfAFrame, GetsOneWhereNoneWas) {
   PXL_WorldHandle worldH = NewWorld(64, {10, 20, 14, 30}, PXL_Flag_DEFERRED);
-  EXPECT_EQ(PXLp_ReloadPixels(worldH, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 1);
-  EXPECT_THAT(Log(), ElementsAreArray(ALLOCATION));
+  EXPECT_THAT(Log(), ElementsAreArray(kAllocation));
   EXPECT_NE(Record(worldH).pixels.frame, nullptr);
 }
 
 TEST_F(ReloadOfAFrame, NeedsNoFlag) {
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Frame(), "heap2");
 }
 
 TEST_F(ReloadOfAFrame, ComputesItsSizeFromTheBounds) {
   SetBounds({0, 0, 6, 2});
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"malloc"}), ElementsAre("malloc(116)"));
 }
 
 TEST_F(ReloadOfAFrame, IsQuietWhenMemoryIsShortAndTheCallerAsks) {
   recorder_.FailAlways("malloc");
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 0);
-  EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"}, ALLOCATION})));
+  EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"}, kAllocation})));
   EXPECT_EQ(Frame(), "null");
 }
 
 TEST_F(ReloadOfAFrame, ReportsThatMemoryIsShortWhenNobodyAsks) {
   recorder_.FailAlways("malloc");
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), 4);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), ElementsAreArray(Together(
-                         {{"free(heap1)"}, ALLOCATION, ShortageReport("0x70034", 10, 4, 16)})));
+                         {{"free(heap1)"}, kAllocation, ShortageReport("0x70034", 10, 4, 16)})));
   EXPECT_EQ(Frame(), "null");
 }
 
@@ -193,12 +194,12 @@ TEST_F(ReloadOfAFrame, KeepsABlockThatComesWithAnError) {
   EXPECT_EQ(loaded_, 9);
   EXPECT_EQ(Frame(), "heap2");
   EXPECT_THAT(Log(), ElementsAreArray(
-                         Together({{"free(heap1)"}, ALLOCATION, BufferReport("0x70034", 55)})));
+                         Together({{"free(heap1)"}, kAllocation, BufferReport("0x70034", 55)})));
 }
 
 TEST_F(ReloadOfAFrame, WhoseRowsAreTooLongIsReportedTwice) {
   SetBounds({0, 0, 4, 32767});
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 3);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_REFUSED);
   EXPECT_EQ(loaded_, 9);
   EXPECT_THAT(Log(), ElementsAreArray(Together(
                          {{"free(heap1)", "K_ZLookupLStrCache(29, 0, 0)",
@@ -212,7 +213,7 @@ TEST_F(ReloadOfAFrame, ThatIsTooLargeIsReportedTwiceTheSecondTimeByItsRows) {
   // them it does not.
   Record(worldH_).depth = 32;
   SetBounds({-32755, 0, 32755, 8193});
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), 4);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"},
                                                 LimitReport("0x70035", 8193, 65510, 8, "2.0"),
                                                 LimitReport("0x70034", 8193, 65510, 8, "2.0")})));
@@ -223,7 +224,7 @@ TEST_F(ReloadOfAFrame, OfNoWidthAndNegativeHeightIsReportedAsAShortageTwice) {
   // second report is that of the rectangle, 0.
   Record(worldH_).depth = 32;
   SetBounds({5, 0, 0, 0});
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), 4);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, nullptr), PXL_Err_NO_MEMORY);
   EXPECT_THAT(recorder_.LogOf({"K_ReportError"}),
               ElementsAre(StartsWith("K_ReportError(0x70035, 8, u\"Unable to allocate enough"),
                           StartsWith("K_ReportError(0x70034, 8, u\"Unable to allocate enough")));
@@ -232,14 +233,14 @@ TEST_F(ReloadOfAFrame, OfNoWidthAndNegativeHeightIsReportedAsAShortageTwice) {
 TEST_F(ReloadOfAFrame, ThatIsTooLargeIsReportedOnceToACallerThatAsks) {
   Record(worldH_).depth = 32;
   SetBounds({-32755, 0, 32755, 8193});
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(loaded_, 0);
   EXPECT_EQ(recorder_.Count("K_ReportError"), 1);
 }
 
 TEST_F(ReloadOfAFrame, IsRefusedWhileItIsLocked) {
   Record(worldH_).pixels.lockCount = 1;
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 3);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_REFUSED);
   EXPECT_EQ(loaded_, 9);
   EXPECT_EQ(Frame(), "heap1");
   EXPECT_EQ(recorder_.Count("free"), 0);
@@ -247,6 +248,6 @@ TEST_F(ReloadOfAFrame, IsRefusedWhileItIsLocked) {
 
 TEST_F(ReloadOfAFrame, StoresIntoARecordThatMovesInEveryCall) {
   MoveInEveryCall();
-  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), 0);
+  EXPECT_EQ(PXLp_ReloadPixels(worldH_, &loaded_), PXL_Err_NONE);
   EXPECT_EQ(Frame(), "heap2");
 }

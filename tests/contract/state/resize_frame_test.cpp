@@ -1,3 +1,4 @@
+// Re-sizing of a frame.
 #include "state/resize_frame.h"
 
 #include "tests/contract/state/expected_reports.h"
@@ -21,12 +22,12 @@ class ResizedFrame : public BornModule {
     return PXLp_ResizeFrame(depth, &rect, worldH_);
   }
   [[nodiscard]] std::string Frame() { return recorder_.NameOf(Record(worldH_).pixels.frame); }
-  // What an error leaves as it was: all but the block and the size beside it.
+  // After an error all fields but the block and its size are unchanged.
   void ExpectOldGeometry(const PXL_World& before) {
     EXPECT_THAT(ChangedFields(before, Record(worldH_)), Each(AnyOf("frame", "frameSize", "flags")));
   }
-  // The purge loop gives this code after the first `attempts` attempts, whether
-  // they brought a block or not; later ones work.
+  // The purge loop returns this code after the first `attempts` attempts, even if
+  // they allocated a block; later loops work.
   void PurgeLoopGives(std::int32_t code, int attempts = 1) {
     recorder_.script.purgeLoop = [code, attempts, this](std::uint64_t, K_PurgeAttempt attempt,
                                                         void* context) {
@@ -41,29 +42,29 @@ class ResizedFrame : public BornModule {
 };
 
 // Rows of 10 pixels of 8 bytes, four of them, and the spare 20 bytes.
-constexpr std::uint64_t OLD_SIZE = 340;
+constexpr std::uint64_t kOldSize = 340;
 // The frame that the tests ask for: six rows of two pixels.
-constexpr Rect NEW = {1, 2, 7, 4};
-constexpr std::uint64_t NEW_SIZE = 116;
+constexpr Rect kNew = {1, 2, 7, 4};
+constexpr std::uint64_t kNewSize = 116;
 
-const Calls OLD_REQUEST = {"K_PurgeLoop(340, 1)", "malloc(340)"};
-const Calls NEW_REQUEST = {"K_PurgeLoop(116, 1)", "malloc(116)"};
-const Calls BEEPS = {"K_Beep()", "K_Beep()"};
-const Calls DEPTH_REPORT = {
+const Calls kOldRequest = {"K_PurgeLoop(340, 1)", "malloc(340)"};
+const Calls kNewRequest = {"K_PurgeLoop(116, 1)", "malloc(116)"};
+const Calls kBeeps = {"K_Beep()", "K_Beep()"};
+const Calls kDepthReport = {
     "K_ZLookupLStrCache(24, 0, 0)",
     R"(Kp_ReportErrString(0x70036, 8, "can#{rsquo}t change world depth."))"};
 
 }  // namespace
 
 TEST_F(ResizedFrame, IsFreedBeforeTheNewOneIsRequested) {
-  EXPECT_EQ(Resize(NEW), 0);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAreArray(Together(
-                         {{"free(heap1)"}, NEW_REQUEST, {"MacOffsetRect({1, 2, 7, 4}, -2, -1)"}})));
+                         {{"free(heap1)"}, kNewRequest, {"MacOffsetRect({1, 2, 7, 4}, -2, -1)"}})));
 }
 
 TEST_F(ResizedFrame, TakesOverTheNewGeometryFromTheOrigin) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize(NEW), 0);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NONE);
   const PXL_World& world = Record(worldH_);
   EXPECT_THAT(ChangedFields(before, world),
               Each(AnyOf("width", "height", "bounds", "frame", "frameSize", "rowBytes")));
@@ -72,13 +73,13 @@ TEST_F(ResizedFrame, TakesOverTheNewGeometryFromTheOrigin) {
   EXPECT_EQ(world.width, 2);
   EXPECT_EQ(world.height, 6);
   EXPECT_EQ(world.depth, 64);
-  EXPECT_EQ(world.pixels.frameSize, NEW_SIZE);
+  EXPECT_EQ(world.pixels.frameSize, kNewSize);
   EXPECT_EQ(world.pixels.rowBytes, 16);
 }
 
 TEST_F(ResizedFrame, IsAlignedAnew) {
   recorder_.script.blockOffset = 6;
-  EXPECT_EQ(Resize(NEW), 0);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH_).pixels.alignOffset, 10U);
 }
 
@@ -87,42 +88,42 @@ TEST_F(ResizedFrame, HasNoBlockWhileTheNewOneIsRequested) {
   recorder_.OnCall([&](const std::string& name) {
     if (name == "K_PurgeLoop") frames.push_back(Record(worldH_).pixels.frame);
   });
-  EXPECT_EQ(Resize(NEW), 0);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NONE);
   EXPECT_THAT(frames, ElementsAre(nullptr));
 }
 
 TEST_F(ResizedFrame, KeepsNoneOfItsPixels) {
-  std::memset(Record(worldH_).pixels.frame, 0x11, OLD_SIZE);
-  EXPECT_EQ(Resize(NEW), 0);
+  std::memset(Record(worldH_).pixels.frame, 0x11, kOldSize);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NONE);
   EXPECT_EQ(*static_cast<unsigned char*>(Record(worldH_).pixels.frame), 0xA5);
 }
 
 TEST_F(ResizedFrame, StoresIntoARecordThatMovesInEveryCall) {
   MoveInEveryCall();
-  EXPECT_EQ(Resize(NEW), 0);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NONE);
   EXPECT_EQ(Frame(), "heap2");
-  EXPECT_EQ(Record(worldH_).pixels.frameSize, NEW_SIZE);
+  EXPECT_EQ(Record(worldH_).pixels.frameSize, kNewSize);
   EXPECT_EQ(Record(worldH_).width, 2);
   EXPECT_EQ(Record(worldH_).pixels.rowBytes, 16);
 }
 
 TEST_F(ResizedFrame, OfTheSameSizeStaysWhereverItsOrigin) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize({0, 0, 4, 10}), 0);
-  EXPECT_EQ(Resize({-100, 7, -96, 17}), 0);
+  EXPECT_EQ(Resize({0, 0, 4, 10}), PXL_Err_NONE);
+  EXPECT_EQ(Resize({-100, 7, -96, 17}), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(ResizedFrame, OfAnotherWidthOrHeightAloneIsNew) {
-  EXPECT_EQ(Resize(Sized(11, 4)), 0);
+  EXPECT_EQ(Resize(Sized(11, 4)), PXL_Err_NONE);
   EXPECT_EQ(Frame(), "heap2");
-  EXPECT_EQ(Resize(Sized(11, 5)), 0);
+  EXPECT_EQ(Resize(Sized(11, 5)), PXL_Err_NONE);
   EXPECT_EQ(Frame(), "heap3");
 }
 
 TEST_F(ResizedFrame, OfWidthAndHeightExchangedIsNew) {
-  EXPECT_EQ(Resize(Sized(4, 10)), 0);
+  EXPECT_EQ(Resize(Sized(4, 10)), PXL_Err_NONE);
   EXPECT_EQ(Frame(), "heap2");
 }
 
@@ -130,23 +131,23 @@ TEST_F(ResizedFrame, NeverChangesItsDepth) {
   const PXL_World before = Record(worldH_);
   for (const std::int32_t depth : {32, 128, -64, 64 + 0x10000}) {
     ForgetLog();
-    EXPECT_EQ(Resize(NEW, depth), 3);
-    EXPECT_THAT(Log(), ElementsAreArray(DEPTH_REPORT));
+    EXPECT_EQ(Resize(kNew, depth), PXL_Err_REFUSED);
+    EXPECT_THAT(Log(), ElementsAreArray(kDepthReport));
   }
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(ResizedFrame, NeverChangesItsDepthThoughTheSizeStays) {
-  EXPECT_EQ(Resize(Sized(10, 4), 128), 3);
-  EXPECT_THAT(Log(), ElementsAreArray(DEPTH_REPORT));
+  EXPECT_EQ(Resize(Sized(10, 4), 128), PXL_Err_REFUSED);
+  EXPECT_THAT(Log(), ElementsAreArray(kDepthReport));
 }
 
 TEST_F(ResizedFrame, ThatDoesNotExistStaysAsItIsAtAnyDepthAndSize) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(10, 4), PXL_Flag_DEFERRED);
   const PXL_World before = Record(worldH);
   const Rect tooLarge = Sized(32767, 4);
-  EXPECT_EQ(PXLp_ResizeFrame(128, &NEW, worldH), 0);
-  EXPECT_EQ(PXLp_ResizeFrame(64, &tooLarge, worldH), 0);
+  EXPECT_EQ(PXLp_ResizeFrame(128, &kNew, worldH), PXL_Err_NONE);
+  EXPECT_EQ(PXLp_ResizeFrame(64, &tooLarge, worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
 }
@@ -155,13 +156,13 @@ TEST_F(ResizedFrame, OfAProviderStaysWhileItIsNotMapped) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(10, 4), PXL_Flag_DEFERRED);
   const ScriptedProvider provider(worldH);
   const PXL_World before = Record(worldH);
-  EXPECT_EQ(PXL_UpdateWorld(0, &NEW, 0, nullptr, worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, &kNew, 0, nullptr, worldH), PXL_Err_NONE);
   EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
 }
 
 TEST_F(ResizedFrame, WithRowsTooLongIsRefusedByTheGeometryRule) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize(Sized(32767, 4)), 3);
+  EXPECT_EQ(Resize(Sized(32767, 4)), PXL_Err_REFUSED);
   EXPECT_THAT(Log(),
               ElementsAre("K_ZLookupLStrCache(29, 0, 0)",
                           R"(Kp_ReportError(0x70035, 8 error 0 "row size too large (262144)."))"));
@@ -170,14 +171,14 @@ TEST_F(ResizedFrame, WithRowsTooLongIsRefusedByTheGeometryRule) {
 
 TEST_F(ResizedFrame, OfANegativeHeightIsRefusedByTheGeometryRule) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize({5, 0, 4, 10}), 4);
+  EXPECT_EQ(Resize({5, 0, 4, 10}), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), ElementsAreArray(LimitReport("0x70035", 10, -1, 16, "-0.0")));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(ResizedFrame, ThatIsTooLargeIsRefusedByTheGeometryRule) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize({-16384, 0, 16383, 32766}), 4);
+  EXPECT_EQ(Resize({-16384, 0, 16383, 32766}), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), ElementsAreArray(LimitReport("0x70035", 32766, 32767, 16, "8.0")));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
@@ -185,13 +186,13 @@ TEST_F(ResizedFrame, ThatIsTooLargeIsRefusedByTheGeometryRule) {
 TEST_F(ResizedFrame, FallsBackToTheOldSizeWhenTheNewOneCannotBeHad) {
   recorder_.Fail("malloc");
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize(NEW), 4);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NO_MEMORY);
   EXPECT_THAT(
       Log(),
       ElementsAreArray(Together(
-          {{"free(heap1)"}, NEW_REQUEST, ShortageReport("0x70036", 2, 6, 16), OLD_REQUEST})));
+          {{"free(heap1)"}, kNewRequest, ShortageReport("0x70036", 2, 6, 16), kOldRequest})));
   EXPECT_EQ(Frame(), "heap2");
-  EXPECT_EQ(Record(worldH_).pixels.frameSize, NEW_SIZE);
+  EXPECT_EQ(Record(worldH_).pixels.frameSize, kNewSize);
   EXPECT_EQ(Record(worldH_).flags, before.flags);
   ExpectOldGeometry(before);
 }
@@ -200,49 +201,49 @@ TEST_F(ResizedFrame, DoesNotAlignABlockOfTheOldSizeAnew) {
   Record(worldH_).pixels.alignOffset = 3;
   recorder_.script.blockOffset = 6;
   recorder_.Fail("malloc");
-  EXPECT_EQ(Resize(NEW), 4);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NO_MEMORY);
   EXPECT_EQ(Record(worldH_).pixels.alignOffset, 3U);
 }
 
 TEST_F(ResizedFrame, FallsBackInARecordThatMovesInEveryCall) {
   recorder_.Fail("malloc");
   MoveInEveryCall();
-  EXPECT_EQ(Resize(NEW), 4);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NO_MEMORY);
   EXPECT_EQ(Frame(), "heap2");
-  EXPECT_EQ(Record(worldH_).pixels.frameSize, NEW_SIZE);
+  EXPECT_EQ(Record(worldH_).pixels.frameSize, kNewSize);
 }
 
 TEST_F(ResizedFrame, IsLostWithTwoBeepsWhenNeitherSizeCanBeHad) {
   recorder_.FailAlways("malloc");
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize(NEW), 4);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"},
-                                                NEW_REQUEST,
+                                                kNewRequest,
                                                 ShortageReport("0x70036", 2, 6, 16),
-                                                OLD_REQUEST,
-                                                BEEPS})));
+                                                kOldRequest,
+                                                kBeeps})));
   EXPECT_EQ(Frame(), "null");
   EXPECT_EQ(Record(worldH_).flags, before.flags | 0x20U);
-  EXPECT_EQ(Record(worldH_).pixels.frameSize, NEW_SIZE);
+  EXPECT_EQ(Record(worldH_).pixels.frameSize, kNewSize);
   ExpectOldGeometry(before);
 }
 
 TEST_F(ResizedFrame, IsMarkedLostInARecordThatMovesInEveryCall) {
   recorder_.FailAlways("malloc");
   MoveInEveryCall();
-  EXPECT_EQ(Resize(NEW), 4);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NO_MEMORY);
   EXPECT_EQ(Record(worldH_).flags & 0x20U, 0x20U);
   EXPECT_EQ(Frame(), "null");
 }
 
 TEST_F(ResizedFrame, OnceLostCannotBeLockedAndNeverComesBack) {
   recorder_.FailAlways("malloc");
-  Resize(NEW);
+  Resize(kNew);
   ForgetLog();
   const PXL_World lost = Record(worldH_);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(PXLp_GetPixBaseAddr(worldH_), nullptr);
-  EXPECT_EQ(PXL_UpdateWorld(0, &NEW, 0, nullptr, worldH_), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, &kNew, 0, nullptr, worldH_), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("TickCount()"));
   EXPECT_THAT(ChangedFields(lost, Record(worldH_)), IsEmpty());
 }
@@ -253,17 +254,17 @@ TEST_F(ResizedFrame, GivesTheErrorOfTheFirstRequestThoughTheSecondFailsToo) {
     attempt(context, &done);
     return ++loops_ == 1 ? 55 : 66;
   };
-  EXPECT_EQ(Resize(NEW), 55);
+  EXPECT_EQ(Resize(kNew), 55);
   EXPECT_EQ(recorder_.Count("K_Beep"), 2);
 }
 
 TEST_F(ResizedFrame, TakesACodeForAnErrorThoughABlockCameWithItAndLosesTheBlock) {
   PurgeLoopGives(55);
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize(NEW), 55);
-  EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"}, NEW_REQUEST, OLD_REQUEST})));
+  EXPECT_EQ(Resize(kNew), 55);
+  EXPECT_THAT(Log(), ElementsAreArray(Together({{"free(heap1)"}, kNewRequest, kOldRequest})));
   EXPECT_EQ(Frame(), "heap3");
-  EXPECT_EQ(Record(worldH_).pixels.frameSize, NEW_SIZE);
+  EXPECT_EQ(Record(worldH_).pixels.frameSize, kNewSize);
   EXPECT_EQ(Record(worldH_).flags, before.flags);
   ExpectOldGeometry(before);
   PXL_DisposeWorld(worldH_);
@@ -273,22 +274,22 @@ TEST_F(ResizedFrame, TakesACodeForAnErrorThoughABlockCameWithItAndLosesTheBlock)
 TEST_F(ResizedFrame, KeepsABlockOfTheOldSizeThatCameWithACodeAndCountsItAsLost) {
   PurgeLoopGives(55, 2);
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Resize(NEW), 55);
+  EXPECT_EQ(Resize(kNew), 55);
   EXPECT_THAT(Log(),
-              ElementsAreArray(Together({{"free(heap1)"}, NEW_REQUEST, OLD_REQUEST, BEEPS})));
+              ElementsAreArray(Together({{"free(heap1)"}, kNewRequest, kOldRequest, kBeeps})));
   EXPECT_EQ(Frame(), "heap3");
   EXPECT_EQ(Record(worldH_).flags, before.flags | 0x20U);
 }
 
 TEST_F(ResizedFrame, LosesNoMemoryWhenItWorks) {
-  EXPECT_EQ(Resize(NEW), 0);
+  EXPECT_EQ(Resize(kNew), PXL_Err_NONE);
   PXL_DisposeWorld(worldH_);
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
 }
 
 TEST_F(ResizedFrame, LosesNoMemoryWhenItFallsBack) {
   recorder_.Fail("malloc");
-  Resize(NEW);
+  Resize(kNew);
   PXL_DisposeWorld(worldH_);
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
 }
@@ -296,7 +297,7 @@ TEST_F(ResizedFrame, LosesNoMemoryWhenItFallsBack) {
 TEST_F(ResizedFrame, IsFreedByTheStoredSizeThoughItsBlockIsOfTheOtherKind) {
   recorder_.Fail("K_AllocateRecycledPtr");
   const Rect large = Sized(300, 200);
-  EXPECT_EQ(Resize(large), 4);
+  EXPECT_EQ(Resize(large), PXL_Err_NO_MEMORY);
   EXPECT_EQ(Frame(), "heap2");
   EXPECT_GT(Record(worldH_).pixels.frameSize, 300U * 1024);
   ForgetLog();
@@ -308,10 +309,10 @@ TEST_F(ResizedFrame, IsFreedByTheStoredSizeThoughItsBlockIsOfTheOtherKind) {
 
 TEST_F(ResizedFrame, PassesTheStoredSizeToTheNextFreeAndTheNextFallBack) {
   recorder_.Fail("malloc");
-  Resize(NEW);
+  Resize(kNew);
   recorder_.Fail("malloc");
   ForgetLog();
-  EXPECT_EQ(Resize(Sized(3, 3)), 4);
+  EXPECT_EQ(Resize(Sized(3, 3)), PXL_Err_NO_MEMORY);
   EXPECT_THAT(recorder_.LogOf({"free", "malloc"}),
               ElementsAre("free(heap2)", "malloc(116)", "malloc(116)"));
 }
@@ -321,7 +322,7 @@ TEST_F(ResizedFrame, GeometryIsStoredAsGivenButFromTheOrigin) {
   Record(worldH_).pixels.frame = reinterpret_cast<void*>(std::uintptr_t{0x1001});
   const PXL_World before = Record(worldH_);
   const Rect rect = {-5, 7, 15, 37};
-  EXPECT_EQ(PXLp_SetWorldGeometry(&rect, 0x12345, 128, worldH_), 0);
+  EXPECT_EQ(PXLp_SetWorldGeometry(&rect, 0x12345, 128, worldH_), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("MacOffsetRect({-5, 7, 15, 37}, -7, 5)"));
   const PXL_World& world = Record(worldH_);
   EXPECT_THAT(ChangedFields(before, world),

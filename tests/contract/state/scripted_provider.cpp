@@ -1,3 +1,4 @@
+// A provider of pixels whose answers a test chooses.
 #include "tests/contract/state/scripted_provider.h"
 
 #include "platform/record_access.h"

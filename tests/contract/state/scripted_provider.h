@@ -1,4 +1,4 @@
-// A pixel provider that logs its calls and does as it is told.
+// A pixel provider that logs its calls and returns what a test sets.
 #ifndef TESTS_CONTRACT_STATE_SCRIPTED_PROVIDER_H
 #define TESTS_CONTRACT_STATE_SCRIPTED_PROVIDER_H
 
@@ -16,8 +16,8 @@ class ScriptedProvider {
 
   void* Pixels() { return pixels_.data(); }
 
-  // What the operations give. A failing map operation leaves no frame, unless
-  // it is told to.
+  // The results of the operations. A failing map operation leaves no frame unless
+  // a test sets one.
   std::int32_t mapStatus = 0;
   std::int32_t unmapStatus = 0;
   bool mapsAnyway = false;

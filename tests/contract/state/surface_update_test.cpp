@@ -1,3 +1,4 @@
+// Updates of a surface by the drawing layer.
 #include "state/surface_update.h"
 
 #include "tests/contract/state/expected_reports.h"
@@ -31,40 +32,42 @@ class SurfaceUpdate : public BornModule {
   Rect rect_ = {1, 2, 21, 32};
 };
 
-const Calls UPDATE = {"QDE_ForceBitmapCreationBitfields(1, 0, 0)",
-                      "UpdateGWorld(gworld1, 32, {1, 2, 21, 32}, null, 0, 0)",
-                      "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
+const Calls kUpdate = {"QDE_ForceBitmapCreationBitfields(1, 0, 0)",
+                       "UpdateGWorld(gworld1, 32, {1, 2, 21, 32}, null, 0, 0)",
+                       "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
 
 }  // namespace
 
 TEST_F(SurfaceUpdate, ForcesBitmapsForOneCall) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(Update(), 0);
-  EXPECT_THAT(Log(), ElementsAreArray(UPDATE));
+  EXPECT_EQ(Update(), PXL_Err_NONE);
+  EXPECT_THAT(Log(), ElementsAreArray(kUpdate));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(SurfaceUpdate, HandsDepthAndDeviceOn) {
   auto* device = reinterpret_cast<void*>(std::uintptr_t{0x1234567890});
-  EXPECT_EQ(PXLp_UpdatePlatformSurface(worldH_, &surface_, -8, &rect_, device, &rect_), 0);
+  EXPECT_EQ(PXLp_UpdatePlatformSurface(worldH_, &surface_, -8, &rect_, device, &rect_),
+            PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld"}),
               ElementsAre("UpdateGWorld(gworld1, -8, {1, 2, 21, 32}, null, 78187493520, 0)"));
 }
 
 TEST_F(SurfaceUpdate, LooksAtNoWorld) {
-  EXPECT_EQ(PXLp_UpdatePlatformSurface(nullptr, &surface_, 32, &rect_, nullptr, nullptr), 0);
+  EXPECT_EQ(PXLp_UpdatePlatformSurface(nullptr, &surface_, 32, &rect_, nullptr, nullptr),
+            PXL_Err_NONE);
 }
 
 TEST_F(SurfaceUpdate, UpdatesTheVariableInPlace) {
   recorder_.script.updateReplacesSurface = true;
-  EXPECT_EQ(Update(), 0);
+  EXPECT_EQ(Update(), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(surface_), "gworld2");
 }
 
 TEST_F(SurfaceUpdate, DropsTheFlagsOfASuccess) {
   recorder_.script.updateGWorldFlags = 0x7FFFFFFF;
-  EXPECT_EQ(Update(), 0);
-  EXPECT_THAT(Log(), ElementsAreArray(UPDATE));
+  EXPECT_EQ(Update(), PXL_Err_NONE);
+  EXPECT_THAT(Log(), ElementsAreArray(kUpdate));
 }
 
 TEST_F(SurfaceUpdate, TakesTheTopBitForAnError) {
@@ -73,34 +76,34 @@ TEST_F(SurfaceUpdate, TakesTheTopBitForAnError) {
 }
 
 TEST_F(SurfaceUpdate, ThatFailsLeavesPixelsThatAreThere) {
-  FailWith(-50);
+  FailWith(kLayerError);
   void* pixels = MapOf(surface_).baseAddr;
-  EXPECT_EQ(Update(), -50);
-  EXPECT_THAT(Log(), ElementsAreArray(Together({UPDATE, {"GetPortPixMap(gworld1)"}})));
+  EXPECT_EQ(Update(), kLayerError);
+  EXPECT_THAT(Log(), ElementsAreArray(Together({kUpdate, {"GetPortPixMap(gworld1)"}})));
   EXPECT_EQ(MapOf(surface_).baseAddr, pixels);
 }
 
 TEST_F(SurfaceUpdate, ThatFailsAndLosesThePixelsMakesThemLookPurged) {
-  FailWith(-50);
+  FailWith(kLayerError);
   recorder_.script.updateLosesPixels = true;
-  EXPECT_EQ(Update(), -50);
-  EXPECT_THAT(Log(),
-              ElementsAreArray(Together({UPDATE, {"GetPortPixMap(gworld1)", "NewEmptyHandle()"}})));
+  EXPECT_EQ(Update(), kLayerError);
+  EXPECT_THAT(
+      Log(), ElementsAreArray(Together({kUpdate, {"GetPortPixMap(gworld1)", "NewEmptyHandle()"}})));
   EXPECT_EQ(recorder_.NameOf(MapOf(surface_).baseAddr), "empty handle");
 }
 
 TEST_F(SurfaceUpdate, ThatSucceedsNeverLooksAtThePixels) {
   recorder_.script.updateReplacesSurface = true;
   recorder_.script.updateLosesPixels = true;
-  EXPECT_EQ(Update(), 0);
+  EXPECT_EQ(Update(), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("NewEmptyHandle"), 0);
 }
 
 TEST_F(SurfaceUpdate, ThatFailsLooksAtTheSurfaceThatReplacedTheOther) {
-  FailWith(-50);
+  FailWith(kLayerError);
   recorder_.script.updateReplacesSurface = true;
   recorder_.script.updateLosesPixels = true;
-  EXPECT_EQ(Update(), -50);
+  EXPECT_EQ(Update(), kLayerError);
   EXPECT_EQ(recorder_.NameOf(surface_), "gworld2");
   EXPECT_EQ(Log()[3], "GetPortPixMap(gworld2)");
   EXPECT_EQ(recorder_.NameOf(MapOf(surface_).baseAddr), "empty handle");
@@ -108,13 +111,12 @@ TEST_F(SurfaceUpdate, ThatFailsLooksAtTheSurfaceThatReplacedTheOther) {
 }
 
 TEST_F(SurfaceUpdate, FreesMemoryLastWhenItIsShort) {
-  FailWith(-108);
+  FailWith(kLayerMemoryFull);
   recorder_.script.updateLosesPixels = true;
-  EXPECT_EQ(Update(), -108);
-  EXPECT_THAT(
-      Log(),
-      ElementsAreArray(Together(
-          {UPDATE, {"GetPortPixMap(gworld1)", "NewEmptyHandle()", "K_PurgeHandlesAndCompact()"}})));
+  EXPECT_EQ(Update(), kLayerMemoryFull);
+  EXPECT_THAT(Log(), ElementsAreArray(Together({kUpdate,
+                                                {"GetPortPixMap(gworld1)", "NewEmptyHandle()",
+                                                 "K_PurgeHandlesAndCompact()"}})));
 }
 
 TEST_F(SurfaceUpdate, FreesNoMemoryForAnyOtherError) {
@@ -126,16 +128,16 @@ TEST_F(SurfaceUpdate, FreesNoMemoryForAnyOtherError) {
 }
 
 TEST_F(SurfaceUpdate, ReportsNothing) {
-  FailWith(-108);
+  FailWith(kLayerMemoryFull);
   Update();
   EXPECT_EQ(recorder_.Count("K_ReportError"), 0);
   EXPECT_EQ(recorder_.Count("Kp_ReportError"), 0);
 }
 
 TEST_F(SurfaceUpdate, StoresNoHandleWhenNoneCanBeHad) {
-  FailWith(-108);
+  FailWith(kLayerMemoryFull);
   recorder_.script.updateLosesPixels = true;
   recorder_.Fail("NewEmptyHandle");
-  EXPECT_EQ(Update(), -108);
+  EXPECT_EQ(Update(), kLayerMemoryFull);
   EXPECT_EQ(MapOf(surface_).baseAddr, nullptr);
 }

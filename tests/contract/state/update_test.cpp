@@ -1,3 +1,4 @@
+// PXL_UpdateWorld.
 #include <type_traits>
 
 #include "tests/contract/state/expected_reports.h"
@@ -54,16 +55,16 @@ Calls Updating(const std::string& arguments) {
           "UpdateGWorld(" + arguments + ")", "QDE_ForceBitmapCreationBitfields(0, 0, 0)"};
 }
 
-const Calls LOCKED_REPORT = {
+const Calls kLockedReport = {
     "K_ZLookupLStrCache(37, 0, 0)",
     R"(Kp_ReportErrString(0x7001A, 8, "can#{rsquo}t refresh a locked pixel buffer."))"};
 
 }  // namespace
 
 TEST_F(UpdateOfASurface, ThatFailsForMemoryComputesItsSizeWithoutPadding) {
-  FailWith(-108);
+  FailWith(kLayerMemoryFull);
   const Rect largest = {-32768, -32768, 32767, 32767};
-  EXPECT_EQ(PXL_UpdateWorld(8, &largest, 0, nullptr, worldH_), -108);
+  EXPECT_EQ(PXL_UpdateWorld(8, &largest, 0, nullptr, worldH_), kLayerMemoryFull);
   EXPECT_THAT(recorder_.LogOf({"K_ReportError"}),
               ElementsAre(HasSubstr("size 65535 x 65535 @ 2 bpc (4.0 GB)")));
 }
@@ -72,7 +73,7 @@ TEST_F(UpdateOfASurface, UpdatesItAndMovesTheBoundsToTheOrigin) {
   recorder_.script.surfaceDepth = 8;
   recorder_.script.surfaceRowBytes = 0x4000 | 0x123;
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(UpdateTo(worldH_, 32, &bounds_), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 32, &bounds_), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAreArray(Together(
                          {Updating("gworld1, 32, {5, -6, 25, 24}, null, 0, 0"),
                           {"GetGWorldDevice(gworld1)", "MacOffsetRect({5, -6, 25, 24}, 6, -5)",
@@ -90,7 +91,7 @@ TEST_F(UpdateOfASurface, UpdatesItAndMovesTheBoundsToTheOrigin) {
 
 TEST_F(UpdateOfASurface, TakesOverASurfaceThatReplacedTheOther) {
   recorder_.script.updateReplacesSurface = true;
-  EXPECT_EQ(UpdateTo(worldH_, 32, &bounds_), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 32, &bounds_), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(Record(worldH_).gworld), "gworld2");
   EXPECT_EQ(recorder_.NameOf(Record(worldH_).gdevice), "device of gworld2");
   EXPECT_THAT(recorder_.LogOf({"GetGWorldDevice", "GetPortPixMap"}),
@@ -99,7 +100,7 @@ TEST_F(UpdateOfASurface, TakesOverASurfaceThatReplacedTheOther) {
 
 TEST_F(UpdateOfASurface, StoresIntoARecordThatMovesInEveryCall) {
   MoveInEveryCall();
-  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds_), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds_), PXL_Err_NONE);
   const PXL_World& world = Record(worldH_);
   EXPECT_EQ(world.bounds, (Rect{0, 0, 20, 30}));
   EXPECT_EQ(world.width, 30);
@@ -110,7 +111,7 @@ TEST_F(UpdateOfASurface, StoresIntoARecordThatMovesInEveryCall) {
 
 TEST_F(UpdateOfASurface, KeepsSizeAndDepthWhenNoneAreGiven) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld", "MacOffsetRect"}),
               ElementsAre("UpdateGWorld(gworld1, 32, {0, 0, 4, 10}, null, 0, 0)",
                           "MacOffsetRect({0, 0, 4, 10}, 0, 0)"));
@@ -121,21 +122,21 @@ TEST_F(UpdateOfASurface, KeepsSizeAndDepthWhenNoneAreGiven) {
 TEST_F(UpdateOfASurface, ReadsTheKeptDepthAsASignedNumber) {
   Record(worldH_).depth = -32;
   recorder_.script.surfaceDepth = 32;
-  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld"}),
               ElementsAre("UpdateGWorld(gworld1, -32, {0, 0, 4, 10}, null, 0, 0)"));
 }
 
 TEST_F(UpdateOfASurface, HandsANegativeDepthOn) {
-  FailWith(-50);
+  FailWith(kLayerError);
   UpdateTo(worldH_, -8, nullptr);
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld"}),
               ElementsAre("UpdateGWorld(gworld1, -8, {0, 0, 4, 10}, null, 0, 0)"));
 }
 
 TEST_F(UpdateOfASurface, HandsTheSurfaceArgumentOnWithItsSign) {
-  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, -2, &bounds_, worldH_), 0);
-  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0x7FFFFFFF, nullptr, worldH_), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, -2, &bounds_, worldH_), PXL_Err_NONE);
+  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0x7FFFFFFF, nullptr, worldH_), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld"}),
               ElementsAre("UpdateGWorld(gworld1, 32, {0, 0, 4, 10}, null, -2, 0)",
                           "UpdateGWorld(gworld1, 32, {0, 0, 4, 10}, null, 2147483647, 0)"));
@@ -143,27 +144,27 @@ TEST_F(UpdateOfASurface, HandsTheSurfaceArgumentOnWithItsSign) {
 
 TEST_F(UpdateOfASurface, MovesTheFarthestCornerByWrapping) {
   const Rect far = {-32768, -32768, -32760, -32758};
-  EXPECT_EQ(UpdateTo(worldH_, 0, &far), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, &far), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"MacOffsetRect"}),
               ElementsAre("MacOffsetRect({-32768, -32768, -32760, -32758}, -32768, -32768)"));
   EXPECT_EQ(Record(worldH_).bounds, Sized(10, 8));
 }
 
 TEST_F(UpdateOfASurface, ThatFailsIsReportedAndChangesNothing) {
-  FailWith(-50);
+  FailWith(kLayerError);
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(UpdateTo(worldH_, 8, &bounds_), -50);
+  EXPECT_EQ(UpdateTo(worldH_, 8, &bounds_), kLayerError);
   EXPECT_THAT(Log(), ElementsAreArray(Together({Updating("gworld1, 8, {5, -6, 25, 24}, null, 0, 0"),
                                                 {"GetPortPixMap(gworld1)"},
-                                                BufferReport("0x7001A", -50)})));
+                                                BufferReport("0x7001A", kLayerError)})));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(UpdateOfASurface, ThatRunsOutOfMemorySaysSo) {
-  FailWith(-108);
+  FailWith(kLayerMemoryFull);
   recorder_.script.updateLosesPixels = true;
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(UpdateTo(worldH_, 8, &bounds_), -108);
+  EXPECT_EQ(UpdateTo(worldH_, 8, &bounds_), kLayerMemoryFull);
   EXPECT_THAT(Log(), ElementsAreArray(Together({Updating("gworld1, 8, {5, -6, 25, 24}, null, 0, 0"),
                                                 {"GetPortPixMap(gworld1)", "NewEmptyHandle()",
                                                  "K_PurgeHandlesAndCompact()"},
@@ -172,10 +173,10 @@ TEST_F(UpdateOfASurface, ThatRunsOutOfMemorySaysSo) {
 }
 
 TEST_F(UpdateOfASurface, ThatFailsKeepsTheOldOneThoughItWasReplaced) {
-  FailWith(-50);
+  FailWith(kLayerError);
   recorder_.script.updateReplacesSurface = true;
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds_), -50);
+  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds_), kLayerError);
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
@@ -185,7 +186,7 @@ TEST_F(UpdateOfASurface, SavesNeitherPortNorDevice) {
 }
 
 TEST_F(UpdateOfASurface, LeavesItUnlocked) {
-  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds_), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds_), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH_).pixels.lockCount, 0);
   EXPECT_EQ(Record(worldH_).pixels.baseAddr, nullptr);
   EXPECT_EQ(recorder_.Count("LockPixels"), 0);
@@ -199,7 +200,7 @@ TEST_F(UpdateOfASurface, LosesNoMemory) {
 
 TEST_F(UpdateOfAFrame, ReadsTheTicksAndResizesIt) {
   const Rect bounds = {1, 2, 7, 4};
-  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("TickCount()", "free(heap1)", "K_PurgeLoop(116, 1)", "malloc(116)",
                                  "MacOffsetRect({1, 2, 7, 4}, -2, -1)"));
   EXPECT_EQ(Record(worldH_).bounds, Sized(2, 6));
@@ -207,34 +208,34 @@ TEST_F(UpdateOfAFrame, ReadsTheTicksAndResizesIt) {
 
 TEST_F(UpdateOfAFrame, WithoutSizeAndDepthChangesNothing) {
   const PXL_World before = Record(worldH_);
-  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("TickCount()"));
   EXPECT_THAT(ChangedFields(before, Record(worldH_)), IsEmpty());
 }
 
 TEST_F(UpdateOfAFrame, TakesTheKeptSizeFromWidthAndHeight) {
   Record(worldH_).bounds = {0, 0, 99, 99};
-  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("TickCount()"));
 }
 
 TEST_F(UpdateOfAFrame, RefusesANegativeDepth) {
   PXL_WorldHandle worldH = NewWorld(32, Sized(10, 4), PXL_Flag_NO_PLATFORM);
-  EXPECT_EQ(UpdateTo(worldH, -32, nullptr), 3);
+  EXPECT_EQ(UpdateTo(worldH, -32, nullptr), PXL_Err_REFUSED);
   EXPECT_THAT(Log(),
               ElementsAre("TickCount()", "K_ZLookupLStrCache(24, 0, 0)",
                           R"(Kp_ReportErrString(0x70036, 8, "can#{rsquo}t change world depth."))"));
 }
 
 TEST_F(UpdateOfAFrame, AcceptsItsOwnDepth) {
-  EXPECT_EQ(UpdateTo(worldH_, 64, nullptr), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 64, nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("TickCount()"));
 }
 
 TEST_F(UpdateOfAFrame, IsChosenByTheSurfaceFlagAlone) {
   Record(worldH_).hasFrame = 0;
   const Rect bounds = Sized(2, 6);
-  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds), 0);
+  EXPECT_EQ(UpdateTo(worldH_, 0, &bounds), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH_).width, 2);
 }
 
@@ -245,8 +246,8 @@ TEST_F(UpdateOfALockedWorld, IsRefusedAfterReadingTheTicks) {
       Record(worldH).pixels.lockCount = count;
       const PXL_World before = Record(worldH);
       const Rect bounds = Sized(2, 6);
-      EXPECT_EQ(UpdateTo(worldH, 0, &bounds), 3);
-      EXPECT_THAT(Log(), ElementsAreArray(Together({LOCKED_REPORT, {"TickCount()"}})));
+      EXPECT_EQ(UpdateTo(worldH, 0, &bounds), PXL_Err_REFUSED);
+      EXPECT_THAT(Log(), ElementsAreArray(Together({kLockedReport, {"TickCount()"}})));
       EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
     }
   }
@@ -255,7 +256,7 @@ TEST_F(UpdateOfALockedWorld, IsRefusedAfterReadingTheTicks) {
 TEST_F(UpdateOfALockedWorld, IsRefusedAfterAnUnlockTooMany) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(10, 4));
   PXL_UnlockPixels(worldH);
-  EXPECT_EQ(UpdateTo(worldH, 0, nullptr), 3);
+  EXPECT_EQ(UpdateTo(worldH, 0, nullptr), PXL_Err_REFUSED);
 }
 
 TEST_F(UpdateOfADamagedWorld, IsRefusedAfterReadingTheTicks) {
@@ -263,7 +264,7 @@ TEST_F(UpdateOfADamagedWorld, IsRefusedAfterReadingTheTicks) {
   Record(worldH).tailMark = 1;
   const PXL_World before = Record(worldH);
   const Rect bounds = Sized(2, 6);
-  EXPECT_EQ(UpdateTo(worldH, 0, &bounds), 2);
+  EXPECT_EQ(UpdateTo(worldH, 0, &bounds), PXL_Err_INVALID);
   EXPECT_THAT(Log(), ElementsAreArray(Together({DamagedWorldReport("0x7001A"), {"TickCount()"}})));
   EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
 }
@@ -272,7 +273,7 @@ TEST_F(UpdateOfADamagedWorld, IsNotReportedAsLockedToo) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(10, 4));
   Record(worldH).headMark = 0;
   Record(worldH).pixels.lockCount = 1;
-  EXPECT_EQ(UpdateTo(worldH, 0, nullptr), 2);
+  EXPECT_EQ(UpdateTo(worldH, 0, nullptr), PXL_Err_INVALID);
   EXPECT_THAT(Log(), ElementsAreArray(Together({DamagedWorldReport("0x7001A"), {"TickCount()"}})));
 }
 
@@ -288,8 +289,8 @@ TEST_F(UpdateOfADamagedWorld, GoesOnToTheLockWhenTheReportSaysSo) {
   Record(worldH).headMark = 0;
   Record(worldH).pixels.lockCount = 1;
   recorder_.script.quexErrString = [](std::int32_t) { return 0; };
-  EXPECT_EQ(UpdateTo(worldH, 0, nullptr), 3);
+  EXPECT_EQ(UpdateTo(worldH, 0, nullptr), PXL_Err_REFUSED);
   EXPECT_THAT(
       Log(),
-      ElementsAreArray(Together({DamagedWorldReport("0x7001A"), LOCKED_REPORT, {"TickCount()"}})));
+      ElementsAreArray(Together({DamagedWorldReport("0x7001A"), kLockedReport, {"TickCount()"}})));
 }

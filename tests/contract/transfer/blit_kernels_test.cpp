@@ -24,7 +24,7 @@ void NoteStreaming(const void* source, void* destination, std::size_t channels) 
   theStreamingCalls.push_back({source, destination, channels});
 }
 
-constexpr PXLp_KernelPair NOTING = {NoteCaching, NoteStreaming};
+constexpr PXLp_KernelPair kNoting = {NoteCaching, NoteStreaming};
 
 // One of the four conversions, which alone is replaced.
 struct Conversion {
@@ -39,7 +39,7 @@ class BlitKernels : public Contract, public ::testing::WithParamInterface<Conver
     BeBorn();
     theCachingCalls.clear();
     theStreamingCalls.clear();
-    PXLp_kernels.*GetParam().kernels = NOTING;
+    PXLp_kernels.*GetParam().kernels = kNoting;
   }
 
   static void Blit(int width, int height) {
@@ -47,7 +47,8 @@ class BlitKernels : public Contract, public ::testing::WithParamInterface<Conver
     BareWorld destinationWorld(GetParam().to, width, height);
     Image source(sourceWorld.Handle(), 0);
     Image destination(destinationWorld.Handle(), 0);
-    ASSERT_EQ(PXL_Blit(sourceWorld.Handle(), destinationWorld.Handle(), nullptr, nullptr, 0), 0);
+    ASSERT_EQ(PXL_Blit(sourceWorld.Handle(), destinationWorld.Handle(), nullptr, nullptr, 0),
+              PXL_Err_NONE);
     for (const auto* calls : {&theCachingCalls, &theStreamingCalls}) {
       for (std::size_t y = 0; y < calls->size(); ++y) {
         EXPECT_EQ((*calls)[y].source, source.Row(y));
@@ -58,15 +59,15 @@ class BlitKernels : public Contract, public ::testing::WithParamInterface<Conver
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(AllConversions, BlitKernels,
-                         ::testing::Values(Conversion{32, 64, &PXLp_KernelSet::from8to16},
-                                           Conversion{32, 128, &PXLp_KernelSet::from8toF},
-                                           Conversion{64, 32, &PXLp_KernelSet::from16to8},
-                                           Conversion{128, 32, &PXLp_KernelSet::fromFto8}),
-                         [](const auto& conversion) {
-                           return std::to_string(conversion.param.from) + "To" +
-                                  std::to_string(conversion.param.to);
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    AllConversions, BlitKernels,
+    ::testing::Values(Conversion{.from = 32, .to = 64, .kernels = &PXLp_KernelSet::from8to16},
+                      Conversion{.from = 32, .to = 128, .kernels = &PXLp_KernelSet::from8toF},
+                      Conversion{.from = 64, .to = 32, .kernels = &PXLp_KernelSet::from16to8},
+                      Conversion{.from = 128, .to = 32, .kernels = &PXLp_KernelSet::fromFto8}),
+    [](const auto& conversion) {
+      return std::to_string(conversion.param.from) + "To" + std::to_string(conversion.param.to);
+    });
 
 TEST_P(BlitKernels, StoreSmallWorldsThroughTheCaches) {
   Blit(7, 3);

@@ -13,7 +13,8 @@ struct Pair {
   std::int32_t from;
   std::int32_t to;
 };
-constexpr Pair PAIRS[] = {{128, 128}, {128, 32}, {64, 64}, {64, 32}, {32, 64}, {32, 128}, {32, 32}};
+constexpr Pair kPairs[] = {{128, 128}, {128, 32}, {64, 64}, {64, 32},
+                           {32, 64},   {32, 128}, {32, 32}};
 
 std::size_t ChannelBytes(std::int32_t depth) {
   return static_cast<std::size_t>(depth / 32);
@@ -36,7 +37,10 @@ struct Layout {
   std::size_t offset = 0;
   bool upsideDown = false;
 };
-constexpr Layout LAYOUTS[] = {{0, 0, false}, {3, 1, false}, {5, 2, true}, {16, 15, true}};
+constexpr Layout kLayouts[] = {{},
+                               {.padding = 3, .offset = 1},
+                               {.padding = 5, .offset = 2, .upsideDown = true},
+                               {.padding = 16, .offset = 15, .upsideDown = true}};
 
 std::int32_t PaddingOf(const Layout& layout, std::int32_t depth) {
   return static_cast<std::int32_t>(layout.padding * ChannelBytes(depth));
@@ -61,7 +65,7 @@ void ExpectPlainRows(Pair pair, Size size, const Layout& from, const Layout& to)
   const Bytes expected =
       destination.With([&](std::size_t y) { return PlainRow(source.Row(y), channels, pair); });
 
-  EXPECT_EQ(PXLp_Blit64(sourceWorld.Handle(), destinationWorld.Handle()), 0);
+  EXPECT_EQ(PXLp_Blit64(sourceWorld.Handle(), destinationWorld.Handle()), PXL_Err_NONE);
 
   // Not EXPECT_EQ, which would print megabytes.
   EXPECT_TRUE(destination.memory == expected)
@@ -94,7 +98,7 @@ void ExpectRowsMoved(std::int32_t depth, Size size, std::ptrdiff_t shift) {
   destination.pixels.baseAddr = &memory[room] + distance;
   source.pixels.rowBytes = destination.pixels.rowBytes = static_cast<std::int32_t>(row);
 
-  EXPECT_EQ(PXLp_Blit64(sourceWorld.Handle(), destinationWorld.Handle()), 0);
+  EXPECT_EQ(PXLp_Blit64(sourceWorld.Handle(), destinationWorld.Handle()), PXL_Err_NONE);
 
   EXPECT_TRUE(memory == expected) << depth << " bits, " << size.width << " x " << size.height
                                   << ", moved by " << shift;
@@ -123,11 +127,11 @@ Size TooLargeForTheCaches(Pair pair, int width) {
 }  // namespace
 
 TEST_P(BlitOfLevel, ConvertsRowsOfEveryWidthAndNothingAround) {
-  for (const Pair pair : PAIRS) {
+  for (const Pair pair : kPairs) {
     for (const int width : {1, 2, 3, 5, 8, 17, 33, 64, 129}) {
       for (const int height : {0, 1, 3}) {
-        for (const Layout& from : LAYOUTS) {
-          for (const Layout& to : LAYOUTS) ExpectPlainRows(pair, {width, height}, from, to);
+        for (const Layout& from : kLayouts) {
+          for (const Layout& to : kLayouts) ExpectPlainRows(pair, {width, height}, from, to);
         }
       }
     }
@@ -135,11 +139,11 @@ TEST_P(BlitOfLevel, ConvertsRowsOfEveryWidthAndNothingAround) {
 }
 
 TEST_P(BlitOfLevel, ConvertsWhatExceedsTheCaches) {
-  for (const Pair pair : PAIRS) {
+  for (const Pair pair : kPairs) {
     for (const int width : {129, 1025}) {
       const Size size = TooLargeForTheCaches(pair, width);
-      ExpectPlainRows(pair, size, LAYOUTS[0], LAYOUTS[1]);
-      ExpectPlainRows(pair, size, LAYOUTS[2], LAYOUTS[3]);
+      ExpectPlainRows(pair, size, kLayouts[0], kLayouts[1]);
+      ExpectPlainRows(pair, size, kLayouts[2], kLayouts[3]);
     }
   }
 }
@@ -179,7 +183,7 @@ TEST_F(BornModule, BlitsZerosBeforeTheFirstBirthHoweverWideTheRows) {
       source.Fill();
       const Bytes expected =
           destination.With([&](std::size_t) { return Bytes(destination.RowSize()); });
-      EXPECT_EQ(PXLp_Blit64(sourceWorld.Handle(), destinationWorld.Handle()), 0);
+      EXPECT_EQ(PXLp_Blit64(sourceWorld.Handle(), destinationWorld.Handle()), PXL_Err_NONE);
       EXPECT_TRUE(destination.memory == expected) << depth << " bits, " << size.width;
     }
   }

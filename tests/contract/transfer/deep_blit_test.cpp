@@ -1,3 +1,4 @@
+// Blits between Worlds of which one is deep.
 #include "transfer/deep_blit.h"
 
 #include <bit>
@@ -16,14 +17,14 @@ using ::testing::IsEmpty;
 
 namespace {
 
-template <class From>
+template <typename From>
 From At(const unsigned char* row, std::size_t i) {
   From value;
   std::memcpy(&value, row + i * sizeof value, sizeof value);
   return value;
 }
 
-template <class To>
+template <typename To>
 void Append(Bytes& bytes, To value) {
   const auto raw = std::bit_cast<std::array<unsigned char, sizeof(To)>>(value);
   bytes.insert(bytes.end(), raw.begin(), raw.end());
@@ -49,12 +50,12 @@ std::string Verification(const std::string& code, int line, const std::string& t
          "\")";
 }
 
-const std::string BAD_ACCESS =
+const std::string kBadAccess =
     Verification("0x703E7", 112, "bad pointer access in PXLp_WorldGetBaseAddrXY()");
 
 class DeepBlit : public BornModule {
  protected:
-  // Geometry alone; an Image gives it memory.
+  // Geometry alone; an Image supplies the memory.
   PXL_WorldHandle Deferred(std::int32_t depth, const Rect& rect) {
     return NewWorld(depth, rect, PXL_Flag_DEFERRED);
   }
@@ -98,7 +99,7 @@ TEST_P(DeepBlitOf, ConvertsTheRowsAndNothingAroundThem) {
       const PXL_World sourceRecord = Record(sourceH);
       const PXL_World destinationRecord = Record(destinationH);
 
-      EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), 0);
+      EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), PXL_Err_NONE);
 
       EXPECT_EQ(destination.memory, expected) << width << " x " << height;
       EXPECT_EQ(source.memory, sourceBefore);
@@ -111,7 +112,7 @@ TEST_P(DeepBlitOf, ConvertsTheRowsAndNothingAroundThem) {
 
 TEST_P(DeepBlitOf, OfWorldsWithoutRowsCopiesNothing) {
   const auto [from, to] = GetParam();
-  EXPECT_EQ(PXLp_Blit64(Deferred(from, Sized(5, 0)), Deferred(to, Sized(5, 0))), 0);
+  EXPECT_EQ(PXLp_Blit64(Deferred(from, Sized(5, 0)), Deferred(to, Sized(5, 0))), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -121,8 +122,8 @@ TEST_P(DeepBlitOf, OfRowsWithoutPixelsCopiesNothing) {
   PXL_WorldHandle destinationH = Deferred(to, Sized(0, 5));
   const Image source(sourceH, 16);
   const Image destination(destinationH, 16);
-  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), 0);
-  EXPECT_THAT(destination.memory, Each(UNTOUCHED));
+  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), PXL_Err_NONE);
+  EXPECT_THAT(destination.memory, Each(kUntouched));
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -132,7 +133,7 @@ TEST_P(DeepBlitOf, OfANegativeHeightCopiesNothing) {
   PXL_WorldHandle destination = Deferred(to, Sized(5, 2));
   Record(source).height = -2;
   Record(destination).height = -2;
-  EXPECT_EQ(PXLp_Blit64(source, destination), 0);
+  EXPECT_EQ(PXLp_Blit64(source, destination), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -144,8 +145,8 @@ TEST_P(DeepBlitOf, OfANegativeWidthCopiesNothing) {
   const Image destination(destinationH, 0);
   Record(sourceH).width = -2;
   Record(destinationH).width = -2;
-  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), 0);
-  EXPECT_THAT(destination.memory, Each(UNTOUCHED));
+  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), PXL_Err_NONE);
+  EXPECT_THAT(destination.memory, Each(kUntouched));
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -164,9 +165,9 @@ TEST_P(DeepBlitOf, OfDifferentSizesIsRefusedBeforeAnyRow) {
     PXL_WorldHandle destinationH = Deferred(to, size);
     Image source(sourceH, 0);
     Image destination(destinationH, 0);
-    EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), 3);
+    EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), PXL_Err_REFUSED);
     EXPECT_THAT(Log(), ElementsAre(report));
-    EXPECT_THAT(destination.memory, Each(UNTOUCHED));
+    EXPECT_THAT(destination.memory, Each(kUntouched));
     ForgetLog();
   }
 }
@@ -177,7 +178,7 @@ TEST_P(DeepBlitOf, ComparesSizesAndNotBounds) {
   PXL_WorldHandle destinationH = Deferred(to, {-7, 3, -5, 8});
   Image source(sourceH, 0);
   Image destination(destinationH, 0);
-  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), 0);
+  EXPECT_EQ(PXLp_Blit64(sourceH, destinationH), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -188,7 +189,7 @@ TEST_F(DeepBlit, IgnoresRectanglesAndMode) {
   Image destination(destinationH, 0);
   source.Fill();
   const Rect rect = {1, 1, 2, 2};
-  EXPECT_EQ(PXL_Blit(sourceH, destinationH, &rect, &rect, 999), 0);
+  EXPECT_EQ(PXL_Blit(sourceH, destinationH, &rect, &rect, 999), PXL_Err_NONE);
   for (std::size_t y = 0; y < 3; ++y) {
     EXPECT_EQ(std::memcmp(destination.Row(y), source.Row(y), 40), 0);
   }
@@ -212,8 +213,8 @@ TEST_F(DeepBlit, CallsNothingOfTheDrawingLayer) {
   PXL_LockPixels(0, shallowH, nullptr);
   PXL_LockPixels(0, deepH, nullptr);
   ForgetLog();
-  EXPECT_EQ(Blit(shallowH, deepH), 0);
-  EXPECT_EQ(Blit(deepH, shallowH), 0);
+  EXPECT_EQ(Blit(shallowH, deepH), PXL_Err_NONE);
+  EXPECT_EQ(Blit(deepH, shallowH), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_EQ(Record(shallowH).pixels.lockCount, 1);
 }
@@ -226,15 +227,15 @@ TEST_F(DeepBlit, OfAPairWithoutAPathIsReportedAndYetSucceeds) {
     Image source(sourceH, 0);
     Image destination(destinationH, 0);
     source.Fill();
-    EXPECT_EQ(Blit(sourceH, destinationH), 0);
+    EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
     EXPECT_THAT(Log(), ElementsAre(Verification(
                            "0x70042", 348, "unexpected bitdepth combination in PXLp_Blit64()")));
-    EXPECT_THAT(destination.memory, Each(UNTOUCHED)) << from << " to " << to;
+    EXPECT_THAT(destination.memory, Each(kUntouched)) << from << " to " << to;
   }
 }
 
 TEST_F(DeepBlit, OfAPairWithoutAPathIsNotRefusedForItsSize) {
-  EXPECT_EQ(Blit(Deferred(128, Sized(5, 2)), Deferred(64, Sized(1, 1))), 0);
+  EXPECT_EQ(Blit(Deferred(128, Sized(5, 2)), Deferred(64, Sized(1, 1))), PXL_Err_NONE);
   EXPECT_THAT(recorder_.log.size(), 1U);
 }
 
@@ -256,7 +257,7 @@ TEST_F(DeepBlit, TruncatesFloatsWherePixelsAreRounded) {
                             0.2F,
                             0.7F};
   std::memcpy(source.Row(0), channels, sizeof channels);
-  EXPECT_EQ(Blit(sourceH, destinationH), 0);
+  EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
   const Bytes row(destination.Row(0), destination.Row(0) + 12);
   EXPECT_THAT(row, ElementsAre(127, 255, 255, 0, 255, 0, 0, 0, 254, 25, 51, 178));
 }
@@ -268,7 +269,7 @@ TEST_F(DeepBlit, WrapsChannelsOf16BitsAboveFullScale) {
   Image destination(destinationH, 0);
   const std::uint16_t channels[] = {32768, 65535, 33000, 32833};
   std::memcpy(source.Row(0), channels, sizeof channels);
-  EXPECT_EQ(Blit(sourceH, destinationH), 0);
+  EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
   const Bytes row(destination.Row(0), destination.Row(0) + 4);
   EXPECT_THAT(row, ElementsAre(255, 254, 1, 0));
 }
@@ -282,8 +283,8 @@ TEST_F(DeepBlit, ReadsTheTablesThatBirthBuilt) {
   Image real(realH, 0);
   const Bytes pixel = {0, 1, 254, 255};
   std::copy(pixel.begin(), pixel.end(), source.Row(0));
-  EXPECT_EQ(Blit(sourceH, sixteenH), 0);
-  EXPECT_EQ(Blit(sourceH, realH), 0);
+  EXPECT_EQ(Blit(sourceH, sixteenH), PXL_Err_NONE);
+  EXPECT_EQ(Blit(sourceH, realH), PXL_Err_NONE);
   EXPECT_EQ(At<std::uint16_t>(sixteen.Row(0), 2), 32640);
   EXPECT_EQ(At<float>(real.Row(0), 2), 0.9960784316062927F);
 }
@@ -303,8 +304,8 @@ TEST_F(DeepBlit, BeforeTheFirstBirthWidensToZeros) {
   Image source(handles[0], 0);
   Image sixteen(handles[1], 0);
   Image real(handles[2], 0);
-  EXPECT_EQ(Blit(handles[0], handles[1]), 0);
-  EXPECT_EQ(Blit(handles[0], handles[2]), 0);
+  EXPECT_EQ(Blit(handles[0], handles[1]), PXL_Err_NONE);
+  EXPECT_EQ(Blit(handles[0], handles[2]), PXL_Err_NONE);
   EXPECT_EQ(Bytes(sixteen.Row(0), sixteen.Row(0) + 8), Bytes(8, 0));
   EXPECT_EQ(Bytes(real.Row(0), real.Row(0) + 16), Bytes(16, 0));
 }
@@ -318,7 +319,7 @@ TEST_F(DeepBlit, MovesRowsThatOverlapThemselves) {
       image.Fill();
       Record(destinationH).pixels.baseAddr = image.Row(0) + shift;
       const Bytes before(image.Row(0), image.Row(0) + image.RowSize());
-      EXPECT_EQ(Blit(sourceH, destinationH), 0);
+      EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
       EXPECT_EQ(std::memcmp(image.Row(0) + shift, before.data(), before.size()), 0);
     }
   }
@@ -329,7 +330,7 @@ TEST_F(DeepBlit, OfAWorldIntoItselfLeavesItAsItIs) {
   Image image(worldH, 16);
   image.Fill();
   const Bytes before = image.memory;
-  EXPECT_EQ(Blit(worldH, worldH), 0);
+  EXPECT_EQ(Blit(worldH, worldH), PXL_Err_NONE);
   EXPECT_EQ(image.memory, before);
 }
 
@@ -344,7 +345,7 @@ TEST_F(DeepBlit, MovesOneRowAfterTheOtherFromTheTop) {
   Record(sourceH).pixels.rowBytes = 32;
   Record(destinationH).pixels.baseAddr = pixels.data() + 4;
   Record(destinationH).pixels.rowBytes = 32;
-  EXPECT_EQ(Blit(sourceH, destinationH), 0);
+  EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
   for (std::size_t i = 0; i < pixels.size(); ++i) EXPECT_EQ(pixels[i], i % 4);
 }
 
@@ -357,7 +358,7 @@ TEST_F(DeepBlit, MovesTheRowsUpWithoutSpreadingThem) {
   Record(sourceH).pixels.rowBytes = 32;
   Record(destinationH).pixels.baseAddr = pixels.data();
   Record(destinationH).pixels.rowBytes = 32;
-  EXPECT_EQ(Blit(sourceH, destinationH), 0);
+  EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
   for (std::size_t i = 0; i < 4 * 5; ++i) EXPECT_EQ(pixels[i], i + 4);
 }
 
@@ -370,7 +371,7 @@ TEST_F(DeepBlit, ReadsTheCachedAddressAlone) {
   elsewhere.Fill();
   PXL_WorldHandle destinationH = Deferred(64, Sized(4, 2));
   Image destination(destinationH, 0);
-  EXPECT_EQ(Blit(sourceH, destinationH), 0);
+  EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
   EXPECT_EQ(std::memcmp(destination.Row(1), elsewhere.Row(1), 32), 0);
 }
 
@@ -381,7 +382,7 @@ TEST_F(DeepBlit, ChecksNoMarks) {
   Image destination(destinationH, 0);
   Record(sourceH).headMark = 0;
   Record(destinationH).tailMark = 0;
-  EXPECT_EQ(Blit(sourceH, destinationH), 0);
+  EXPECT_EQ(Blit(sourceH, destinationH), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -389,9 +390,9 @@ TEST_F(DeepBlit, ChecksDepthsBeforeSizesOnEachPath) {
   PXL_WorldHandle eight = Deferred(8, Sized(1, 1));
   PXL_WorldHandle sixtyFour = Deferred(64, Sized(2, 2));
   ForgetLog();
-  EXPECT_EQ(PXLp_BlitSameDepth(sixtyFour, eight, 64), 3);
-  EXPECT_EQ(PXLp_BlitDeepto32(eight, sixtyFour, 128), 3);
-  EXPECT_EQ(PXLp_Blit32toDeep(sixtyFour, eight, 128), 3);
+  EXPECT_EQ(PXLp_BlitSameDepth(sixtyFour, eight, 64), PXL_Err_REFUSED);
+  EXPECT_EQ(PXLp_BlitDeepto32(eight, sixtyFour, 128), PXL_Err_REFUSED);
+  EXPECT_EQ(PXLp_Blit32toDeep(sixtyFour, eight, 128), PXL_Err_REFUSED);
   EXPECT_THAT(
       Log(),
       ElementsAre(Verification("0x70041", 255, "PXLp_BlitSameDepth() worlds must match depth"),
@@ -404,17 +405,17 @@ TEST_F(DeepBlit, StopsAtARowOfADepthThatThePathDoesNotExpect) {
   PXL_WorldHandle real = Deferred(128, Sized(2, 2));
   Image one(sixteen, 0);
   Image other(real, 0);
-  EXPECT_EQ(PXLp_BlitDeepto32(sixteen, real, 64), 3);
-  EXPECT_EQ(PXLp_Blit32toDeep(sixteen, real, 128), 3);
-  EXPECT_EQ(PXLp_BlitSameDepth(real, real, 64), 3);
-  EXPECT_THAT(Log(), ElementsAre(BAD_ACCESS, BAD_ACCESS, BAD_ACCESS));
-  EXPECT_THAT(other.memory, Each(UNTOUCHED));
+  EXPECT_EQ(PXLp_BlitDeepto32(sixteen, real, 64), PXL_Err_REFUSED);
+  EXPECT_EQ(PXLp_Blit32toDeep(sixteen, real, 128), PXL_Err_REFUSED);
+  EXPECT_EQ(PXLp_BlitSameDepth(real, real, 64), PXL_Err_REFUSED);
+  EXPECT_THAT(Log(), ElementsAre(kBadAccess, kBadAccess, kBadAccess));
+  EXPECT_THAT(other.memory, Each(kUntouched));
 }
 
 TEST_F(DeepBlit, DoesNotLookAtTheDepthOfRowsThatAreNotThere) {
   PXL_WorldHandle sixteen = Deferred(64, Sized(2, 0));
   PXL_WorldHandle real = Deferred(128, Sized(2, 0));
   ForgetLog();
-  EXPECT_EQ(PXLp_BlitDeepto32(sixteen, real, 64), 0);
+  EXPECT_EQ(PXLp_BlitDeepto32(sixteen, real, 64), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }

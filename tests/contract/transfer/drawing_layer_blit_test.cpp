@@ -1,3 +1,4 @@
+// Blits that the drawing layer does.
 #include <type_traits>
 
 #include "tests/support/module/born_module.h"
@@ -44,7 +45,7 @@ class DrawingLayerBlit : public BornModule {
 TEST_F(DrawingLayerBlit, MakesDeviceAndPortCurrentAndPutsThemBackInReverse) {
   const PXL_World source = Record(source_);
   const PXL_World destination = Record(destination_);
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(
       Log(),
       ElementsAre("GetGDevice()", "SetGDevice(device of gworld2)", "GetPort()",
@@ -59,14 +60,14 @@ TEST_F(DrawingLayerBlit, MakesDeviceAndPortCurrentAndPutsThemBackInReverse) {
 
 TEST_F(DrawingLayerBlit, LeavesTheDeviceAloneWhenTheDestinationHasNone) {
   Record(destination_).gdevice = nullptr;
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"GetGDevice", "SetGDevice", "GetPort", "MacSetPort"}),
               ElementsAre("GetPort()", "MacSetPort(gworld2)", "MacSetPort(host port)"));
 }
 
 TEST_F(DrawingLayerBlit, TakesNoInterestInTheSourcesDevice) {
   Record(source_).gdevice = nullptr;
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(
       recorder_.LogOf({"GetGDevice", "SetGDevice"}),
       ElementsAre("GetGDevice()", "SetGDevice(device of gworld2)", "SetGDevice(host device)"));
@@ -74,14 +75,14 @@ TEST_F(DrawingLayerBlit, TakesNoInterestInTheSourcesDevice) {
 
 TEST_F(DrawingLayerBlit, DoesNotPutBackADeviceThatWasNotThere) {
   recorder_.script.currentDevice = nullptr;
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"GetGDevice", "SetGDevice"}),
               ElementsAre("GetGDevice()", "SetGDevice(device of gworld2)"));
 }
 
 TEST_F(DrawingLayerBlit, PutsBackAPortThatWasNotThere) {
   recorder_.script.currentPort = nullptr;
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"MacSetPort"}),
               ElementsAre("MacSetPort(gworld2)", "MacSetPort(null)"));
 }
@@ -89,9 +90,9 @@ TEST_F(DrawingLayerBlit, PutsBackAPortThatWasNotThere) {
 TEST_F(DrawingLayerBlit, PassesTheRectanglesOn) {
   const Rect from = {1, 2, 3, 4};
   const Rect to = {-5, -6, 7, 8};
-  EXPECT_EQ(Blit(&from, &to), 0);
-  EXPECT_EQ(Blit(&from, nullptr), 0);
-  EXPECT_EQ(Blit(nullptr, &to), 0);
+  EXPECT_EQ(Blit(&from, &to), PXL_Err_NONE);
+  EXPECT_EQ(Blit(&from, nullptr), PXL_Err_NONE);
+  EXPECT_EQ(Blit(nullptr, &to), PXL_Err_NONE);
   EXPECT_THAT(
       recorder_.LogOf({"CopyBits"}),
       ElementsAre(
@@ -103,7 +104,7 @@ TEST_F(DrawingLayerBlit, PassesTheRectanglesOn) {
 
 TEST_F(DrawingLayerBlit, PassesBoundsThatStayThoughTheRecordsMove) {
   MoveInEveryCall();
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"MacSetPort", "GetPortBitMapForCopyBits", "CopyBits"}),
               ElementsAre("MacSetPort(gworld2)", "GetPortBitMapForCopyBits(gworld1)",
                           "GetPortBitMapForCopyBits(gworld2)",
@@ -132,7 +133,7 @@ TEST_F(DrawingLayerBlit, ServesEveryPairOfDepthsUpTo32) {
     for (const std::int32_t to : {8, 32}) {
       source_ = NewWorld(from, Sized(3, 2));
       destination_ = NewWorld(to, Sized(5, 4));
-      EXPECT_EQ(Blit(), 0);
+      EXPECT_EQ(Blit(), PXL_Err_NONE);
       EXPECT_EQ(recorder_.Count("CopyBits"), 1) << from << " to " << to;
     }
   }
@@ -141,14 +142,14 @@ TEST_F(DrawingLayerBlit, ServesEveryPairOfDepthsUpTo32) {
 TEST_F(DrawingLayerBlit, ComparesDepthsAsSignedNumbers) {
   Record(source_).depth = -128;
   Record(destination_).depth = 0;
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("CopyBits"), 1);
 }
 
 TEST_F(DrawingLayerBlit, OfWorldsWithoutSurfaceHandsNullOn) {
   source_ = NewWorld(32, Sized(3, 2), PXL_Flag_NO_PLATFORM);
   destination_ = NewWorld(32, Sized(3, 2), PXL_Flag_NO_PLATFORM);
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("GetPort()", "MacSetPort(null)", "GetPortBitMapForCopyBits(null)",
                                  "GetPortBitMapForCopyBits(null)",
                                  "CopyBits(null, null, {0, 0, 2, 3}, {0, 0, 2, 3}, 0, null)",
@@ -158,13 +159,13 @@ TEST_F(DrawingLayerBlit, OfWorldsWithoutSurfaceHandsNullOn) {
 TEST_F(DrawingLayerBlit, ChecksNoMarksAndLocksNothing) {
   Record(source_).headMark = 0;
   Record(destination_).tailMark = 0;
-  EXPECT_EQ(Blit(), 0);
+  EXPECT_EQ(Blit(), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"LockPixels", "HLock", "Kp_ReportQuexErrString"}), IsEmpty());
   EXPECT_EQ(recorder_.Count("CopyBits"), 1);
 }
 
 TEST_F(DrawingLayerBlit, CopiesAWorldIntoItself) {
-  EXPECT_EQ(PXL_Blit(source_, source_, nullptr, nullptr, 0), 0);
+  EXPECT_EQ(PXL_Blit(source_, source_, nullptr, nullptr, 0), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"CopyBits"}),
               ElementsAre("CopyBits(bits of gworld1, bits of gworld1, {10, 20, 14, 30}, "
                           "{10, 20, 14, 30}, 0, null)"));

@@ -14,7 +14,7 @@
 
 using Bytes = std::vector<unsigned char>;
 
-inline constexpr unsigned char UNTOUCHED = 0x5C;
+inline constexpr unsigned char kUntouched = 0x5C;
 
 // A record that the module did not make: geometry alone.
 class BareWorld {
@@ -41,13 +41,13 @@ class Image {
  public:
   Image(PXL_WorldHandle worldH, std::int32_t padding, bool upsideDown = false,
         std::size_t offset = 0)
-      : edge_(EDGE + offset) {
+      : edge_(kEdge + offset) {
     PXL_World& world = *RecordOf(worldH);
     row_ = static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.depth / 8);
     stride_ = row_ + static_cast<std::size_t>(padding);
     height_ = static_cast<std::size_t>(world.height);
     upsideDown_ = upsideDown;
-    memory.assign(2 * edge_ + stride_ * height_, UNTOUCHED);
+    memory.assign(2 * edge_ + stride_ * height_, kUntouched);
     world.pixels.baseAddr = height_ == 0 ? memory.data() : Row(0);
     world.pixels.rowBytes = static_cast<std::int32_t>(upsideDown ? -stride_ : stride_);
   }
@@ -76,8 +76,8 @@ class Image {
     const std::size_t line = upsideDown_ ? height_ - 1 - y : y;
     return memory.data() + edge_ + line * stride_;
   }
-  // The memory as it has to be once each row holds what `expected` gives.
-  template <class Expected>
+  // The expected memory when each row holds the result of `expected`.
+  template <typename Expected>
   Bytes With(Expected expected) {
     Bytes copy = memory;
     for (std::size_t y = 0; y < height_; ++y) {
@@ -92,7 +92,7 @@ class Image {
   Bytes memory;
 
  private:
-  static constexpr std::size_t EDGE = 64;
+  static constexpr std::size_t kEdge = 64;
   std::size_t edge_;
   std::size_t row_ = 0;
   std::size_t stride_ = 0;

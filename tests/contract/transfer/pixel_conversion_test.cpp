@@ -1,3 +1,4 @@
+// Conversions of single pixels.
 #include <bit>
 #include <cmath>
 #include <cstdlib>
@@ -33,15 +34,15 @@ static_assert(sizeof(PXL_Pixel8) == 4 && sizeof(PXL_Pixel8::channel[0]) == 1);
 static_assert(sizeof(PXL_Pixel16) == 8 && sizeof(PXL_Pixel16::channel[0]) == 2);
 static_assert(sizeof(PXL_PixelF) == 16 && sizeof(PXL_PixelF::channel[0]) == 4);
 
-constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
-constexpr float INFINITE = std::numeric_limits<float>::infinity();
+constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinite = std::numeric_limits<float>::infinity();
 
 std::uint32_t Bits(float value) {
   return std::bit_cast<std::uint32_t>(value);
 }
 
 // Channels that differ, the one in question at the given place.
-template <class Pixel, class Channel>
+template <typename Pixel, typename Channel>
 Pixel With(Channel channel, int place) {
   Pixel pixel{};
   for (int k = 0; k < 4; ++k) pixel.channel[k] = static_cast<Channel>(k % 2);
@@ -51,7 +52,7 @@ Pixel With(Channel channel, int place) {
 
 // The result of one channel, which has to be the same at each of the four
 // places and to leave the other places alone.
-template <class Destination, class Source, class Channel>
+template <typename Destination, typename Source, typename Channel>
 auto Converted(std::int32_t (*convert)(const Source*, Destination*), Channel channel) {
   Source plain{};
   for (int k = 0; k < 4; ++k) plain.channel[k] = static_cast<Channel>(k % 2);
@@ -97,9 +98,9 @@ float ToF(std::uint8_t c) {
 
 // Floats around every value that a conversion can turn at, and odd ones.
 std::vector<float> InterestingFloats() {
-  std::vector<float> floats = {0.0F,           -0.0F,  1.0F,    -1.0F,          INFINITE,
-                               -INFINITE,      1e-45F, -1e-45F, 1.1754944e-38F, 3.4028235e38F,
-                               -3.4028235e38F, 2.0F,   -0.3F,   NOT_A_NUMBER,   -NOT_A_NUMBER};
+  std::vector<float> floats = {0.0F,           -0.0F,  1.0F,    -1.0F,          kInfinite,
+                               -kInfinite,     1e-45F, -1e-45F, 1.1754944e-38F, 3.4028235e38F,
+                               -3.4028235e38F, 2.0F,   -0.3F,   kNotANumber,    -kNotANumber};
   for (const float fullScale : {255.0F, 32768.0F}) {
     for (float n = 0; n <= 2 * fullScale + 1; ++n) {
       float c = n / (2 * fullScale);
@@ -113,7 +114,7 @@ std::vector<float> InterestingFloats() {
 // Memory in which source and destination begin together.
 class SharedMemory {
  public:
-  template <class Source, class Destination>
+  template <typename Source, typename Destination>
   Destination Convert(std::int32_t (*convert)(const Source*, Destination*), const Source& source) {
     void* memory = memory_.get();
     auto* from = new (memory) Source(source);
@@ -151,8 +152,8 @@ class From8To16 : public PixelConversion {};
 }  // namespace
 
 TEST_F(ClippedPixel, KeepsNaNAndNegativeZero) {
-  PXL_PixelF pixel = {{NOT_A_NUMBER, -0.0F, INFINITE, -INFINITE}};
-  EXPECT_EQ(PXL_ClipPixelF(&pixel), 0);
+  PXL_PixelF pixel = {{kNotANumber, -0.0F, kInfinite, -kInfinite}};
+  EXPECT_EQ(PXL_ClipPixelF(&pixel), PXL_Err_NONE);
   EXPECT_TRUE(std::isnan(pixel.channel[0]));
   EXPECT_EQ(Bits(pixel.channel[1]), 0x80000000U);
   EXPECT_EQ(Bits(pixel.channel[2]), Bits(1.0F));
@@ -161,7 +162,7 @@ TEST_F(ClippedPixel, KeepsNaNAndNegativeZero) {
 
 TEST_F(ClippedPixel, ClampsEachChannelByItself) {
   PXL_PixelF pixel = {{2.0F, -0.3F, 0.25F, 1.0F}};
-  EXPECT_EQ(PXL_ClipPixelF(&pixel), 0);
+  EXPECT_EQ(PXL_ClipPixelF(&pixel), PXL_Err_NONE);
   EXPECT_THAT(pixel.channel, ElementsAre(1.0F, 0.0F, 0.25F, 1.0F));
 }
 
@@ -191,17 +192,17 @@ TEST_F(FloatTo16, RoundsHalvesUpward) {
 
 TEST_F(FloatTo16, Clamps) {
   EXPECT_EQ(To16(2.0F), 32768);
-  EXPECT_EQ(To16(INFINITE), 32768);
+  EXPECT_EQ(To16(kInfinite), 32768);
   EXPECT_EQ(To16(-0.3F), 0);
-  EXPECT_EQ(To16(-INFINITE), 0);
+  EXPECT_EQ(To16(-kInfinite), 0);
   EXPECT_EQ(To16(-0.0F), 0);
-  EXPECT_EQ(To16(NOT_A_NUMBER), 0);
+  EXPECT_EQ(To16(kNotANumber), 0);
 }
 
 TEST_F(FloatTo16, ConvertsAPixelOfOddChannels) {
-  const PXL_PixelF source = {{NOT_A_NUMBER, -0.0F, INFINITE, -INFINITE}};
+  const PXL_PixelF source = {{kNotANumber, -0.0F, kInfinite, -kInfinite}};
   PXL_Pixel16 destination = {{9, 9, 9, 9}};
-  EXPECT_EQ(PXL_PixelFto16(&source, &destination), 0);
+  EXPECT_EQ(PXL_PixelFto16(&source, &destination), PXL_Err_NONE);
   EXPECT_THAT(destination.channel, ElementsAre(0, 0, 32768, 0));
 }
 
@@ -217,7 +218,7 @@ TEST_F(FloatTo16, IsExactAtEveryInterestingFloat) {
 }
 
 TEST_F(FloatTo16, LeavesTheSourceUnclamped) {
-  const PXL_PixelF source = {{2.0F, -0.3F, -0.0F, INFINITE}};
+  const PXL_PixelF source = {{2.0F, -0.3F, -0.0F, kInfinite}};
   PXL_PixelF copy = source;
   PXL_Pixel16 destination{};
   PXL_PixelFto16(&copy, &destination);
@@ -240,17 +241,17 @@ TEST_F(FloatTo8, RoundsTheProductToFloatAndAddsTheHalfInDouble) {
 
 TEST_F(FloatTo8, Clamps) {
   EXPECT_EQ(To8(2.0F), 255);
-  EXPECT_EQ(To8(INFINITE), 255);
+  EXPECT_EQ(To8(kInfinite), 255);
   EXPECT_EQ(To8(-0.3F), 0);
-  EXPECT_EQ(To8(-INFINITE), 0);
+  EXPECT_EQ(To8(-kInfinite), 0);
   EXPECT_EQ(To8(-0.0F), 0);
-  EXPECT_EQ(To8(NOT_A_NUMBER), 0);
+  EXPECT_EQ(To8(kNotANumber), 0);
 }
 
 TEST_F(FloatTo8, ConvertsAPixelOfOddChannels) {
-  const PXL_PixelF source = {{NOT_A_NUMBER, -0.0F, INFINITE, -INFINITE}};
+  const PXL_PixelF source = {{kNotANumber, -0.0F, kInfinite, -kInfinite}};
   PXL_Pixel8 destination = {{9, 9, 9, 9}};
-  EXPECT_EQ(PXL_PixelFto8(&source, &destination), 0);
+  EXPECT_EQ(PXL_PixelFto8(&source, &destination), PXL_Err_NONE);
   EXPECT_THAT(destination.channel, ElementsAre(0, 0, 255, 0));
 }
 
@@ -266,7 +267,7 @@ TEST_F(FloatTo8, IsExactAtEveryInterestingFloat) {
 }
 
 TEST_F(FloatTo8, LeavesTheSourceUnclamped) {
-  const PXL_PixelF source = {{2.0F, -0.3F, -0.0F, INFINITE}};
+  const PXL_PixelF source = {{2.0F, -0.3F, -0.0F, kInfinite}};
   PXL_PixelF copy = source;
   PXL_Pixel8 destination{};
   PXL_PixelFto8(&copy, &destination);
@@ -286,7 +287,7 @@ TEST_F(From16ToFloat, IsExactForEveryValue) {
     const auto channel = static_cast<std::uint16_t>(v);
     const PXL_Pixel16 source = {{channel, 1, channel, 2}};
     PXL_PixelF destination{};
-    ASSERT_EQ(PXL_Pixel16toF(&source, &destination), 0);
+    ASSERT_EQ(PXL_Pixel16toF(&source, &destination), PXL_Err_NONE);
     ASSERT_EQ(Bits(destination.channel[0]), oracle::ChannelFrom16(v)) << v;
     ASSERT_EQ(Bits(destination.channel[2]), oracle::ChannelFrom16(v)) << v;
   }
@@ -333,7 +334,7 @@ TEST_F(From16To8, IsExactForEveryValue) {
     const auto channel = static_cast<std::uint16_t>(v);
     const PXL_Pixel16 source = {{1, channel, 2, channel}};
     PXL_Pixel8 destination{};
-    ASSERT_EQ(PXL_Pixel16to8(&source, &destination), 0);
+    ASSERT_EQ(PXL_Pixel16to8(&source, &destination), PXL_Err_NONE);
     ASSERT_EQ(destination.channel[1], oracle::From16To8(v)) << v;
     ASSERT_EQ(destination.channel[3], oracle::From16To8(v)) << v;
   }

@@ -1,3 +1,4 @@
+// Addresses of rows and pixels.
 #include "transfer/row_address.h"
 
 #include <limits>
@@ -27,7 +28,7 @@ class RowAddress : public BornModule {
   char memory_[1000] = {};
 };
 
-constexpr const char* REPORT =
+constexpr const char* kReport =
     "K_ReportFailedVerification(0x703E7, 112, 0, "
     "\"bad pointer access in PXLp_WorldGetBaseAddrXY()\")";
 
@@ -77,7 +78,7 @@ TEST_F(RowAddress, OfAWorldOfAnotherDepthIsRefused) {
   for (const std::int32_t depth : {32, 128, -64, 0}) {
     ForgetLog();
     EXPECT_EQ(PXLp_WorldGetBaseAddrXY(worldH_, depth, 0, 0, &address), 3);
-    EXPECT_THAT(Log(), ElementsAre(REPORT));
+    EXPECT_THAT(Log(), ElementsAre(kReport));
   }
   EXPECT_EQ(address, &untouched);
 }

@@ -31,7 +31,7 @@ class MappedWorld : public DeferredWorld {
 };
 
 TEST_F(DeferredWorld, HasGeometryOnly) {
-  ASSERT_EQ(New(32, Sized(10, 10)), 0);
+  ASSERT_EQ(New(32, Sized(10, 10)), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "HUnlock(handle1)"));
@@ -49,7 +49,7 @@ TEST_F(DeferredWorld, HasGeometryOnly) {
 
 TEST_F(DeferredWorld, MayHaveAnyDepth) {
   for (const std::int32_t depth : {1, 8, 16, 64, 96, 128}) {
-    ASSERT_EQ(New(depth, Sized(10, 10)), 0) << depth;
+    ASSERT_EQ(New(depth, Sized(10, 10)), PXL_Err_NONE) << depth;
     EXPECT_EQ(World().depth, depth);
     EXPECT_EQ(World().pixels.frame, nullptr);
   }
@@ -57,26 +57,26 @@ TEST_F(DeferredWorld, MayHaveAnyDepth) {
 }
 
 TEST_F(DeferredWorld, NeedsNoPlatformAndNeitherDoesItDeclineIt) {
-  ASSERT_EQ(New(8, Sized(10, 10), PXL_Flag_NO_PLATFORM), 0);
+  ASSERT_EQ(New(8, Sized(10, 10), PXL_Flag_NO_PLATFORM), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.frame, nullptr);
   EXPECT_EQ(World().depth, 8);
 }
 
 TEST_F(DeferredWorld, IsNotChangedByLocks) {
-  ASSERT_EQ(New(32, Sized(10, 10)), 0);
+  ASSERT_EQ(New(32, Sized(10, 10)), PXL_Err_NONE);
   ForgetLog();
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.lockCount, 0);
   EXPECT_EQ(World().pixels.baseAddr, nullptr);
   PXL_UnlockPixels(worldH_);
   EXPECT_EQ(World().pixels.lockCount, 0);
-  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0, nullptr, worldH_), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, nullptr, 0, nullptr, worldH_), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.frame, nullptr);
   EXPECT_EQ(recorder_.Count("K_PurgeLoop"), 0);
 }
 
 TEST_F(DeferredWorld, WithTooLongARowFreesNoFrameFromTheHeap) {
-  EXPECT_EQ(New(32, Sized(32766, 1)), 3);
+  EXPECT_EQ(New(32, Sized(32766, 1)), PXL_Err_REFUSED);
   EXPECT_EQ(worldH_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
@@ -88,7 +88,7 @@ TEST_F(DeferredWorld, WithTooLongARowFreesNoFrameFromTheHeap) {
 }
 
 TEST_F(DeferredWorld, BeyondTheLimitFreesNoFrameFromThePool) {
-  EXPECT_EQ(New(32, Sized(32765, 16384)), 4);
+  EXPECT_EQ(New(32, Sized(32765, 16384)), PXL_Err_NO_MEMORY);
   EXPECT_THAT(
       recorder_.LogOf({"HLock", "K_ReportError", "K_FreeRecycledPtr", "free", "K_FreeHandle"}),
       ElementsAre("HLock(handle1)", StartsWith("K_ReportError(0x70035, 8, "), "HLock(handle1)",
@@ -98,7 +98,8 @@ TEST_F(DeferredWorld, BeyondTheLimitFreesNoFrameFromThePool) {
 TEST_F(DeferredWorld, KeepsItsGeometryInTheCallersRecordThoughItFailed) {
   PXL_WorldHandle callersH = CallerHandle();
   const Rect rect = Sized(32765, 16384);
-  EXPECT_EQ(PXL_NewWorld(nullptr, PXL_Flag_DEFERRED, &rect, 32, 0, callersH, nullptr), 4);
+  EXPECT_EQ(PXL_NewWorld(nullptr, PXL_Flag_DEFERRED, &rect, 32, 0, callersH, nullptr),
+            PXL_Err_NO_MEMORY);
   const PXL_World& world = Record(callersH);
   EXPECT_EQ(world.hasFrame, 1);
   EXPECT_EQ(world.pixels.frameSize, 2147483664U);
@@ -112,7 +113,8 @@ TEST_F(DeferredWorld, OfNegativeHeightHasAGeometryOfZeros) {
   PXL_WorldHandle callersH = CallerHandle();
   const Rect rect = Sized(10, -1);
   ForgetLog();
-  EXPECT_EQ(PXL_NewWorld(nullptr, PXL_Flag_DEFERRED, &rect, 32, 0, callersH, nullptr), 4);
+  EXPECT_EQ(PXL_NewWorld(nullptr, PXL_Flag_DEFERRED, &rect, 32, 0, callersH, nullptr),
+            PXL_Err_NO_MEMORY);
   EXPECT_EQ(Record(callersH).hasFrame, 1);
   EXPECT_EQ(Record(callersH).pixels.frameSize, 0U);
   EXPECT_EQ(Record(callersH).pixels.rowBytes, 0);
@@ -122,23 +124,23 @@ TEST_F(DeferredWorld, OfNegativeHeightHasAGeometryOfZeros) {
 }
 
 TEST_F(DeferredWorld, DisposedOfFreesNoFrame) {
-  ASSERT_EQ(New(32, Sized(10, 10)), 0);
+  ASSERT_EQ(New(32, Sized(10, 10)), PXL_Err_NONE);
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH_), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH_), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("HLock(handle1)", "free(null)", "K_FreeHandle(handle1)"));
   EXPECT_EQ(PXLp_G.worldCount, 0);
 }
 
 TEST_F(DeferredWorld, OfLargeSizeDisposedOfFreesNoPoolBlock) {
-  ASSERT_EQ(New(128, Sized(1000, 1000)), 0);
+  ASSERT_EQ(New(128, Sized(1000, 1000)), PXL_Err_NONE);
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH_), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH_), PXL_Err_NONE);
   EXPECT_THAT(Log(),
               ElementsAre("HLock(handle1)", "K_FreeRecycledPtr(null)", "K_FreeHandle(handle1)"));
 }
 
 TEST_F(MappedWorld, HasAFileOfItsFramesSize) {
-  ASSERT_EQ(NewMapped(128, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(128, Sized(10, 10)), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "MemoryMappedFile()",
@@ -153,15 +155,15 @@ TEST_F(MappedWorld, HasAFileOfItsFramesSize) {
 }
 
 TEST_F(MappedWorld, LivesThroughLocksToItsDisposal) {
-  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NONE);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_NE(World().pixels.frame, nullptr);
   EXPECT_EQ(World().pixels.baseAddr, nullptr);
   PXL_UnlockPixels(worldH_);
   EXPECT_EQ(World().pixels.frame, nullptr);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   PXL_UnlockPixels(worldH_);
-  EXPECT_EQ(Dispose(), 0);
+  EXPECT_EQ(Dispose(), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "MemoryMappedFile()",
@@ -186,9 +188,9 @@ TEST_F(MappedWorld, LivesThroughLocksToItsDisposal) {
 }
 
 TEST_F(MappedWorld, DisposedOfWhileLockedLeavesItsBytesWithTheApplication) {
-  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
-  EXPECT_EQ(Dispose(), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NONE);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
+  EXPECT_EQ(Dispose(), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"K_AccountAllocation", "K_AccountSystemAllocation", "UnmapMemory"}),
               ElementsAre("K_AccountSystemAllocation(496)", "K_AccountSystemAllocation(-496)",
                           "K_AccountAllocation(496)", "K_AccountSystemAllocation(-496)"));
@@ -196,9 +198,9 @@ TEST_F(MappedWorld, DisposedOfWhileLockedLeavesItsBytesWithTheApplication) {
 }
 
 TEST_F(MappedWorld, IsMappedByTheFirstLockAndUnmappedByTheLastUnlock) {
-  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NONE);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("GetAddress"), 1);
   PXL_UnlockPixels(worldH_);
   EXPECT_EQ(recorder_.Count("UnmapMemory"), 0);
@@ -208,7 +210,7 @@ TEST_F(MappedWorld, IsMappedByTheFirstLockAndUnmappedByTheLastUnlock) {
 
 TEST_F(MappedWorld, WithoutAFileFailsQuietlyAndLeavesNothing) {
   recorder_.Fail("Init");
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 4);
+  EXPECT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NO_MEMORY);
   EXPECT_EQ(worldH_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
@@ -226,7 +228,7 @@ TEST_F(MappedWorld, WithoutAFileLeavesNoProviderInTheCallersRecord) {
   const Rect rect = Sized(10, 10);
   EXPECT_EQ(
       PXL_NewWorld(nullptr, PXL_Flag_DEFERRED | PXL_Flag_MAPPED, &rect, 32, 0, callersH, nullptr),
-      4);
+      PXL_Err_NO_MEMORY);
   EXPECT_EQ(Record(callersH).pixels.provider, nullptr);
   EXPECT_EQ(Record(callersH).hasFrame, 1);
   EXPECT_EQ(Record(callersH).pixels.frameSize, 496U);
@@ -235,7 +237,7 @@ TEST_F(MappedWorld, WithoutAFileLeavesNoProviderInTheCallersRecord) {
 
 TEST_F(MappedWorld, WithoutMemoryForItsProviderFails) {
   recorder::FailNewOf(sizeof(PXL_PixelProvider));
-  EXPECT_EQ(NewMapped(32, Sized(10, 10)), 4);
+  EXPECT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NO_MEMORY);
   EXPECT_EQ(worldH_, nullptr);
   EXPECT_EQ(recorder_.Count("MemoryMappedFile"), 0);
   EXPECT_EQ(recorder_.LogOf({"K_ReportError", "Kp_ReportError"}).size(), 0U);
@@ -244,10 +246,10 @@ TEST_F(MappedWorld, WithoutMemoryForItsProviderFails) {
 }
 
 TEST_F(MappedWorld, WhoseGeometryFailsMakesNoFileAndReportsOnce) {
-  EXPECT_EQ(NewMapped(32, Sized(32766, 1)), 3);
+  EXPECT_EQ(NewMapped(32, Sized(32766, 1)), PXL_Err_REFUSED);
   EXPECT_EQ(recorder_.Count("Kp_ReportError"), 1);
   EXPECT_EQ(recorder_.Count("MemoryMappedFile"), 0);
-  EXPECT_EQ(NewMapped(32, Sized(32765, 16384)), 4);
+  EXPECT_EQ(NewMapped(32, Sized(32765, 16384)), PXL_Err_NO_MEMORY);
   EXPECT_EQ(recorder_.Count("K_ReportError"), 1);
   EXPECT_EQ(recorder_.Count("MemoryMappedFile"), 0);
 }
@@ -255,18 +257,18 @@ TEST_F(MappedWorld, WhoseGeometryFailsMakesNoFileAndReportsOnce) {
 // A file that failed with the code 0 counts as made, but is not there.
 TEST_F(MappedWorld, LivesWithoutItsFileWhenTheFailureHadNoCode) {
   recorder_.Throw("Init", [] { throw 0L; });
-  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NONE);
   EXPECT_EQ(PXLp_G.worldCount, 1);
   ASSERT_NE(World().pixels.provider, nullptr);
   EXPECT_EQ(World().pixels.provider->context, nullptr);
   ForgetLog();
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 0);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.frame, nullptr);
   EXPECT_EQ(World().pixels.lockCount, 1);
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 4);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NO_MEMORY);
   PXL_UnlockPixels(worldH_);
   EXPECT_EQ(World().pixels.lockCount, 2);
-  EXPECT_EQ(Dispose(), 0);
+  EXPECT_EQ(Dispose(), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("HLock(handle1)", "K_FreeHandle(handle1)"));
   EXPECT_EQ(PXLp_G.worldCount, 0);
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
@@ -274,10 +276,10 @@ TEST_F(MappedWorld, LivesWithoutItsFileWhenTheFailureHadNoCode) {
 
 // The file was mapped by a late attempt of a lock that failed all the same.
 TEST_F(MappedWorld, UnmapsAndBooksAfterALockThatFailedWithAMapping) {
-  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NONE);
   ForgetLog();
   recorder_.Fail("GetAddress");
-  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), 4);
+  EXPECT_EQ(PXL_LockPixels(0, worldH_, nullptr), PXL_Err_NO_MEMORY);
   EXPECT_EQ(World().pixels.lockCount, 1);
   EXPECT_NE(World().pixels.frame, nullptr);
   EXPECT_EQ(recorder_.Count("K_AccountAllocation"), 0);
@@ -290,10 +292,10 @@ TEST_F(MappedWorld, UnmapsAndBooksAfterALockThatFailedWithAMapping) {
 }
 
 TEST_F(MappedWorld, TakesTheNextNameAlsoAfterAnotherBirth) {
-  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NONE);
   PXL_Death();
   PXL_Birth(0);
   Dispose();
-  ASSERT_EQ(NewMapped(32, Sized(10, 10)), 0);
+  ASSERT_EQ(NewMapped(32, Sized(10, 10)), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"Init"}), ElementsAre(R"(Init("zelk.ov.pxlmapfile.2", 496, 101))"));
 }

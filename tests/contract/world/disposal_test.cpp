@@ -1,3 +1,4 @@
+// PXL_DisposeWorld.
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,7 +12,7 @@ using ::testing::IsEmpty;
 
 namespace {
 
-// A provider that logs its calls and gives what a test wants.
+// A provider that logs its calls and returns what a test sets.
 struct FakeProvider {
   std::int32_t freeStatus = 0;
   std::int32_t releaseStatus = 0;
@@ -66,7 +67,7 @@ class Disposal : public Contract {
 TEST_F(Disposal, OfAHeapFrameFreesItAndTheHandle) {
   PXL_WorldHandle worldH = Make(64, Sized(10, 10));
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("HLock(handle1)", "free(heap1)", "K_FreeHandle(handle1)"));
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
   EXPECT_EQ(PXLp_G.worldCount, 0);
@@ -75,7 +76,7 @@ TEST_F(Disposal, OfAHeapFrameFreesItAndTheHandle) {
 TEST_F(Disposal, OfAPoolFrameGivesItBackToThePool) {
   PXL_WorldHandle worldH = Make(128, Sized(1000, 1000));
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(),
               ElementsAre("HLock(handle1)", "K_FreeRecycledPtr(pool1)", "K_FreeHandle(handle1)"));
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
@@ -84,7 +85,7 @@ TEST_F(Disposal, OfAPoolFrameGivesItBackToThePool) {
 TEST_F(Disposal, OfASurfaceDisposesOfIt) {
   PXL_WorldHandle worldH = Make(32, Sized(10, 10));
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(),
               ElementsAre("HLock(handle1)", "DisposeGWorld(gworld1)", "K_FreeHandle(handle1)"));
   EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
@@ -98,14 +99,14 @@ TEST_F(Disposal, InTheCallersHandleUnlocksIt) {
   PXL_LockPixels(0, worldH, nullptr);
   EXPECT_NE(Record(worldH).pixels.baseAddr, nullptr);
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("HLock(caller)", "free(heap1)", "HUnlock(caller)"));
   EXPECT_FALSE(recorder_.IsLocked(AsHandle(worldH)));
   const PXL_World& world = Record(worldH);
   EXPECT_EQ(world.headMark, 0U);
   EXPECT_EQ(world.tailMark, 0U);
   EXPECT_EQ(world.pixels.baseAddr, nullptr);
-  // The rest of the record stays, the address of what was freed included.
+  // The rest of the record stays, the address of the freed block included.
   EXPECT_EQ(world.pixels.frame, frame);
   EXPECT_EQ(world.pixels.frameSize, 820U);
   EXPECT_EQ(world.pixels.lockCount, 1);
@@ -131,7 +132,7 @@ TEST_F(Disposal, ClearsTheMarksBeforeItLetsTheHandleGo) {
       EXPECT_EQ(Record(worldH).tailMark, 0U);
       EXPECT_TRUE(recorder_.IsLocked(AsHandle(worldH)));
     });
-    EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+    EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
     EXPECT_TRUE(seen);
     recorder_.OnCall(nullptr);
   }
@@ -145,7 +146,7 @@ TEST_F(Disposal, KeepsTheMarksUntilThePixelsAreReleased) {
     seen = true;
     EXPECT_EQ(Record(worldH).headMark, 0xBECCAU);
   });
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_TRUE(seen);
 }
 
@@ -155,10 +156,10 @@ TEST_F(Disposal, TwiceIsRefusedTheSecondTime) {
   PXL_NewWorld(nullptr, 0, &rect, 64, 0, worldH, nullptr);
   ASSERT_NE(Make(64, rect), nullptr);
   EXPECT_EQ(PXLp_G.worldCount, 2);
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_EQ(PXLp_G.worldCount, 1);
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 2);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_INVALID);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(54, 0, 0)",
                                  R"(Kp_ReportQuexErrString(0x70006, 8, 2, "checking world"))"));
   EXPECT_EQ(PXLp_G.worldCount, 1);
@@ -178,7 +179,7 @@ TEST_F(Disposal, OfADamagedWorldTouchesNothing) {
 TEST_F(Disposal, NeedsNoBirth) {
   PXL_WorldHandle worldH = Make(64, Sized(10, 10));
   PXL_Death();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_EQ(PXLp_G.worldCount, 0);
 }
 
@@ -186,7 +187,7 @@ TEST_F(Disposal, DoesNotLookAtLocks) {
   PXL_WorldHandle worldH = Make(32, Sized(10, 10));
   PXL_LockPixels(0, worldH, nullptr);
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(),
               ElementsAre("HLock(handle1)", "DisposeGWorld(gworld1)", "K_FreeHandle(handle1)"));
 }
@@ -195,7 +196,7 @@ TEST_F(Disposal, AsksAProviderToFreeAndThenToReleaseItself) {
   PXL_WorldHandle worldH = Provided();
   int pixels = 0;
   Record(worldH).pixels.baseAddr = &pixels;
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(fake_.calls, ElementsAre("free", "release"));
   EXPECT_EQ(fake_.frameSlot, &Record(worldH).pixels.frame);
   EXPECT_EQ(fake_.providerSlot, &Record(worldH).pixels.provider);
@@ -208,7 +209,7 @@ TEST_F(Disposal, LeavesTheFrameToTheProvider) {
   PXL_WorldHandle worldH = Provided();
   int frame = 0;
   Record(worldH).pixels.frame = &frame;
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_EQ(Record(worldH).pixels.frame, &frame);
   EXPECT_EQ(recorder_.Count("free"), 0);
 }
@@ -255,7 +256,7 @@ TEST_F(Disposal, OfAMappedWorldWhoseFileCannotBeResetLeavesItCounted) {
   PXL_NewWorld(nullptr, PXL_Flag_DEFERRED | PXL_Flag_MAPPED, &rect, 32, 0, worldH, nullptr);
   ForgetLog();
   recorder_.Throw("Reset", [] { throw 9L; });
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 4);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NO_MEMORY);
   EXPECT_THAT(Log(), ElementsAre("HLock(caller)", "K_AccountSystemAllocation(-496)", "Reset()",
                                  "HUnlock(caller)"));
   EXPECT_EQ(PXLp_G.worldCount, 1);
@@ -269,7 +270,7 @@ TEST_F(Disposal, LooksForASurfaceOnlyWhereThereIsOne) {
   GWorldPtr surface = Record(worldH).gworld;
   Record(worldH).hasGWorld = 0;
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("HLock(handle1)", "K_FreeHandle(handle1)"));
   DisposeGWorld(surface);
 
@@ -277,7 +278,7 @@ TEST_F(Disposal, LooksForASurfaceOnlyWhereThereIsOne) {
   surface = Record(worldH).gworld;
   Record(worldH).gworld = nullptr;
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("DisposeGWorld"), 0);
   DisposeGWorld(surface);
 }
@@ -287,7 +288,7 @@ TEST_F(Disposal, FreesFramesOnlyOfWorldsThatHaveThem) {
   Record(worldH).hasFrame = 0;
   void* frame = Record(worldH).pixels.frame;
   ForgetLog();
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("HLock(handle1)", "K_FreeHandle(handle1)"));
   PXL_FreeFrame(frame, 820);
 }
@@ -295,13 +296,13 @@ TEST_F(Disposal, FreesFramesOnlyOfWorldsThatHaveThem) {
 TEST_F(Disposal, DoesNotCountAWorldThatWasNeverFinished) {
   PXL_WorldHandle worldH = CallerHandle();
   Record(worldH) = {};
-  EXPECT_EQ(PXLp_ReleaseWorld(worldH), 0);
+  EXPECT_EQ(PXLp_ReleaseWorld(worldH), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("HLock(caller)", "HUnlock(caller)"));
   EXPECT_EQ(PXLp_G.worldCount, 0);
 }
 
 TEST_F(Disposal, OfNoHandleDoesNothing) {
-  EXPECT_EQ(PXLp_ReleaseWorld(nullptr), 0);
+  EXPECT_EQ(PXLp_ReleaseWorld(nullptr), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 
@@ -312,7 +313,7 @@ TEST_F(Disposal, OfPixelsAloneKeepsTheFramesAddress) {
   pixels.baseAddr = pixels.frame;
   void* frame = pixels.frame;
   ForgetLog();
-  EXPECT_EQ(PXLp_ReleasePixels(&pixels), 0);
+  EXPECT_EQ(PXLp_ReleasePixels(&pixels), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("free(heap1)"));
   EXPECT_EQ(pixels.baseAddr, nullptr);
   EXPECT_EQ(pixels.frame, frame);
@@ -337,7 +338,7 @@ TEST_F(Disposal, AndCreationFollowARecordThatMoves) {
     EXPECT_EQ(world.ownsHandle, 1);
     EXPECT_EQ(world.headMark, 0xBECCAU);
     EXPECT_EQ(world.tailMark, 0xBECCAU);
-    EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+    EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
     EXPECT_THAT(recorder_.Outstanding(), IsEmpty());
   }
   EXPECT_EQ(PXLp_G.worldCount, 0);

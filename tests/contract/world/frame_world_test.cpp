@@ -24,7 +24,7 @@ class FrameWorld : public Contract {
 };
 
 TEST_F(FrameWorld, OfSmallSizeLivesOnTheHeap) {
-  ASSERT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "K_PurgeLoop(820, 1)", "malloc(820)",
@@ -42,7 +42,7 @@ TEST_F(FrameWorld, OfSmallSizeLivesOnTheHeap) {
 }
 
 TEST_F(FrameWorld, OfLargeSizeLivesInThePool) {
-  ASSERT_EQ(New(128, Sized(1920, 1080), PXL_Flag_CLEAR), 0);
+  ASSERT_EQ(New(128, Sized(1920, 1080), PXL_Flag_CLEAR), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "K_PurgeLoop(33177620, 1)",
@@ -61,7 +61,7 @@ TEST_F(FrameWorld, OfLargeSizeLivesInThePool) {
 TEST_F(FrameWorld, ThatCannotBeHadIsReportedByItsSize) {
   recorder_.FailAlways("K_AllocateRecycledPtr");
   worldH_ = reinterpret_cast<PXL_WorldHandle>(&worldH_);
-  EXPECT_EQ(New(128, Sized(1920, 1080), PXL_Flag_CLEAR), 4);
+  EXPECT_EQ(New(128, Sized(1920, 1080), PXL_Flag_CLEAR), PXL_Err_NO_MEMORY);
   EXPECT_EQ(worldH_, nullptr);
   EXPECT_THAT(
       Log(),
@@ -85,7 +85,7 @@ TEST_F(FrameWorld, ThatCannotBeHadLeavesNoFrameInTheCallersRecord) {
   recorder_.FailAlways("malloc");
   PXL_WorldHandle callersH = CallerHandle();
   const Rect rect = Sized(10, 10);
-  EXPECT_EQ(PXL_NewWorld(nullptr, 0, &rect, 64, 0, callersH, nullptr), 4);
+  EXPECT_EQ(PXL_NewWorld(nullptr, 0, &rect, 64, 0, callersH, nullptr), PXL_Err_NO_MEMORY);
   const PXL_World& world = Record(callersH);
   EXPECT_EQ(world.hasFrame, 0);
   EXPECT_EQ(world.depth, 0);
@@ -99,7 +99,7 @@ TEST_F(FrameWorld, ThatCannotBeHadLeavesNoFrameInTheCallersRecord) {
 
 TEST_F(FrameWorld, GivesTheAllocatorsStatusWhenThereIsNoFrame) {
   recorder_.script.purgeLoop = [](std::uint64_t, K_PurgeAttempt, void*) { return 33; };
-  EXPECT_EQ(New(64, Sized(10, 10)), 4);
+  EXPECT_EQ(New(64, Sized(10, 10)), PXL_Err_NO_MEMORY);
   EXPECT_EQ(recorder_.Count("K_ReportError"), 1);
 }
 
@@ -109,14 +109,14 @@ TEST_F(FrameWorld, TakesAFrameThatComesWithACode) {
     attempt(context, &done);
     return -9;
   };
-  ASSERT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(World().pixels.frame), "heap1");
   EXPECT_EQ(PXLp_G.worldCount, 1);
   EXPECT_EQ(recorder_.LogOf({"Kp_ReportError", "K_ReportError"}).size(), 0U);
 }
 
 TEST_F(FrameWorld, IsMadeAt32BitsOnRequest) {
-  ASSERT_EQ(New(32, Sized(10, 10), PXL_Flag_NO_PLATFORM), 0);
+  ASSERT_EQ(New(32, Sized(10, 10), PXL_Flag_NO_PLATFORM), PXL_Err_NONE);
   EXPECT_EQ(World().depth, 32);
   EXPECT_EQ(World().hasFrame, 1);
   EXPECT_EQ(World().hasGWorld, 0);
@@ -126,7 +126,7 @@ TEST_F(FrameWorld, IsMadeAt32BitsOnRequest) {
 }
 
 TEST_F(FrameWorld, IsMadeAt128BitsOfItself) {
-  ASSERT_EQ(New(128, Sized(10, 10)), 0);
+  ASSERT_EQ(New(128, Sized(10, 10)), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.rowBytes, 160);
   EXPECT_EQ(World().pixels.frameSize, 1620U);
 }
@@ -137,7 +137,7 @@ TEST_F(FrameWorld, IsNotMadeAtAnyOtherDepth) {
       {65, 0},     {96, 0},      {127, 0},     {129, 0},     {256, 0}};
   for (const auto& [depth, flags] : refused) {
     ForgetLog();
-    EXPECT_EQ(New(depth, Sized(10, 10), flags), 3) << depth;
+    EXPECT_EQ(New(depth, Sized(10, 10), flags), PXL_Err_REFUSED) << depth;
     EXPECT_EQ(worldH_, nullptr);
     EXPECT_THAT(recorder_.LogOf({"K_ReportFailedVerification"}),
                 ElementsAre("K_ReportFailedVerification(0x7003B, 72, 0, "
@@ -150,7 +150,7 @@ TEST_F(FrameWorld, IsNotMadeAtAnyOtherDepth) {
 }
 
 TEST_F(FrameWorld, WithTooLongARowIsReportedOnce) {
-  EXPECT_EQ(New(64, Sized(32767, 1)), 3);
+  EXPECT_EQ(New(64, Sized(32767, 1)), PXL_Err_REFUSED);
   EXPECT_THAT(recorder_.LogOf({"Kp_ReportError", "K_ReportError"}),
               ElementsAre(StartsWith("Kp_ReportError(0x70035, 8 error 0 ")));
   EXPECT_EQ(recorder_.Count("K_PurgeLoop"), 0);
@@ -158,25 +158,25 @@ TEST_F(FrameWorld, WithTooLongARowIsReportedOnce) {
 }
 
 TEST_F(FrameWorld, BeyondTheLimitIsReportedOnce) {
-  EXPECT_EQ(New(32, Sized(32765, 16384), PXL_Flag_NO_PLATFORM), 4);
+  EXPECT_EQ(New(32, Sized(32765, 16384), PXL_Flag_NO_PLATFORM), PXL_Err_NO_MEMORY);
   EXPECT_THAT(recorder_.LogOf({"Kp_ReportError", "K_ReportError"}),
               ElementsAre(HasSubstr("(2.0 GB)")));
   EXPECT_EQ(recorder_.Count("K_PurgeLoop"), 0);
 }
 
 TEST_F(FrameWorld, OfNoHeightIsAccepted) {
-  ASSERT_EQ(New(64, Sized(10, 0)), 0);
+  ASSERT_EQ(New(64, Sized(10, 0)), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.frameSize, 20U);
 }
 
 TEST_F(FrameWorld, KeepsWhatTheMemoryHeldUnlessAskedToClear) {
-  ASSERT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), PXL_Err_NONE);
   const auto* frame = static_cast<const unsigned char*>(World().pixels.frame);
   EXPECT_TRUE(std::all_of(frame, frame + 820, [](unsigned char b) { return b == 0xA5; }));
 }
 
 TEST_F(FrameWorld, ClearsItsRowsAndNothingElse) {
-  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_CLEAR), 0);
+  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_CLEAR), PXL_Err_NONE);
   const auto* frame = static_cast<const unsigned char*>(World().pixels.frame);
   const std::uint64_t offset = World().pixels.alignOffset;
   for (std::uint64_t i = 0; i < 820; ++i) {
@@ -192,7 +192,7 @@ TEST_F(FrameWorld, StartsItsPixelsOnA16ByteBoundary) {
     *address = static_cast<char*>(*address) + 5;
     return 0;
   };
-  ASSERT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), PXL_Err_NONE);
   const auto first =
       reinterpret_cast<std::uintptr_t>(World().pixels.frame) + World().pixels.alignOffset;
   EXPECT_EQ(first % 16, 0U);
@@ -201,16 +201,16 @@ TEST_F(FrameWorld, StartsItsPixelsOnA16ByteBoundary) {
 }
 
 TEST_F(FrameWorld, DoesNotTellTheAllocatorThatItIsPurgeable) {
-  ASSERT_EQ(New(64, Sized(10, 10)), 0);
+  ASSERT_EQ(New(64, Sized(10, 10)), PXL_Err_NONE);
   const std::vector<std::string> plain = recorder_.LogOf({"K_PurgeLoop", "malloc"});
   ForgetLog();
-  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_PURGEABLE), 0);
+  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_PURGEABLE), PXL_Err_NONE);
   EXPECT_EQ(recorder_.LogOf({"K_PurgeLoop", "malloc"}), plain);
   EXPECT_EQ(World().flags, 0x0020U);
 }
 
 TEST_F(FrameWorld, IsNotMappedWithoutBeingDeferred) {
-  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_MAPPED), 0);
+  ASSERT_EQ(New(64, Sized(10, 10), PXL_Flag_MAPPED), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.provider, nullptr);
   EXPECT_EQ(recorder_.NameOf(World().pixels.frame), "heap1");
   EXPECT_EQ(recorder_.Count("Init"), 0);

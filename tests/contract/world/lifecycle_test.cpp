@@ -1,3 +1,4 @@
+// Birth and death of the module.
 #include "tests/support/module/contract.h"
 #include "transfer/kernels/conversion_tables.h"
 
@@ -13,7 +14,7 @@ TEST_F(Birth, FindsAModuleThatHasNotLived) {
 }
 
 TEST_F(Birth, LogsFirstAndReportsNothing) {
-  EXPECT_EQ(PXL_Birth(7), 0);
+  EXPECT_EQ(PXL_Birth(7), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre(R"(TRC_Log(10, "PXL", "Birth", "PXL Birth"))"));
 }
 
@@ -42,7 +43,7 @@ TEST_F(Birth, OfAModuleThatLivesIsReportedAndChangesNothing) {
   PXLp_G.worldCount = 3;
   PXLp_table8to16[1] = 9;
   ForgetLog();
-  EXPECT_EQ(PXL_Birth(8), 0);
+  EXPECT_EQ(PXL_Birth(8), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre(R"(TRC_Log(10, "PXL", "Birth", "PXL Birth"))",
                                  "K_ZLookupLStrCache(51, 0, 0)",
                                  R"(Kp_ReportErrString(0x70002, 8, "rebirth."))"));
@@ -54,7 +55,7 @@ TEST_F(Birth, OfAModuleThatLivesIsReportedAndChangesNothing) {
 
 TEST_F(Birth, TakesAnyMarkForALife) {
   PXLp_G.bornMark = 1;
-  EXPECT_EQ(PXL_Birth(0), 0);
+  EXPECT_EQ(PXL_Birth(0), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("Kp_ReportErrString"), 1);
   EXPECT_EQ(PXLp_G.bornMark, 1U);
   EXPECT_EQ(PXLp_table8to16[255], 0);
@@ -76,7 +77,7 @@ TEST_F(Death, LogsFirstAndClearsOnlyTheMark) {
   PXL_Birth(7);
   PXLp_G.worldCount = 3;
   ForgetLog();
-  EXPECT_EQ(PXL_Death(), 0);
+  EXPECT_EQ(PXL_Death(), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre(R"(TRC_Log(10, "PXL", "Death", "PXL Death"))"));
   EXPECT_EQ(PXLp_G.bornMark, 0U);
   EXPECT_EQ(PXLp_G.birthArg, 7U);
@@ -86,7 +87,7 @@ TEST_F(Death, LogsFirstAndClearsOnlyTheMark) {
 }
 
 TEST_F(Death, OfAModuleThatDoesNotLiveIsReported) {
-  EXPECT_EQ(PXL_Death(), 2);
+  EXPECT_EQ(PXL_Death(), PXL_Err_INVALID);
   EXPECT_THAT(
       Log(),
       ElementsAre(R"(TRC_Log(10, "PXL", "Death", "PXL Death"))", "K_ZLookupLStrCache(57, 0, 0)",
@@ -95,14 +96,14 @@ TEST_F(Death, OfAModuleThatDoesNotLiveIsReported) {
 
 TEST_F(Death, TwiceIsReportedTheSecondTime) {
   PXL_Birth(0);
-  EXPECT_EQ(PXL_Death(), 0);
-  EXPECT_EQ(PXL_Death(), 2);
+  EXPECT_EQ(PXL_Death(), PXL_Err_NONE);
+  EXPECT_EQ(PXL_Death(), PXL_Err_INVALID);
   EXPECT_EQ(recorder_.Count("Kp_ReportErrString"), 1);
 }
 
 TEST_F(Death, AcceptsOnlyTheExactMark) {
   PXLp_G.bornMark = 1;
-  EXPECT_EQ(PXL_Death(), 2);
+  EXPECT_EQ(PXL_Death(), PXL_Err_INVALID);
   EXPECT_EQ(PXLp_G.bornMark, 1U);
 }
 
@@ -110,7 +111,7 @@ TEST_F(Death, SaysNothingOfLiveWorlds) {
   BeBorn();
   ASSERT_NE(Make(64, Sized(4, 4)), nullptr);
   ForgetLog();
-  EXPECT_EQ(PXL_Death(), 0);
+  EXPECT_EQ(PXL_Death(), PXL_Err_NONE);
   EXPECT_EQ(Log().size(), 1U);
   EXPECT_EQ(PXLp_G.worldCount, 1);
   EXPECT_THAT(recorder_.Outstanding(), ElementsAre("handle1", "heap1"));

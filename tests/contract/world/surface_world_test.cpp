@@ -28,7 +28,7 @@ class SurfaceWorld : public Contract {
 };
 
 TEST_F(SurfaceWorld, IsMadeUnderForcedBitmapsAndPutsPortAndDeviceBack) {
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
                                  "HLock(handle1)", "GetPort()", "GetGDevice()",
@@ -40,7 +40,7 @@ TEST_F(SurfaceWorld, IsMadeUnderForcedBitmapsAndPutsPortAndDeviceBack) {
 }
 
 TEST_F(SurfaceWorld, HoldsSurfaceAndDeviceAndNoFrame) {
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_EQ(recorder_.NameOf(World().gworld), "gworld1");
   EXPECT_EQ(recorder_.NameOf(World().gdevice), "device of gworld1");
   EXPECT_EQ(World().hasGWorld, 1);
@@ -62,7 +62,7 @@ TEST_F(SurfaceWorld, HoldsSurfaceAndDeviceAndNoFrame) {
 
 TEST_F(SurfaceWorld, IsWhatShallowDepthsGetOfThemselves) {
   for (const std::int32_t depth : {1, 8, 16, 24, 63}) {
-    ASSERT_EQ(New(depth), 0) << depth;
+    ASSERT_EQ(New(depth), PXL_Err_NONE) << depth;
     EXPECT_EQ(World().hasGWorld, 1);
     EXPECT_THAT(recorder_.LogOf({"NewGWorld"}),
                 ElementsAre(StartsWith("NewGWorld(" + std::to_string(depth) + ", ")));
@@ -71,19 +71,19 @@ TEST_F(SurfaceWorld, IsWhatShallowDepthsGetOfThemselves) {
 
 TEST_F(SurfaceWorld, TakesItsRowBytesFromTheMapWithoutTheFlags) {
   recorder_.script.surfaceRowBytes = 0x3FF0;
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_EQ(World().pixels.rowBytes, 0x3FF0);
 }
 
 TEST_F(SurfaceWorld, TakesTheDepthThatTheSurfaceHas) {
   recorder_.script.surfaceDepth = 16;
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_EQ(World().depth, 16);
 }
 
 TEST_F(SurfaceWorld, WithoutAMapHasNoDepthAndNoRows) {
   recorder_.script.surfaceWithoutMap = true;
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_EQ(World().depth, 0);
   EXPECT_EQ(World().pixels.rowBytes, 0);
   EXPECT_EQ(World().width, 10);
@@ -92,7 +92,7 @@ TEST_F(SurfaceWorld, WithoutAMapHasNoDepthAndNoRows) {
 
 TEST_F(SurfaceWorld, WithoutAHandleOfAMapHasNoDepthAndNoRows) {
   recorder_.Fail("GetPortPixMap");
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_EQ(World().depth, 0);
   EXPECT_EQ(World().pixels.rowBytes, 0);
   EXPECT_EQ(World().headMark, 0xBECCAU);
@@ -103,13 +103,13 @@ TEST_F(SurfaceWorld, TakesItsDepthButNoRowBytesFromTheMapIfItHasSome) {
   recorder_.OnCall([this](const std::string& name) {
     if (name == "GetPortPixMap") Record(worldH_).pixels.rowBytes = 7;
   });
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_EQ(World().depth, 16);
   EXPECT_EQ(World().pixels.rowBytes, 7);
 }
 
 TEST_F(SurfaceWorld, StaysInMainMemoryOnRequest) {
-  ASSERT_EQ(New(32, PXL_Flag_KEEP_LOCAL), 0);
+  ASSERT_EQ(New(32, PXL_Flag_KEEP_LOCAL), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"QDE_ForceBitmapCreationBitfields", "NewGWorld"}),
               ElementsAre("QDE_ForceBitmapCreationBitfields(1, 8, 8)",
                           "NewGWorld(32, {2, 3, 12, 13}, null, null, 8)",
@@ -117,25 +117,25 @@ TEST_F(SurfaceWorld, StaysInMainMemoryOnRequest) {
 }
 
 TEST_F(SurfaceWorld, MayBePurgedOnRequest) {
-  ASSERT_EQ(New(8, PXL_Flag_PURGEABLE), 0);
+  ASSERT_EQ(New(8, PXL_Flag_PURGEABLE), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"QDE_ForceBitmapCreationBitfields", "NewGWorld"}),
               ElementsAre("QDE_ForceBitmapCreationBitfields(1, 0, 8)",
                           "NewGWorld(8, {2, 3, 12, 13}, null, null, 1)",
                           "QDE_ForceBitmapCreationBitfields(0, 0, 0)"));
-  ASSERT_EQ(New(8, PXL_Flag_PURGEABLE | PXL_Flag_KEEP_LOCAL), 0);
+  ASSERT_EQ(New(8, PXL_Flag_PURGEABLE | PXL_Flag_KEEP_LOCAL), PXL_Err_NONE);
   EXPECT_EQ(recorder_.LogOf({"NewGWorld"})[0], "NewGWorld(8, {2, 3, 12, 13}, null, null, 9)");
 }
 
 TEST_F(SurfaceWorld, PassesNoOtherFlagOn) {
-  ASSERT_EQ(New(32, 0xFFFFE4D7U & ~0x0100U), 0);
+  ASSERT_EQ(New(32, 0xFFFFE4D7U & ~0x0100U), PXL_Err_NONE);
   EXPECT_EQ(recorder_.LogOf({"NewGWorld"})[0], "NewGWorld(32, {2, 3, 12, 13}, null, null, 0)");
-  ASSERT_EQ(New(32, PXL_Flag_MAPPED), 0);
+  ASSERT_EQ(New(32, PXL_Flag_MAPPED), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("Init"), 0);
 }
 
 TEST_F(SurfaceWorld, ThatFailsIsReportedWhileTheForcingIsOn) {
   recorder_.Fail("NewGWorld");
-  EXPECT_EQ(New(32), -50);
+  EXPECT_EQ(New(32), kLayerError);
   EXPECT_EQ(worldH_, nullptr);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(2, 0, 0)",
                                  R"(K_AllocateHandleClear(0x70003, "graphics structure", 112))",
@@ -151,7 +151,7 @@ TEST_F(SurfaceWorld, ThatFailsIsReportedWhileTheForcingIsOn) {
 }
 
 TEST_F(SurfaceWorld, ThatFailsForMemorySaysHowLargeItWouldHaveBeen) {
-  for (const std::int16_t error : {std::int16_t{4}, std::int16_t{-108}}) {
+  for (const std::int16_t error : {std::int16_t{PXL_Err_NO_MEMORY}, kLayerMemoryFull}) {
     recorder_.script.newGWorldError = error;
     recorder_.Fail("NewGWorld");
     EXPECT_EQ(New(32), error);
@@ -171,10 +171,10 @@ TEST_F(SurfaceWorld, ThatFailsWithAPositiveNumberHasFailedToo) {
 }
 
 TEST_F(SurfaceWorld, ThatFailsComputesItsSizeWithoutPadding) {
-  recorder_.script.newGWorldError = -108;
+  recorder_.script.newGWorldError = kLayerMemoryFull;
   recorder_.Fail("NewGWorld");
   rect_ = {-32768, -32768, 32767, 32767};
-  EXPECT_EQ(New(8), -108);
+  EXPECT_EQ(New(8), kLayerMemoryFull);
   EXPECT_THAT(recorder_.LogOf({"K_ReportError"}),
               ElementsAre(HasSubstr("size 65535 x 65535 @ 2 bpc (4.0 GB)")));
 }
@@ -184,7 +184,7 @@ TEST_F(SurfaceWorld, ThatFailsLeavesNoSurfaceInTheCallersRecord) {
   recorder_.script.surfaceOfFailure = reinterpret_cast<GWorldPtr>(&port_);
   PXL_WorldHandle callersH = CallerHandle();
   ForgetLog();
-  EXPECT_EQ(PXL_NewWorld(nullptr, 0, &rect_, 32, 0, callersH, nullptr), -50);
+  EXPECT_EQ(PXL_NewWorld(nullptr, 0, &rect_, 32, 0, callersH, nullptr), kLayerError);
   const PXL_World& world = Record(callersH);
   EXPECT_EQ(world.hasGWorld, 0);
   EXPECT_EQ(world.gworld, nullptr);
@@ -201,7 +201,7 @@ TEST_F(SurfaceWorld, ThatFailsLeavesNoSurfaceInTheCallersRecord) {
 TEST_F(SurfaceWorld, PutsBackThatThereWasNoPortAndNoDevice) {
   recorder_.script.currentPort = nullptr;
   recorder_.script.currentDevice = nullptr;
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_THAT(recorder_.LogOf({"SetGDevice", "MacSetPort"}),
               ElementsAre("SetGDevice(null)", "MacSetPort(null)"));
 }
@@ -215,7 +215,7 @@ TEST_F(SurfaceWorld, IsClearedWithoutBeingLockedAndBeforeItIsMarked) {
     EXPECT_EQ(Record(worldH_).depth, 32);
     EXPECT_EQ(Record(worldH_).pixels.rowBytes, 48);
   });
-  ASSERT_EQ(New(32, PXL_Flag_CLEAR), 0);
+  ASSERT_EQ(New(32, PXL_Flag_CLEAR), PXL_Err_NONE);
   EXPECT_TRUE(seen);
   EXPECT_THAT(
       Log(),
@@ -233,14 +233,14 @@ TEST_F(SurfaceWorld, IsClearedWithoutBeingLockedAndBeforeItIsMarked) {
 }
 
 TEST_F(SurfaceWorld, KeepsWhatTheSurfaceHeldUnlessAskedToClear) {
-  ASSERT_EQ(New(32), 0);
+  ASSERT_EQ(New(32), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("GetPixBaseAddr"), 0);
 }
 
 TEST_F(SurfaceWorld, InTheCallersHandleIsBuiltThere) {
   PXL_WorldHandle callersH = CallerHandle();
   ForgetLog();
-  EXPECT_EQ(PXL_NewWorld(nullptr, 0, &rect_, 8, 0, callersH, nullptr), 0);
+  EXPECT_EQ(PXL_NewWorld(nullptr, 0, &rect_, 8, 0, callersH, nullptr), PXL_Err_NONE);
   EXPECT_EQ(Log()[0], "HLock(caller)");
   EXPECT_EQ(Log()[1], "HUnlock(caller)");
   EXPECT_EQ(Log()[2], "HLock(caller)");

@@ -1,3 +1,4 @@
+// PXL_CheckVersions.
 #include "tests/support/module/contract.h"
 
 using ::testing::ElementsAre;
@@ -13,7 +14,7 @@ TEST_F(PackageVersion, IsInterface31Revision14) {
 }
 
 TEST_F(VersionCheck, AsksTheThreeLibrariesUnderItsOwnCode) {
-  EXPECT_EQ(PXL_CheckVersions(0x123456, 31), 0);
+  EXPECT_EQ(PXL_CheckVersions(0x123456, 31), PXL_Err_NONE);
   EXPECT_THAT(Log(), ElementsAre("K_CheckVersions(0x70001, 61)", "Q_CheckVersions(0x70001, 18)",
                                  "TXT_CheckVersions(0x70001, 3)"));
 }
@@ -21,14 +22,14 @@ TEST_F(VersionCheck, AsksTheThreeLibrariesUnderItsOwnCode) {
 TEST_F(VersionCheck, AsksTheLibrariesOnlyOnce) {
   PXL_CheckVersions(0, 31);
   ForgetLog();
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 0);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_NONE);
   EXPECT_THAT(Log(), IsEmpty());
 }
 
 TEST_F(VersionCheck, AsksTheOtherLibrariesAfterAMismatchOfTheFirst) {
   recorder_.script.versionsOfK = 1;
   recorder_.script.versionsOfQ = 2;
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_VERSION);
   EXPECT_EQ(recorder_.Count("Q_CheckVersions"), 1);
   EXPECT_EQ(recorder_.Count("TXT_CheckVersions"), 1);
 }
@@ -40,7 +41,7 @@ TEST_F(VersionCheck, FailsForAMismatchOfEachLibraryWithoutAReportOfItsOwn) {
   for (const auto answer : answers) {
     Unload();
     recorder_.script.*answer = 5;
-    EXPECT_EQ(PXL_CheckVersions(0, 31), 7);
+    EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_VERSION);
     EXPECT_EQ(Log().size(), 3U);
   }
 }
@@ -48,26 +49,26 @@ TEST_F(VersionCheck, FailsForAMismatchOfEachLibraryWithoutAReportOfItsOwn) {
 TEST_F(VersionCheck, CombinesTheAnswersByBits) {
   recorder_.script.versionsOfK = 1;
   recorder_.script.versionsOfTXT = -1;
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_VERSION);
   Unload();
   // Their sum is 0.
   recorder_.script.versionsOfK = 1;
   recorder_.script.versionsOfQ = -1;
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_VERSION);
 }
 
 TEST_F(VersionCheck, ForgetsAMismatchOfTheLibrariesAfterTheFirstCall) {
   recorder_.script.versionsOfTXT = 1;
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 7);
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 0);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_VERSION);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("TXT_CheckVersions"), 1);
 }
 
 TEST_F(VersionCheck, UsesItsOneLookAtTheLibrariesUpOnAWrongHeader) {
   recorder_.script.versionsOfK = 1;
-  EXPECT_EQ(PXL_CheckVersions(0, 30), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, 30), PXL_Err_VERSION);
   EXPECT_EQ(recorder_.Count("Kp_ReportError"), 1);
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 0);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_NONE);
   EXPECT_EQ(recorder_.Count("K_CheckVersions"), 1);
 }
 
@@ -78,7 +79,7 @@ TEST_F(VersionCheck, CountsAsDoneBeforeTheLibrariesAreAsked) {
     if (name == "K_CheckVersions" && nested == -1) nested = PXL_CheckVersions(0, 31);
   });
   recorder_.script.versionsOfK = 1;
-  EXPECT_EQ(PXL_CheckVersions(0, 31), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, 31), PXL_Err_VERSION);
   EXPECT_EQ(nested, 0);
   EXPECT_EQ(recorder_.Count("K_CheckVersions"), 1);
 }
@@ -95,7 +96,7 @@ TEST_F(VersionCheck, IsNotRepeatedAfterABirthOrADeath) {
 TEST_F(VersionCheck, ReportsAnOlderHeaderUnderTheCallersCode) {
   PXL_CheckVersions(0, 31);
   ForgetLog();
-  EXPECT_EQ(PXL_CheckVersions(0x12345678, 30), 7);
+  EXPECT_EQ(PXL_CheckVersions(0x12345678, 30), PXL_Err_VERSION);
   EXPECT_THAT(Log(),
               ElementsAre("Kp_ReportError(0x12345678, 16 error 0 "
                           "\"Plug-in version mismatch detected (did you install over an older "
@@ -104,26 +105,26 @@ TEST_F(VersionCheck, ReportsAnOlderHeaderUnderTheCallersCode) {
 }
 
 TEST_F(VersionCheck, ReportsANewerHeader) {
-  EXPECT_EQ(PXL_CheckVersions(9, 32), 7);
+  EXPECT_EQ(PXL_CheckVersions(9, 32), PXL_Err_VERSION);
   EXPECT_THAT(Log().back(),
               ::testing::AllOf(::testing::StartsWith("Kp_ReportError(0x9, 16 error 0 "),
                                ::testing::EndsWith("(PXL package v31 != PXL.h v32)\")")));
 }
 
 TEST_F(VersionCheck, PrintsTheHeaderVersionSigned) {
-  EXPECT_EQ(PXL_CheckVersions(0, -1), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, -1), PXL_Err_VERSION);
   EXPECT_THAT(Log().back(), ::testing::EndsWith("PXL.h v-1)\")"));
 }
 
 TEST_F(VersionCheck, DoesNotTakeTheWholePackageVersionForTheInterface) {
-  EXPECT_EQ(PXL_CheckVersions(0, 0x001F000E), 7);
-  EXPECT_EQ(PXL_CheckVersions(0, 14), 7);
-  EXPECT_EQ(PXL_CheckVersions(0, 0x001F0000), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, 0x001F000E), PXL_Err_VERSION);
+  EXPECT_EQ(PXL_CheckVersions(0, 14), PXL_Err_VERSION);
+  EXPECT_EQ(PXL_CheckVersions(0, 0x001F0000), PXL_Err_VERSION);
 }
 
 TEST_F(VersionCheck, WithBothWrongReportsOnlyTheHeader) {
   recorder_.script.versionsOfQ = 1;
-  EXPECT_EQ(PXL_CheckVersions(0, 32), 7);
+  EXPECT_EQ(PXL_CheckVersions(0, 32), PXL_Err_VERSION);
   EXPECT_EQ(recorder_.Count("Kp_ReportError"), 1);
   EXPECT_EQ(Log().size(), 4U);
 }

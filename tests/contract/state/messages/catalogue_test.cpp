@@ -1,3 +1,4 @@
+// The catalogue of messages.
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -9,10 +10,10 @@ using ::testing::StartsWith;
 
 namespace {
 
-constexpr int MESSAGES = 68;
+constexpr int kMessages = 68;
 
 // The texts as the translators have them.
-const std::array<const char*, MESSAGES> TEXTS = {
+const std::array<const char*, kMessages> kTexts = {
     "$$$/OV/PXL/LStr/0000=",
     "$$$/OV/PXL/LStr/0001=PXL unborn.",
     "$$$/OV/PXL/LStr/0002=graphics structure",
@@ -108,8 +109,8 @@ std::string DefaultText(int number) {
 class Catalogue : public Contract {};
 
 TEST_F(Catalogue, HoldsEveryTextAtItsNumber) {
-  for (int number = 0; number < MESSAGES; ++number) {
-    const char* wanted = TEXTS[static_cast<std::size_t>(number)];
+  for (int number = 0; number < kMessages; ++number) {
+    const char* wanted = kTexts[static_cast<std::size_t>(number)];
     if (PointsToHelpPage(number)) {
       EXPECT_THAT(Entry(number).key, StartsWith(wanted));
     } else {
@@ -119,7 +120,7 @@ TEST_F(Catalogue, HoldsEveryTextAtItsNumber) {
 }
 
 TEST_F(Catalogue, KeysCarryTheirNumberInFourDigits) {
-  for (int number = 0; number < MESSAGES; ++number) {
+  for (int number = 0; number < kMessages; ++number) {
     char prefix[32];
     std::snprintf(prefix, sizeof prefix, "$$$/OV/PXL/LStr/%04d=", number);
     EXPECT_THAT(Entry(number).key, StartsWith(prefix));
@@ -127,7 +128,7 @@ TEST_F(Catalogue, KeysCarryTheirNumberInFourDigits) {
 }
 
 TEST_F(Catalogue, IsPlainAscii) {
-  for (int number = 0; number < MESSAGES; ++number) {
+  for (int number = 0; number < kMessages; ++number) {
     for (const char* c = Entry(number).key; *c != 0; ++c) {
       EXPECT_TRUE(*c >= 0x20 && *c < 0x7F) << number;
     }
@@ -138,14 +139,14 @@ TEST_F(Catalogue, IsPlainAscii) {
 TEST_F(Catalogue, EndsTheMemoryTextsInTheAddressOfAHelpPage) {
   const std::string first = Entry(66).key;
   const std::string second = Entry(67).key;
-  const std::string address = first.substr(std::strlen(TEXTS[66]));
+  const std::string address = first.substr(std::strlen(kTexts[66]));
   EXPECT_THAT(address, StartsWith("https://"));
   EXPECT_EQ(address.find_first_of("@#^% "), std::string::npos);
-  EXPECT_EQ(second.substr(std::strlen(TEXTS[67])), address);
+  EXPECT_EQ(second.substr(std::strlen(kTexts[67])), address);
 }
 
 TEST_F(Catalogue, LeavesTheCacheWordsOfEveryTextZero) {
-  for (int number = 0; number < MESSAGES; ++number) {
+  for (int number = 0; number < kMessages; ++number) {
     EXPECT_EQ(Entry(number).cache[0], 0U) << number;
     EXPECT_EQ(Entry(number).cache[1], 0U) << number;
     EXPECT_EQ(Entry(number).cache[2], 0U) << number;
@@ -167,10 +168,10 @@ TEST_F(Catalogue, HasCacheWordsThatCanBeWrittenAndLeavesThemToTheLookup) {
 }
 
 TEST_F(Catalogue, EndsInAnEntryWithoutKey) {
-  EXPECT_EQ(Entry(MESSAGES).key, nullptr);
-  EXPECT_EQ(Entry(MESSAGES).cache[0], ~uintptr_t{0});
-  EXPECT_EQ(Entry(MESSAGES).cache[1], ~uintptr_t{0});
-  EXPECT_EQ(Entry(MESSAGES).cache[2], 0U);
+  EXPECT_EQ(Entry(kMessages).key, nullptr);
+  EXPECT_EQ(Entry(kMessages).cache[0], ~uintptr_t{0});
+  EXPECT_EQ(Entry(kMessages).cache[1], ~uintptr_t{0});
+  EXPECT_EQ(Entry(kMessages).cache[2], 0U);
 }
 
 TEST_F(Catalogue, CountsItsEndEntry) {

@@ -1,3 +1,4 @@
+// The ways of reporting.
 #include <cstdio>
 #include <utility>
 
@@ -55,7 +56,7 @@ TEST_F(Reports, WithAnErrorNumberAskForTheWordsFirst) {
 }
 
 TEST_F(Reports, OfAFailedVerificationGiveARefusal) {
-  EXPECT_EQ(PXLp_FailVerification(0x7003B, 72, "text"), 3);
+  EXPECT_EQ(PXLp_FailVerification(0x7003B, 72, "text"), PXL_Err_REFUSED);
   EXPECT_THAT(Log(), ElementsAre(R"(K_ReportFailedVerification(0x7003B, 72, 0, "text"))"));
 }
 

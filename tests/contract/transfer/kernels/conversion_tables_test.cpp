@@ -1,3 +1,4 @@
+// The tables of the conversions from 8 bits.
 #include "transfer/kernels/conversion_tables.h"
 
 #include <bit>

@@ -1,4 +1,4 @@
-// The conversions of every level that this processor has, beside the plain loops.
+// Compares the conversions of every level of this processor with the plain loops.
 #include <cstring>
 #include <vector>
 
@@ -39,13 +39,13 @@ TEST_P(KernelsOfLevel, TruncateFloatsLikeThePlainLoop) {
 // reaches.
 TEST_P(KernelsOfLevel, StreamToRowsBetweenTheChannelsOfMemory) {
   if (GetParam() == simd::Level::Baseline) GTEST_SKIP() << "has no vectors";
-  constexpr std::size_t channels = 333;
-  std::vector<std::uint8_t> source(channels);
-  for (std::size_t i = 0; i < channels; ++i) source[i] = static_cast<std::uint8_t>(i);
-  std::vector<std::uint16_t> expected(channels);
-  PXLp_Row8to16(source.data(), expected.data(), channels);
+  constexpr std::size_t kChannels = 333;
+  std::vector<std::uint8_t> source(kChannels);
+  for (std::size_t i = 0; i < kChannels; ++i) source[i] = static_cast<std::uint8_t>(i);
+  std::vector<std::uint16_t> expected(kChannels);
+  PXLp_Row8to16(source.data(), expected.data(), kChannels);
 
-  std::vector<unsigned char> memory(1 + channels * 2);
-  PXLp_KernelsOf(GetParam()).from8to16.streaming(source.data(), memory.data() + 1, channels);
-  EXPECT_EQ(std::memcmp(memory.data() + 1, expected.data(), channels * 2), 0);
+  std::vector<unsigned char> memory(1 + kChannels * 2);
+  PXLp_KernelsOf(GetParam()).from8to16.streaming(source.data(), memory.data() + 1, kChannels);
+  EXPECT_EQ(std::memcmp(memory.data() + 1, expected.data(), kChannels * 2), 0);
 }

@@ -1,3 +1,4 @@
+// The kernels: every value, length and alignment.
 #include "transfer/kernels/Kernels.h"
 
 #include <algorithm>
@@ -13,17 +14,17 @@ using ::testing::ElementsAre;
 
 namespace {
 
-constexpr unsigned char GUARD = 0x5C;
+constexpr unsigned char kGuard = 0x5C;
 
-// Runs a kernel over channels between guard bytes, a channel off the vectors'
-// alignment on either side, and gives what it wrote.
-template <class From, class To>
+// Runs a kernel over channels between guard bytes, one channel off the vectors'
+// alignment on either side, and returns its output.
+template <typename From, typename To>
 std::vector<To> Transferred(PXLp_RowKernel kernel, const std::vector<From>& channels) {
-  constexpr std::size_t edge = 64;
-  std::vector<unsigned char> source(2 * edge + (channels.size() + 1) * sizeof(From), GUARD);
-  std::vector<unsigned char> target(2 * edge + (channels.size() + 1) * sizeof(To), GUARD);
-  unsigned char* from = source.data() + edge + sizeof(From);
-  unsigned char* to = target.data() + edge + sizeof(To);
+  constexpr std::size_t kMargin = 64;
+  std::vector<unsigned char> source(2 * kMargin + (channels.size() + 1) * sizeof(From), kGuard);
+  std::vector<unsigned char> target(2 * kMargin + (channels.size() + 1) * sizeof(To), kGuard);
+  unsigned char* from = source.data() + kMargin + sizeof(From);
+  unsigned char* to = target.data() + kMargin + sizeof(To);
   std::copy_n(reinterpret_cast<const unsigned char*>(channels.data()),
               channels.size() * sizeof(From), from);
   const auto sourceBefore = source;
@@ -33,8 +34,8 @@ std::vector<To> Transferred(PXLp_RowKernel kernel, const std::vector<From>& chan
   EXPECT_EQ(source, sourceBefore);
   std::vector<To> result(channels.size());
   std::copy_n(to, result.size() * sizeof(To), reinterpret_cast<unsigned char*>(result.data()));
-  std::memset(to, GUARD, result.size() * sizeof(To));
-  EXPECT_THAT(target, ::testing::Each(GUARD)) << "written outside the row";
+  std::memset(to, kGuard, result.size() * sizeof(To));
+  EXPECT_THAT(target, ::testing::Each(kGuard)) << "written outside the row";
   return result;
 }
 

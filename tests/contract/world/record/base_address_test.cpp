@@ -1,3 +1,4 @@
+// The base address of a World.
 #include <type_traits>
 
 #include "tests/contract/state/scripted_provider.h"

@@ -1,3 +1,4 @@
+// The geometry of a World.
 #include "world/record/geometry.h"
 
 #include "tests/support/module/contract.h"
@@ -8,21 +9,21 @@ using ::testing::IsEmpty;
 
 namespace {
 
-constexpr std::uint64_t UNWRITTEN = 0x1111222233334444;
+constexpr std::uint64_t kUnwritten = 0x1111222233334444;
 
 }  // namespace
 
 class Geometry : public Contract {
  protected:
   std::int32_t Compute(std::int32_t depth, const Rect& rect) {
-    rowBytes_ = UNWRITTEN;
-    size_ = UNWRITTEN;
+    rowBytes_ = kUnwritten;
+    size_ = kUnwritten;
     return PXLp_ComputeGeometry(depth, &rect, &rowBytes_, &size_);
   }
   void ExpectGeometry(std::int32_t depth, int width, int height, std::uint64_t rowBytes,
                       std::uint64_t size) {
     SCOPED_TRACE(::testing::Message() << width << " x " << height << " at " << depth);
-    EXPECT_EQ(Compute(depth, Sized(width, height)), 0);
+    EXPECT_EQ(Compute(depth, Sized(width, height)), PXL_Err_NONE);
     EXPECT_EQ(rowBytes_, rowBytes);
     EXPECT_EQ(size_, size);
   }
@@ -68,7 +69,7 @@ TEST_F(Geometry, DividesTheDepthToWholeBytes) {
 }
 
 TEST_F(Geometry, LooksAtDifferencesOnly) {
-  EXPECT_EQ(Compute(32, Rect{-5, -100, 5, -90}), 0);
+  EXPECT_EQ(Compute(32, Rect{-5, -100, 5, -90}), PXL_Err_NONE);
   EXPECT_EQ(rowBytes_, 48U);
   EXPECT_EQ(size_, 496U);
 }
@@ -86,7 +87,7 @@ TEST_F(Geometry, AcceptsRowsOfUpTo32766Pixels) {
 }
 
 TEST_F(Geometry, RefusesAShallowRowOfOnePixelMore) {
-  EXPECT_EQ(Compute(32, Sized(32766, 1)), 3);
+  EXPECT_EQ(Compute(32, Sized(32766, 1)), PXL_Err_REFUSED);
   EXPECT_EQ(rowBytes_, 0U);
   EXPECT_EQ(size_, 0U);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(29, 0, 0)",
@@ -95,7 +96,7 @@ TEST_F(Geometry, RefusesAShallowRowOfOnePixelMore) {
 }
 
 TEST_F(Geometry, RefusesADeepRowOfOnePixelMore) {
-  EXPECT_EQ(Compute(64, Sized(32767, 1)), 3);
+  EXPECT_EQ(Compute(64, Sized(32767, 1)), PXL_Err_REFUSED);
   EXPECT_EQ(rowBytes_, 0U);
   EXPECT_EQ(size_, 0U);
   EXPECT_THAT(Log(), ElementsAre("K_ZLookupLStrCache(29, 0, 0)",
@@ -104,17 +105,17 @@ TEST_F(Geometry, RefusesADeepRowOfOnePixelMore) {
 }
 
 TEST_F(Geometry, RefusesTheWidestRectangleThatCoordinatesCanSpan) {
-  EXPECT_EQ(Compute(128, Rect{0, -32768, 1, 32767}), 3);
+  EXPECT_EQ(Compute(128, Rect{0, -32768, 1, 32767}), PXL_Err_REFUSED);
   EXPECT_THAT(Log().back(), HasSubstr("row size too large (1048560)."));
 }
 
 TEST_F(Geometry, RefusesNegativeWidthsByTheRowAndNotByTheSize) {
-  EXPECT_EQ(Compute(64, Sized(-1, 10)), 3);
-  EXPECT_EQ(Compute(32, Sized(-2, 10)), 3);
+  EXPECT_EQ(Compute(64, Sized(-1, 10)), PXL_Err_REFUSED);
+  EXPECT_EQ(Compute(32, Sized(-2, 10)), PXL_Err_REFUSED);
   EXPECT_EQ(size_, 0U);
-  EXPECT_EQ(Compute(32, Sized(-100, 10)), 3);
+  EXPECT_EQ(Compute(32, Sized(-100, 10)), PXL_Err_REFUSED);
   EXPECT_THAT(Log().back(), HasSubstr("row size too large (-384)."));
-  EXPECT_EQ(Compute(32, Sized(-2, -10)), 3);
+  EXPECT_EQ(Compute(32, Sized(-2, -10)), PXL_Err_REFUSED);
 }
 
 TEST_F(Geometry, LetsTheSparePixelMakeUpForAWidthOfMinusOne) {
@@ -123,9 +124,9 @@ TEST_F(Geometry, LetsTheSparePixelMakeUpForAWidthOfMinusOne) {
 }
 
 TEST_F(Geometry, RefusesANegativeHeightWithoutWritingTheOutputs) {
-  EXPECT_EQ(Compute(32, Sized(10, -3)), 4);
-  EXPECT_EQ(rowBytes_, UNWRITTEN);
-  EXPECT_EQ(size_, UNWRITTEN);
+  EXPECT_EQ(Compute(32, Sized(10, -3)), PXL_Err_NO_MEMORY);
+  EXPECT_EQ(rowBytes_, kUnwritten);
+  EXPECT_EQ(size_, kUnwritten);
   EXPECT_THAT(recorder_.LogOf({"NumberToString"}),
               ElementsAre("NumberToString(10)", "NumberToString(-3)", "NumberToString(8)",
                           R"(NumberToString(-0.0, 1, 1, 0, 31))"));
@@ -134,29 +135,29 @@ TEST_F(Geometry, RefusesANegativeHeightWithoutWritingTheOutputs) {
 }
 
 TEST_F(Geometry, ReportsANegativeHeightByTheSizeWithoutPadding) {
-  EXPECT_EQ(Compute(128, Sized(32766, -32768)), 4);
+  EXPECT_EQ(Compute(128, Sized(32766, -32768)), PXL_Err_NO_MEMORY);
   // 16 x 32766 x -32768 bytes, and not the bytes of padded rows.
   EXPECT_THAT(recorder_.LogOf({"NumberToString"}).back(), R"(NumberToString(-16.0, 1, 1, 0, 31))");
   EXPECT_THAT(recorder_.LogOf({"K_ReportError"}), ElementsAre(HasSubstr("(12804)")));
 }
 
 TEST_F(Geometry, OfNoWidthAndNegativeHeightCallsItAShortage) {
-  EXPECT_EQ(Compute(32, Sized(0, -3)), 4);
+  EXPECT_EQ(Compute(32, Sized(0, -3)), PXL_Err_NO_MEMORY);
   EXPECT_THAT(recorder_.LogOf({"K_ReportError"}), ElementsAre(HasSubstr("(12805)")));
 }
 
 TEST_F(Geometry, OfRowsWithoutBytesAcceptsANegativeHeight) {
-  EXPECT_EQ(Compute(4, Sized(10, -3)), 0);
+  EXPECT_EQ(Compute(4, Sized(10, -3)), PXL_Err_NONE);
   EXPECT_EQ(size_, 16U);
-  EXPECT_EQ(Compute(64, Sized(0, -3)), 0);
+  EXPECT_EQ(Compute(64, Sized(0, -3)), PXL_Err_NONE);
   EXPECT_EQ(size_, 20U);
 }
 
 TEST_F(Geometry, AcceptsTheLargestSizesBelow2GiB) {
   ExpectGeometry(32, 32763, 16386 - 2, 131056, 2147221520);
-  EXPECT_EQ(Compute(32, Rect{-8193, 0, 8193, 32763}), 0);
+  EXPECT_EQ(Compute(32, Rect{-8193, 0, 8193, 32763}), PXL_Err_NONE);
   EXPECT_EQ(size_, 2147483632U);
-  EXPECT_EQ(Compute(64, Rect{-8193, 0, 8193, 16382}), 0);
+  EXPECT_EQ(Compute(64, Rect{-8193, 0, 8193, 16382}), PXL_Err_NONE);
   EXPECT_EQ(size_, 2147483636U);
   ExpectGeometry(128, 32766, 4095, 524256, 2146828340);
   ExpectGeometry(128, 32766, 4096, 524256, 2147352596);
@@ -165,7 +166,7 @@ TEST_F(Geometry, AcceptsTheLargestSizesBelow2GiB) {
 
 TEST_F(Geometry, RefusesASizeOf2GiBAndLeavesTheOutputsWritten) {
   // The pixels alone take 0x80000000 - 16 + 16 bytes.
-  EXPECT_EQ(Compute(32, Sized(32765, 16384)), 4);
+  EXPECT_EQ(Compute(32, Sized(32765, 16384)), PXL_Err_NO_MEMORY);
   EXPECT_EQ(rowBytes_, 131072U);
   EXPECT_EQ(size_, 2147483664U);
   EXPECT_THAT(recorder_.LogOf({"NumberToString"}),
@@ -179,35 +180,35 @@ TEST_F(Geometry, RefusesASizeOf2GiBAndLeavesTheOutputsWritten) {
 // Real depths have no rectangle whose pixels alone just stay below the limit;
 // 511 rows of one pixel of 4202512 bytes take 0x7FFFFFF0.
 TEST_F(Geometry, CountsTheSpareBytesAgainstTheLimit) {
-  EXPECT_EQ(Compute(4202512 * 8, Sized(1, 511)), 4);
+  EXPECT_EQ(Compute(4202512 * 8, Sized(1, 511)), PXL_Err_NO_MEMORY);
   EXPECT_EQ(size_, 0x80000004U);
-  EXPECT_EQ(Compute(4202512 * 8, Sized(1, 510)), 0);
+  EXPECT_EQ(Compute(4202512 * 8, Sized(1, 510)), PXL_Err_NONE);
 }
 
 TEST_F(Geometry, KeepsTheFullHeightOfARectangle) {
-  EXPECT_EQ(Compute(32, Rect{-32768, 0, 32767, 3}), 0);
+  EXPECT_EQ(Compute(32, Rect{-32768, 0, 32767, 3}), PXL_Err_NONE);
   EXPECT_EQ(size_, 65535U * 16U + 16U);
 }
 
 TEST_F(Geometry, NeedsNoPlaceForTheRowBytes) {
-  std::uint64_t size = UNWRITTEN;
+  std::uint64_t size = kUnwritten;
   const Rect good = Sized(10, 10);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &good, nullptr, &size), 0);
+  EXPECT_EQ(PXLp_ComputeGeometry(32, &good, nullptr, &size), PXL_Err_NONE);
   EXPECT_EQ(size, 496U);
   const Rect wide = Sized(32767, 1);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &wide, nullptr, &size), 3);
+  EXPECT_EQ(PXLp_ComputeGeometry(32, &wide, nullptr, &size), PXL_Err_REFUSED);
   EXPECT_EQ(size, 0U);
   const Rect negative = Sized(10, -1);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &negative, nullptr, &size), 4);
+  EXPECT_EQ(PXLp_ComputeGeometry(32, &negative, nullptr, &size), PXL_Err_NO_MEMORY);
   EXPECT_EQ(size, 0U);
   const Rect large = Sized(32765, 16384);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &large, nullptr, &size), 4);
+  EXPECT_EQ(PXLp_ComputeGeometry(32, &large, nullptr, &size), PXL_Err_NO_MEMORY);
   EXPECT_EQ(size, 2147483664U);
 }
 
 TEST_F(Geometry, ClearsAnErrorThatWasPendingBeforeItsReport) {
   Kp_G_err_buf = -39;
-  EXPECT_EQ(Compute(32, Sized(32766, 1)), 3);
+  EXPECT_EQ(Compute(32, Sized(32766, 1)), PXL_Err_REFUSED);
   EXPECT_EQ(Kp_G_err_buf, 0);
   EXPECT_EQ(recorder_.Count("Kp_SysEnglishError"), 0);
 }
@@ -215,7 +216,7 @@ TEST_F(Geometry, ClearsAnErrorThatWasPendingBeforeItsReport) {
 TEST_F(Geometry, PrintsTheRowBytesIntoTheTranslatedText) {
   const char* key = PXL_G_zref->entries[29].key;
   PXL_G_zref->entries[29].key = "key=%d bytes are too many";
-  EXPECT_EQ(Compute(32, Sized(32766, 1)), 3);
+  EXPECT_EQ(Compute(32, Sized(32766, 1)), PXL_Err_REFUSED);
   PXL_G_zref->entries[29].key = key;
   EXPECT_STREQ(Kp_G_buffer, "131072 bytes are too many");
 }

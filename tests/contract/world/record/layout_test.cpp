@@ -1,19 +1,19 @@
-// What the host relies on: numbers, records and signatures.
+// The binary interface: numbers, records and signatures.
 #include <type_traits>
 
 #include "tests/support/module/contract.h"
 
 namespace {
 
-template <class Record, class Field>
+template <typename Record, typename Field>
 std::size_t Offset(Field Record::*field) {
   static Record record;
   return static_cast<std::size_t>(reinterpret_cast<char*>(&(record.*field)) -
                                   reinterpret_cast<char*>(&record));
 }
 
-template <class Field, class Wanted>
-constexpr bool SAME = std::is_same_v<Field, Wanted>;
+template <typename Field, typename Wanted>
+constexpr bool kSame = std::is_same_v<Field, Wanted>;
 
 }  // namespace
 
@@ -70,49 +70,49 @@ TEST(Layout, OfTheStateAndOfARectangleIsTheHosts) {
 }
 
 TEST(Layout, GivesTheFieldsTheirSigns) {
-  EXPECT_TRUE((SAME<decltype(PXL_World::headMark), std::uint32_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::flags), std::uint32_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::width), std::int16_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::height), std::int16_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::depth), std::int16_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::ownsHandle), std::uint8_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::hasFrame), std::uint8_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::hasGWorld), std::uint8_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_World::tailMark), std::uint32_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelBuffer::lockCount), std::int32_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelBuffer::frameSize), std::uint64_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelBuffer::alignOffset), std::uint64_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelBuffer::rowBytes), std::int32_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_ModuleState::bornMark), std::uint32_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_ModuleState::birthArg), std::uint32_t>));
-  EXPECT_TRUE((SAME<decltype(PXL_ModuleState::worldCount), std::int32_t>));
-  EXPECT_TRUE((SAME<decltype(Rect::top), std::int16_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::headMark), std::uint32_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::flags), std::uint32_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::width), std::int16_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::height), std::int16_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::depth), std::int16_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::ownsHandle), std::uint8_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::hasFrame), std::uint8_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::hasGWorld), std::uint8_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_World::tailMark), std::uint32_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelBuffer::lockCount), std::int32_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelBuffer::frameSize), std::uint64_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelBuffer::alignOffset), std::uint64_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelBuffer::rowBytes), std::int32_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_ModuleState::bornMark), std::uint32_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_ModuleState::birthArg), std::uint32_t>));
+  EXPECT_TRUE((kSame<decltype(PXL_ModuleState::worldCount), std::int32_t>));
+  EXPECT_TRUE((kSame<decltype(Rect::top), std::int16_t>));
 }
 
 TEST(Signatures, AreTheHosts) {
   using H = PXL_WorldHandle;
-  EXPECT_TRUE((SAME<H, PXL_World**>));
-  EXPECT_TRUE((SAME<decltype(PXL_Birth), std::int32_t(std::uint32_t)>));
-  EXPECT_TRUE((SAME<decltype(PXL_Death), std::int32_t()>));
-  EXPECT_TRUE((SAME<decltype(PXL_PkgObjectVersion), std::uint32_t()>));
-  EXPECT_TRUE((SAME<decltype(PXL_CheckVersions), std::int32_t(std::uint32_t, std::int32_t)>));
-  EXPECT_TRUE((SAME<decltype(PXL_NewWorld), std::int32_t(H, std::uint32_t, const Rect*,
-                                                         std::int32_t, std::uint32_t, H, H*)>));
-  EXPECT_TRUE((SAME<decltype(PXL_DisposeWorld), std::int32_t(H)>));
-  EXPECT_TRUE((SAME<decltype(PXL_CanSetChannelOrder), std::int32_t(H, std::uint8_t*)>));
-  EXPECT_TRUE((SAME<decltype(PXL_GetChannelOrder), std::int32_t(H, std::uint32_t*)>));
-  EXPECT_TRUE((SAME<decltype(PXL_SetChannelOrder), std::int32_t(H, std::int32_t)>));
-  EXPECT_TRUE((SAME<decltype(PXL_AssumeChannelOrder), std::int32_t(H, std::int32_t)>));
+  EXPECT_TRUE((kSame<H, PXL_World**>));
+  EXPECT_TRUE((kSame<decltype(PXL_Birth), std::int32_t(std::uint32_t)>));
+  EXPECT_TRUE((kSame<decltype(PXL_Death), std::int32_t()>));
+  EXPECT_TRUE((kSame<decltype(PXL_PkgObjectVersion), std::uint32_t()>));
+  EXPECT_TRUE((kSame<decltype(PXL_CheckVersions), std::int32_t(std::uint32_t, std::int32_t)>));
+  EXPECT_TRUE((kSame<decltype(PXL_NewWorld), std::int32_t(H, std::uint32_t, const Rect*,
+                                                          std::int32_t, std::uint32_t, H, H*)>));
+  EXPECT_TRUE((kSame<decltype(PXL_DisposeWorld), std::int32_t(H)>));
+  EXPECT_TRUE((kSame<decltype(PXL_CanSetChannelOrder), std::int32_t(H, std::uint8_t*)>));
+  EXPECT_TRUE((kSame<decltype(PXL_GetChannelOrder), std::int32_t(H, std::uint32_t*)>));
+  EXPECT_TRUE((kSame<decltype(PXL_SetChannelOrder), std::int32_t(H, std::int32_t)>));
+  EXPECT_TRUE((kSame<decltype(PXL_AssumeChannelOrder), std::int32_t(H, std::int32_t)>));
+  EXPECT_TRUE((
+      kSame<decltype(PXL_AllocateFrameQuiet), std::int32_t(std::uint64_t, std::uint64_t, void**)>));
+  EXPECT_TRUE((kSame<decltype(PXL_FreeFrame), std::int32_t(void*, std::uint64_t)>));
   EXPECT_TRUE(
-      (SAME<decltype(PXL_AllocateFrameQuiet), std::int32_t(std::uint64_t, std::uint64_t, void**)>));
-  EXPECT_TRUE((SAME<decltype(PXL_FreeFrame), std::int32_t(void*, std::uint64_t)>));
-  EXPECT_TRUE(
-      (SAME<decltype(PXL_ReportWorldAllocationFailure),
-            std::int32_t(std::int32_t, std::int32_t, std::int16_t, std::int16_t, std::int16_t)>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelProvider::mapPixels), std::int32_t (*)(void*, void**)>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelProvider::unmapPixels), std::int32_t (*)(void*, void**)>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelProvider::freePixels), std::int32_t (*)(void*, void**)>));
-  EXPECT_TRUE((SAME<decltype(PXL_PixelProvider::release), std::int32_t (*)(PXL_PixelProvider**)>));
+      (kSame<decltype(PXL_ReportWorldAllocationFailure),
+             std::int32_t(std::int32_t, std::int32_t, std::int16_t, std::int16_t, std::int16_t)>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelProvider::mapPixels), std::int32_t (*)(void*, void**)>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelProvider::unmapPixels), std::int32_t (*)(void*, void**)>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelProvider::freePixels), std::int32_t (*)(void*, void**)>));
+  EXPECT_TRUE((kSame<decltype(PXL_PixelProvider::release), std::int32_t (*)(PXL_PixelProvider**)>));
 }
 
 TEST(Constants, OfStatusAreTheHosts) {
