@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int WIDTH = 640;
-constexpr int HEIGHT = 360;
+constexpr int kWidth = 640;
+constexpr int kHeight = 360;
 
 struct Job {
   PXL_WorldHandle world = nullptr;
@@ -18,7 +18,7 @@ struct Job {
 // Touches pixels that are locked, and nothing that threads share.
 void Work(Job* job, float value) {
   auto* pixels = static_cast<PXL_PixelF*>((*job->world)->pixels.baseAddr);
-  for (int i = 0; i < WIDTH * HEIGHT; ++i) {
+  for (int i = 0; i < kWidth * kHeight; ++i) {
     for (float& channel : pixels[i].channel) channel = value;
     PXL_ClipPixelF(&pixels[i]);
     job->sum += static_cast<double>(pixels[i].channel[0]);
@@ -26,7 +26,7 @@ void Work(Job* job, float value) {
 }
 
 bool Make(Job* job) {
-  const Rect bounds = {0, 0, HEIGHT, WIDTH};
+  const Rect bounds = {0, 0, kHeight, kWidth};
   return PXL_NewWorld(nullptr, 0, &bounds, PXL_Depth_128, 0, nullptr, &job->world) == 0 &&
          PXL_LockPixels(0, job->world, nullptr) == 0;
 }

@@ -1,5 +1,5 @@
-// Blits between Worlds of frames, and conversions of single pixels, beside the
-// formulas that the header gives.
+// Compares blits between Worlds of frames, and conversions of single pixels, with
+// the formulas of the header.
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -46,7 +46,7 @@ Bits From16To8(Bits value) {
   return (value * 255 + 16384) >> 15 & 0xFF;
 }
 
-// What blits do: no rounding, and nothing of what is no number.
+// The rule of blits: values are truncated, and NaN becomes 0.
 Bits FromFloatTo8(Bits bits) {
   const float value = FloatOf(bits);
   if (!(value > 0.0F)) return 0;

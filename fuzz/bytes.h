@@ -1,5 +1,5 @@
-// One input of a fuzzer, taken apart from the front. What is asked for beyond its
-// end is zero, so that every input means something.
+// Reads values from the front of a fuzzer's input. Beyond its end all bytes are
+// zero, so that every input is valid.
 #ifndef FUZZ_BYTES_H
 #define FUZZ_BYTES_H
 
@@ -24,7 +24,7 @@ class Bytes {
     return *data_++;
   }
 
-  template <class Number>
+  template <typename Number>
   Number Take() {
     static_assert(std::is_integral_v<Number>);
     std::uint64_t number = 0;
@@ -39,7 +39,7 @@ class Bytes {
     return (sides <= 0x10000 ? Take<std::uint16_t>() : Take<std::uint32_t>()) % sides;
   }
 
-  // A text that the input gives the length of.
+  // A text whose length is read first.
   std::string Text() {
     const std::size_t length = std::min<std::size_t>(Byte(), size_);
     std::string text(View().substr(0, length));

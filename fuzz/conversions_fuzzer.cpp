@@ -1,4 +1,4 @@
-// Rows through the routines of every processor level beside the plain loops: any
+// Compares the routines of every processor level with the plain loops: rows of any
 // length, alignment and value, in memory that ends where the row does.
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,5 @@
-// Copies between surfaces and within one, beside the slow copy of the tests. Their
-// rectangles are moved as well.
+// Compares copies between surfaces and within one with the slow copy of the tests.
+// Their rectangles are moved as well.
 #include <cstddef>
 #include <cstdint>
 

@@ -1,3 +1,4 @@
+// Stops a fuzzer whose demand is not met.
 #include "fuzz/demand.h"
 
 #include <unistd.h>

@@ -1,5 +1,4 @@
-// How a fuzzer says that something is wrong: the program ends, and libFuzzer keeps
-// the input.
+// How a fuzzer reports a failure: the program ends, and libFuzzer keeps the input.
 #ifndef FUZZ_DEMAND_H
 #define FUZZ_DEMAND_H
 
@@ -7,15 +6,15 @@
 
 namespace fuzz {
 
-// Says what is wrong on standard error, and aborts.
+// Writes the reason to standard error, and aborts.
 [[noreturn]] void Stop(std::string_view what);
 
 inline void Demand(bool holds, std::string_view what) {
   if (!holds) Stop(what);
 }
 
-// What the project's libraries would tell the user on standard error is of no use
-// here, a thousand times a second. Reports of sanitizers still appear.
+// Discards the messages of the project's libraries on standard error, of which
+// there would be thousands a second. Reports of sanitizers still appear.
 void SilenceLibraries();
 
 // GoogleTest's expectations throw when they do not hold, and so end the program.

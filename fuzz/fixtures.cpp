@@ -1,3 +1,4 @@
+// Failed expectations of shared fixtures stop a fuzzer.
 #include <gtest/gtest.h>
 
 #include "fuzz/demand.h"

@@ -1,5 +1,5 @@
-// The arithmetic of rectangles, beside numbers too wide to overflow: the module's
-// rows and frames, the drawing layer's surfaces, and the axes of its copies.
+// Compares the arithmetic of rectangles with wider integers: the module's rows and
+// frames, the drawing layer's surfaces, and the axes of its copies.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -43,7 +43,7 @@ struct Geometry {
   bool operator==(const Geometry&) const = default;
 };
 
-// What geometry.h says of ComputeGeometry.
+// The rules of geometry.h for ComputeGeometry.
 Geometry ExpectedGeometry(std::int32_t depth, const Rect& rect) {
   const Wide spare = depth <= 32 ? 1 : 0;
   const Wide pixels = Wide{rect.right} - rect.left + spare;

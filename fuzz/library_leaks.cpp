@@ -1,6 +1,5 @@
-// tinyexr does not free all that it had allocated when it finds a file damaged, and
-// nobody else can. Leaks with its own functions on the way are therefore not told;
-// those of our reader are.
+// Suppresses the leaks of tinyexr, which does not free all of its memory when it
+// finds a damaged file. Leaks of our own reader are still reported.
 extern "C" const char* __lsan_default_suppressions();
 
 const char* __lsan_default_suppressions() {

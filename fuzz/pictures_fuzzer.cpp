@@ -1,6 +1,6 @@
-// Picture files: whatever is in them, they are read or refused in one line, and what
-// was read comes back when it is written and read again. Which libraries are behind
-// the readers is up to the program that this is linked into.
+// Picture files: any input is read or refused with one line, and a picture that was
+// read stays the same when it is written and read again. The program that this is
+// linked into chooses the libraries behind the readers.
 #include <algorithm>
 #include <bit>
 #include <cstddef>
@@ -39,7 +39,7 @@ std::int64_t IntAt(std::string_view file, std::size_t place) {
 }
 
 // Behind the name of the type, its end and the size of the value.
-template <class Visit>
+template <typename Visit>
 void ForEachAttribute(std::string_view file, std::string_view type, std::size_t bytes,
                       Visit visit) {
   for (std::size_t at = file.find(type); at != std::string_view::npos;
@@ -70,7 +70,7 @@ bool DeclaresSmallExr(std::string_view file) {
 
 using Opener = std::unique_ptr<pxl::PictureReader> (*)(std::istream&);
 
-// Nothing when the file is refused. Whatever else is thrown ends the program.
+// Nothing when the file is refused. Any other exception ends the program.
 std::optional<Picture> Read(const std::string& file, Opener open) {
   std::istringstream stream(file);
   try {
@@ -114,7 +114,7 @@ bool SameChromaticities(const PictureHeader& a, const PictureHeader& b) {
   const auto& first = a.colour.chromaticities;
   const auto& second = b.colour.chromaticities;
   if (!first || !second) return !first && !second;
-  // By their bits: a file may hold what is no number.
+  // By their bits, since a file may hold NaN.
   const auto same = [](double x, double y) {
     return std::bit_cast<std::uint64_t>(x) == std::bit_cast<std::uint64_t>(y);
   };

@@ -1,5 +1,5 @@
-// Runs a fuzzer over the files of a folder, in every build: what once was found
-// stays mended, and what the corpus reaches is tested by each change.
+// Runs a fuzzer over the files of a folder, in every build: each defect that was
+// found stays fixed, and each change is tested with the whole corpus.
 //
 // usage: fuzz_NAME FOLDER
 #include <algorithm>

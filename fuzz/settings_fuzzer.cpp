@@ -41,8 +41,8 @@ void Show(const char* text) {
   Demand(fuzz::IsUTF8(K_TextToUTF8(text)), "a text that cannot be shown");
 }
 
-// As modules print: whatever is not what the default text has would be seen here.
-template <class... Arguments>
+// As modules print: placeholders that differ from the default text's fail here.
+template <typename... Arguments>
 void Print(const char* format, Arguments... arguments) {
   std::array<char, 1024> place{};
   const int length = std::snprintf(place.data(), place.size(), format, arguments...);

@@ -91,7 +91,7 @@ void CheckMacRoman(Bytes& bytes) {
   Demand(IsWellFormed(wide), "UTF-16 that is none came of a ZString");
 }
 
-// A report is decoded and told in one line.
+// A report is decoded and passed on as one line.
 void CheckReport(Bytes& bytes) {
   const auto take = [](const K_Report* report, void* context) {
     const std::string text = report->text;
@@ -147,7 +147,7 @@ std::string Printed(double value, int digits) {
   return text.data();
 }
 
-// What `printf` says, less the zeros that nobody asked for.
+// The result of `printf` without the trailing zeros.
 std::string ExpectedNumber(double value, int least, int most) {
   least = std::min(std::max(least, 0), 100);
   most = std::min(std::max(most, least), 100);

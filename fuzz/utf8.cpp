@@ -1,3 +1,4 @@
+// Checks of UTF-8.
 #include "fuzz/utf8.h"
 
 #include <cstddef>

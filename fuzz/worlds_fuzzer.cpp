@@ -1,5 +1,5 @@
-// Sequences of calls on one World, with failures of the imports, beside the model
-// that the contract tests have.
+// Compares sequences of calls on one World, with failures of the imports, with the
+// model of the model tests.
 #include <cstddef>
 #include <cstdint>
 

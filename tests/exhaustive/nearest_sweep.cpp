@@ -33,7 +33,7 @@ std::vector<reference::Rgb> ColorsOfRed(int red) {
   return colors;
 }
 
-// Gives the number of differences.
+// Returns the number of differences.
 int Sweep(const char* name, const QDE_ColorTable& table) {
   const nearest::Comparison comparison(table);
   int differences = 0;

@@ -21,15 +21,15 @@
 
 namespace {
 
-constexpr std::uint32_t BLOCK = 1U << 16;
-constexpr std::uint32_t BLOCKS = 1U << 16;
-constexpr int MAX_MESSAGES = 10;
-constexpr unsigned THREADS = 2;
+constexpr std::uint32_t kBlock = 1U << 16;
+constexpr std::uint32_t kBlocks = 1U << 16;
+constexpr int kMaxMessages = 10;
+constexpr unsigned kThreads = 2;
 
-using Floats = std::array<float, BLOCK>;
-using Row = std::array<std::uint8_t, BLOCK>;
+using Floats = std::array<float, kBlock>;
+using Row = std::array<std::uint8_t, kBlock>;
 
-// What the threads share.
+// The state that the threads share.
 struct Sweep {
   std::atomic<std::uint32_t> nextBlock{0};
   std::atomic<std::uint32_t> blocksDone{0};
@@ -40,7 +40,7 @@ struct Sweep {
 // Notes a difference; the first few are printed.
 void Differs(Sweep& sweep, const char* conversion, std::uint32_t bits, std::uint32_t is,
              std::uint32_t shouldBe) {
-  if (++sweep.differences > MAX_MESSAGES) return;
+  if (++sweep.differences > kMaxMessages) return;
   const std::lock_guard<std::mutex> lock(sweep.printing);
   std::printf("%s of the float 0x%08X gives 0x%X and should give 0x%X\n", conversion, bits, is,
               shouldBe);
@@ -68,12 +68,12 @@ void ComparePixel(Sweep& sweep, std::uint32_t first, const float* channels) {
 }
 
 void CompareBlock(Sweep& sweep, std::uint32_t first, Floats& floats, Row& row) {
-  for (std::uint32_t i = 0; i < BLOCK; ++i) floats[i] = std::bit_cast<float>(first + i);
-  PXLp_RowFto8(floats.data(), row.data(), BLOCK);
-  for (std::uint32_t i = 0; i < BLOCK; ++i) {
+  for (std::uint32_t i = 0; i < kBlock; ++i) floats[i] = std::bit_cast<float>(first + i);
+  PXLp_RowFto8(floats.data(), row.data(), kBlock);
+  for (std::uint32_t i = 0; i < kBlock; ++i) {
     Compare(sweep, "the row of a blit", first + i, row[i], oracle::RowFto8(first + i));
   }
-  for (std::uint32_t i = 0; i < BLOCK; i += 4) ComparePixel(sweep, first + i, &floats[i]);
+  for (std::uint32_t i = 0; i < kBlock; i += 4) ComparePixel(sweep, first + i, &floats[i]);
 }
 
 void Work(Sweep& sweep) {
@@ -81,14 +81,14 @@ void Work(Sweep& sweep) {
   const auto row = std::make_unique<Row>();
   for (;;) {
     const std::uint32_t block = sweep.nextBlock++;
-    if (block >= BLOCKS) return;
-    CompareBlock(sweep, block * BLOCK, *floats, *row);
+    if (block >= kBlocks) return;
+    CompareBlock(sweep, block * kBlock, *floats, *row);
     ++sweep.blocksDone;
   }
 }
 
 void ShowPercent(std::uint32_t blocksDone) {
-  std::printf("\r%3u %%", static_cast<unsigned>(blocksDone * 100ULL / BLOCKS));
+  std::printf("\r%3u %%", static_cast<unsigned>(blocksDone * 100ULL / kBlocks));
   std::fflush(stdout);
 }
 
@@ -97,7 +97,7 @@ void HidePercent() {
 }
 
 void ShowProgress(Sweep& sweep) {
-  while (sweep.blocksDone < BLOCKS) {
+  while (sweep.blocksDone < kBlocks) {
     {
       const std::lock_guard<std::mutex> lock(sweep.printing);
       ShowPercent(sweep.blocksDone);
@@ -133,7 +133,7 @@ bool LevelsAgree(bool onTerminal) {
 int main() {
   Sweep sweep;
   std::vector<std::thread> workers;
-  for (unsigned i = 0; i < THREADS; ++i) workers.emplace_back([&sweep] { Work(sweep); });
+  for (unsigned i = 0; i < kThreads; ++i) workers.emplace_back([&sweep] { Work(sweep); });
   const bool onTerminal = isatty(STDOUT_FILENO) != 0;
   if (onTerminal) ShowProgress(sweep);
   for (std::thread& worker : workers) worker.join();

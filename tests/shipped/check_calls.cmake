@@ -1,5 +1,5 @@
 # Fails if LIBRARY calls more of the C library than memory and texts in memory: no
-# file, variable, program, thread or connection, whatever the caller was told by.
+# file, variable, program, thread or connection.
 # Needs NM.
 cmake_minimum_required(VERSION 3.25)
 

@@ -1,6 +1,6 @@
-# Fails unless FILE is what attacks find hard: its tables read-only once they are
-# bound, all of them bound at the start, no stack that can be executed, and no
-# memory that can be both written and executed. With GUARDED it must also call
+# Fails unless FILE is hardened: its tables are read-only once they are bound, all
+# of them are bound at the start, the stack cannot be executed, and no memory can
+# be both written and executed. With GUARDED it must also call
 # the checks of stack and buffers. Needs READELF.
 cmake_minimum_required(VERSION 3.25)
 

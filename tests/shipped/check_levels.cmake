@@ -1,7 +1,7 @@
 # Code for one level of processor must not stand in for code of all processors.
 # The linker takes one of all functions with a name, so that the objects of a
-# level may share only what bears the level in its name. Needs NM, and OBJECTS of
-# which those for a level are looked at.
+# level may share only functions with the level in their name. Needs NM, and OBJECTS of
+# which those for a level are checked.
 cmake_minimum_required(VERSION 3.25)
 
 set(looked_at 0)

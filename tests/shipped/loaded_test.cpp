@@ -28,7 +28,7 @@ class LoadedLibrary : public ::testing::Test {
     problem_ = problem;
   }
 
-  template <class Function>
+  template <typename Function>
   Function* Find(const char* name) {
     return reinterpret_cast<Function*>(FindExported(library_, name));
   }
@@ -60,7 +60,7 @@ TEST_F(LoadedLibrary, ServesAHostThatFoundItsFunctionsByName) {
   const auto* state = static_cast<const PXL_ModuleState*>(FindExported(library_, "PXLp_G"));
   EXPECT_EQ(state->bornMark, 0U);
   EXPECT_EQ(Find<decltype(PXL_PkgObjectVersion)>("PXL_PkgObjectVersion")(), 0x001F000EU);
-  EXPECT_EQ(Find<decltype(PXL_Birth)>("PXL_Birth")(3), 0);
+  EXPECT_EQ(Find<decltype(PXL_Birth)>("PXL_Birth")(3), PXL_Err_NONE);
   EXPECT_EQ(state->bornMark, 0xBECCAU);
 
   const Rect rect{0, 0, 10, 10};
@@ -71,8 +71,8 @@ TEST_F(LoadedLibrary, ServesAHostThatFoundItsFunctionsByName) {
   EXPECT_EQ(state->worldCount, 1);
   EXPECT_EQ((*worldH)->pixels.rowBytes, 160);
   EXPECT_EQ((*worldH)->pixels.frameSize, 1620U);
-  EXPECT_EQ(Find<decltype(PXL_DisposeWorld)>("PXL_DisposeWorld")(worldH), 0);
-  EXPECT_EQ(Find<decltype(PXL_Death)>("PXL_Death")(), 0);
+  EXPECT_EQ(Find<decltype(PXL_DisposeWorld)>("PXL_DisposeWorld")(worldH), PXL_Err_NONE);
+  EXPECT_EQ(Find<decltype(PXL_Death)>("PXL_Death")(), PXL_Err_NONE);
   EXPECT_EQ(state->bornMark, 0U);
 }
 

@@ -1,4 +1,4 @@
-# What ELF libraries export and need.
+# Exports and imports of ELF libraries.
 find_program(PXL_NM nm REQUIRED)
 find_program(PXL_READELF readelf REQUIRED)
 

@@ -1,5 +1,5 @@
-# The recorder once more, as six libraries with the names of the imports, laid
-# beneath the shipped library: it has to do with whatever the host gives it.
+# The recorder as six libraries with the names of the imports, beneath the shipped
+# library, which must use the libraries that the host loads.
 set(swapped ${PROJECT_BINARY_DIR}/swapped)
 
 pxl_add_test(swapped_imports_tests swapped_imports_test.cpp)

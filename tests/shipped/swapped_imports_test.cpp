@@ -1,5 +1,5 @@
-// The shipped library, neither relinked nor told, with the recorder beneath it
-// in the place of all that it imports.
+// The shipped library, not relinked, with the recorder beneath it in the place of
+// all that it imports.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -105,7 +105,8 @@ TEST_F(SwappedImports, HaveTheDataThatReportsAreWrittenTo) {
   PXL_Birth(0);
   const Rect tooWide = {0, 0, 1, 32766};
   PXL_WorldHandle world = nullptr;
-  EXPECT_NE(PXL_NewWorld(nullptr, PXL_Flag_DEFERRED, &tooWide, 32, 0, nullptr, &world), 0);
+  EXPECT_NE(PXL_NewWorld(nullptr, PXL_Flag_DEFERRED, &tooWide, 32, 0, nullptr, &world),
+            PXL_Err_NONE);
   EXPECT_THAT(recorder::Current().log,
               Contains(R"(Kp_ReportError(0x70035, 8 error 0 "row size too large (131072)."))"));
 }
@@ -116,11 +117,11 @@ TEST_F(SwappedImports, ThrowWhatTheModuleCatches) {
   const Rect bounds = {0, 0, 10, 10};
   const std::int32_t mapped = PXL_Flag_DEFERRED | PXL_Flag_MAPPED;
   PXL_WorldHandle world = nullptr;
-  ASSERT_EQ(PXL_NewWorld(nullptr, mapped, &bounds, 32, 0, nullptr, &world), 0);
+  ASSERT_EQ(PXL_NewWorld(nullptr, mapped, &bounds, 32, 0, nullptr, &world), PXL_Err_NONE);
   EXPECT_EQ(recorder::Current().Count("Init"), 1);
   EXPECT_EQ(PXL_DisposeWorld(world), PXL_Err_NONE);
   recorder::Current().Throw("Init", [] { throw std::runtime_error("no file at all"); });
-  EXPECT_NE(PXL_NewWorld(nullptr, mapped, &bounds, 32, 0, nullptr, &world), 0);
+  EXPECT_NE(PXL_NewWorld(nullptr, mapped, &bounds, 32, 0, nullptr, &world), PXL_Err_NONE);
   EXPECT_THAT(recorder::Current().log,
               Contains(R"(K_TranslateAndReportException("no file at all"))"));
 }

@@ -1,5 +1,5 @@
-# A library that is needed has its names looked up by all; where libraries are
-# looked for is said by the environment.
+# The names of a needed library are visible to all others; the environment names the
+# folder of the libraries.
 foreach(name IN LISTS PXL_IMPORTS)
   target_link_options(swapped_${name} PRIVATE -Wl,--no-as-needed)
   target_link_libraries(swapped_${name} PRIVATE recorder_shared)

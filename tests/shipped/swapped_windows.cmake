@@ -1,5 +1,5 @@
-# A name is looked for in the library that it is said to be in, so that each of
-# the six refers the caller to the recorder for all that the module wants of it.
+# A name is looked up in the library that the import table names, so that each of
+# the six forwards all imports of the module to the recorder.
 target_link_options(recorder_shared PRIVATE -Wl,--export-all-symbols)
 # The program knows the recorder's own interface and calls no import, so that it
 # does not matter where those are.

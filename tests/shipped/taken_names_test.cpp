@@ -64,16 +64,16 @@ TEST(NamesTakenByTheProgram, AreNotUsedByTheLibrary) {
   const Rect rect{0, 0, 4, 4};
   const Rect larger{0, 0, 8, 8};
   PXL_WorldHandle worldH = nullptr;
-  EXPECT_EQ(PXL_CheckVersions(0, PXL_InterfaceVersion), 0);
+  EXPECT_EQ(PXL_CheckVersions(0, PXL_InterfaceVersion), PXL_Err_NONE);
   PXL_Birth(0);
   ASSERT_EQ(
       PXL_NewWorld(nullptr, PXL_Flag_NO_PLATFORM | PXL_Flag_CLEAR, &rect, 32, 0, nullptr, &worldH),
-      0);
-  EXPECT_EQ(PXL_SetChannelOrder(worldH, 1), 0);
+      PXL_Err_NONE);
+  EXPECT_EQ(PXL_SetChannelOrder(worldH, 1), PXL_Err_NONE);
   EXPECT_EQ((*worldH)->flags & PXL_Flag_ALT_ORDER, std::uint32_t{PXL_Flag_ALT_ORDER});
-  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 0, nullptr, worldH), 0);
-  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, nullptr, nullptr), 0);
-  EXPECT_EQ(PXL_DisposeWorld(worldH), 0);
+  EXPECT_EQ(PXL_UpdateWorld(0, &larger, 0, nullptr, worldH), PXL_Err_NONE);
+  EXPECT_EQ(PXL_LoadLockPixels(0, worldH, nullptr, nullptr), PXL_Err_NONE);
+  EXPECT_EQ(PXL_DisposeWorld(worldH), PXL_Err_NONE);
   PXL_Death();
   EXPECT_EQ(taken, 0);
 }

@@ -1,10 +1,10 @@
-# What Windows' libraries export and need.
+# Exports and imports of the libraries on Windows.
 add_test(NAME exports COMMAND ${CMAKE_COMMAND}
   -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:PXL> -D EXPORTS=${PXL_EXPORTS_FILE}
   -P ${CMAKE_CURRENT_SOURCE_DIR}/check_exports_windows.cmake)
 
 set(PXL_IMPORTS QDE K vetrix TRC Q TXT)
-# What each library needs beside the system and the language's runtime.
+# The imports of each library in addition to the system and the language's runtime.
 function(pxl_add_dependency_test library)
   list(TRANSFORM ARGN APPEND .dll)
   list(JOIN ARGN "$<SEMICOLON>" imports)
@@ -20,7 +20,7 @@ pxl_add_dependency_test(QDE K TRC)
 pxl_add_dependency_test(Q)
 pxl_add_dependency_test(TXT)
 
-# An import exports what its headers declare.
+# Each imported library exports the functions that its headers declare.
 foreach(library IN LISTS PXL_IMPORTS)
   add_test(NAME exports_of_${library} COMMAND ${CMAKE_COMMAND}
     -D OBJDUMP=${CMAKE_OBJDUMP} -D LIBRARY=$<TARGET_FILE:${library}>
