@@ -48,6 +48,15 @@ std::int32_t AbsoluteDepth(std::int32_t depth) {
   return depth < 0 ? static_cast<std::int32_t>(0U - static_cast<std::uint32_t>(depth)) : depth;
 }
 
+// Runs the geometry rule again for the size that the provider is made for. The
+// provider is stored into the locked record.
+std::int32_t AttachMappedProvider(const Rect& rect, std::int32_t depth, PXL_WorldHandle worldH) {
+  PXLp_Geometry geometry;
+  const std::int32_t status = PXLp_ComputeGeometry(rect, depth, &geometry);
+  if (status != PXL_Err_NONE) return status;
+  return PXLp_NewMappedProvider(geometry.frameSize, &RecordOf(worldH)->pixels.provider);
+}
+
 // Stores the geometry without allocating pixels. The fields are set even when
 // the geometry is refused: releasing the World relies on them.
 std::int32_t BuildDeferredWorld(std::uint32_t flags, const Rect& rect, std::int32_t depth,
@@ -60,7 +69,7 @@ std::int32_t BuildDeferredWorld(std::uint32_t flags, const Rect& rect, std::int3
   world.pixels.rowBytes = static_cast<std::int32_t>(geometry.rowBytes);
   world.depth = static_cast<std::int16_t>(depth);
   if (status != PXL_Err_NONE || (flags & PXL_Flag_MAPPED) == 0) return status;
-  return PXLp_NewMappedProvider(geometry.frameSize, &RecordOf(worldH)->pixels.provider);
+  return AttachMappedProvider(rect, depth, worldH);
 }
 
 std::int32_t BuildPixels(std::uint32_t flags, const Rect& rect, std::int32_t depth,

@@ -1,6 +1,9 @@
 // The processor's level and its caches.
+<<<<<<< HEAD
 #include "simd/processor.h"
 
+=======
+>>>>>>> room-tests
 #include <gtest/gtest.h>
 
 #include <vector>

@@ -1,6 +1,9 @@
 // PXL_DisposeWorld.
+<<<<<<< HEAD
 #include "world/disposal.h"
 
+=======
+>>>>>>> room-tests
 #include <string>
 #include <utility>
 #include <vector>

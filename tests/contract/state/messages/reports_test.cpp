@@ -1,6 +1,9 @@
 // The ways of reporting.
+<<<<<<< HEAD
 #include "state/messages/reports.h"
 
+=======
+>>>>>>> room-tests
 #include <cstdio>
 #include <utility>
 

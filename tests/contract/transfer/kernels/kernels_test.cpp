@@ -1,4 +1,9 @@
 // The kernels: every value, length and alignment.
+<<<<<<< HEAD
+=======
+#include "transfer/kernels/Kernels.h"
+
+>>>>>>> room-tests
 #include <algorithm>
 #include <bit>
 #include <cstring>
