@@ -70,11 +70,7 @@ void ComparePixel(Sweep& sweep, std::uint32_t first, const float* channels) {
 
 void CompareBlock(Sweep& sweep, std::uint32_t first, Floats& floats, Row& row) {
   for (std::uint32_t i = 0; i < kBlock; ++i) floats[i] = std::bit_cast<float>(first + i);
-<<<<<<< HEAD
   PXLp_ConvertRowFto8(floats.data(), row.data(), kBlock);
-=======
-  PXLp_RowFto8(floats.data(), row.data(), kBlock);
->>>>>>> room-tests
   for (std::uint32_t i = 0; i < kBlock; ++i) {
     Compare(sweep, "the row of a blit", first + i, row[i], oracle::RowFto8(first + i));
   }

@@ -220,11 +220,7 @@ TEST_F(BufferError, GoesUnderTheCodeOfItsSite) {
 }
 
 TEST_F(MemoryMessage, GivesZeroWhenItIsReported) {
-<<<<<<< HEAD
   EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::SurfaceWorld, {Sized(2, 3), 32}, 1), PXL_Err_NONE);
-=======
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::SurfaceWorld), PXL_Err_NONE);
->>>>>>> room-tests
   EXPECT_THAT(Log().back(), StartsWith("K_ReportError(0x70027, 8, "));
 }
 
@@ -240,21 +236,13 @@ TEST_F(MemoryMessage, GivesAThrownLongAsItIs) {
   EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1), -0x12345678);
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
   recorder_.Throw("K_ZStringToUTF16String", [] { throw 0L; });
-<<<<<<< HEAD
   EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1), PXL_Err_NONE);
-=======
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), PXL_Err_NONE);
->>>>>>> room-tests
 }
 
 TEST_F(MemoryMessage, TakesAnythingElseThrownForLackOfMemory) {
   recorder_.Throw("NumberToString", [] { throw "a text"; });
-<<<<<<< HEAD
   EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1),
             PXL_Err_NO_MEMORY);
-=======
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), PXL_Err_NO_MEMORY);
->>>>>>> room-tests
   EXPECT_EQ(recorder_.Count("K_TranslateAndReportException"), 0);
   EXPECT_EQ(recorder_.Count("K_ReportError"), 0);
 }
@@ -263,12 +251,8 @@ TEST_F(MemoryMessage, TakesAnythingElseThrownForLackOfMemory) {
 TEST_F(MemoryMessage, LetsNothingOutThatTheReportOfAnExceptionThrows) {
   recorder_.Throw("ReplaceInString", [] { throw std::runtime_error("no text"); });
   recorder_.Throw("K_TranslateAndReportException", [] { throw std::bad_alloc(); });
-<<<<<<< HEAD
   EXPECT_EQ(PXLp_ReportMemoryMessage(PXLp_Site::FrameWorld, {Sized(2, 3), 32}, 1),
             PXL_Err_NO_MEMORY);
-=======
-  EXPECT_EQ(PXLp_ReportMemoryMessage(1, 2, 3, 32, PXLp_Site::FrameWorld), PXL_Err_NO_MEMORY);
->>>>>>> room-tests
 }
 
 TEST_F(MemoryMessage, ThatFailsDoesNotDisturbTheReportingCall) {

@@ -1,9 +1,6 @@
 // Allocation and release of frames.
-<<<<<<< HEAD
 #include "memory/frame_allocator.h"
 
-=======
->>>>>>> room-tests
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
@@ -245,12 +242,7 @@ TEST_F(FrameAllocator, PassesNoFrameOnToTheKindOfMemoryItsSizeNames) {
 TEST_F(FrameAllocator, WorksTheSameForTheModuleItself) {
   LoadSettings();
   void* frame = nullptr;
-<<<<<<< HEAD
   EXPECT_EQ(PXLp_AcquireFrame(64, &frame), PXL_Err_NONE);
   PXLp_ReleaseFrame(frame, 64);
-=======
-  EXPECT_EQ(PXLp_AllocateFrameQuiet(64, 1, &frame), PXL_Err_NONE);
-  EXPECT_EQ(PXLp_FreeFrame(frame, 64), PXL_Err_NONE);
->>>>>>> room-tests
   EXPECT_THAT(Log(), ElementsAre("K_PurgeLoop(64, 1)", "malloc(64)", "free(heap1)"));
 }

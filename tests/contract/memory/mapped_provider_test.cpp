@@ -92,24 +92,14 @@ TEST_F(MappedProvider, CountsItsNamesOnAlsoAfterAFailure) {
 }
 
 TEST_F(MappedProvider, PrintsItsNumberWithASign) {
-<<<<<<< HEAD
   PXLp_AccessNextFileNumber() = 2147483647;
-=======
-  PXLp_nextMappedFile = 2147483647;
->>>>>>> room-tests
   EXPECT_EQ(New(), PXL_Err_NONE);
   Release();
   EXPECT_EQ(New(), PXL_Err_NONE);
   Release();
-<<<<<<< HEAD
   PXLp_AccessNextFileNumber() = 4294967295;
   EXPECT_EQ(New(), PXL_Err_NONE);
   EXPECT_EQ(PXLp_AccessNextFileNumber(), 0U);
-=======
-  PXLp_nextMappedFile = 4294967295;
-  EXPECT_EQ(New(), PXL_Err_NONE);
-  EXPECT_EQ(PXLp_nextMappedFile, 0U);
->>>>>>> room-tests
   EXPECT_THAT(recorder_.LogOf({"Init"}),
               ElementsAre(R"(Init("zelk.ov.pxlmapfile.2147483647", 4096, 101))",
                           R"(Init("zelk.ov.pxlmapfile.-2147483648", 4096, 101))",
@@ -123,11 +113,7 @@ TEST_F(MappedProvider, PrintsItsNumberInTheClassicLocale) {
     std::string do_grouping() const override { return "\3"; }
   };
   const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
-<<<<<<< HEAD
   PXLp_AccessNextFileNumber() = 1234567;
-=======
-  PXLp_nextMappedFile = 1234567;
->>>>>>> room-tests
   EXPECT_EQ(New(), PXL_Err_NONE);
   std::locale::global(before);
   EXPECT_EQ(recorder_.LogOf({"Init"})[0], R"(Init("zelk.ov.pxlmapfile.1234567", 4096, 101))");

@@ -1,9 +1,6 @@
 // The processor's level and its caches.
-<<<<<<< HEAD
 #include "simd/processor.h"
 
-=======
->>>>>>> room-tests
 #include <gtest/gtest.h>
 
 #include <vector>

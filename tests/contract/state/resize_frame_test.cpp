@@ -146,13 +146,8 @@ TEST_F(ResizedFrame, ThatDoesNotExistStaysAsItIsAtAnyDepthAndSize) {
   PXL_WorldHandle worldH = NewWorld(64, Sized(10, 4), PXL_Flag_DEFERRED);
   const PXL_World before = Record(worldH);
   const Rect tooLarge = Sized(32767, 4);
-<<<<<<< HEAD
   EXPECT_EQ(PXLp_ResizeFrame(kNew, 128, worldH), PXL_Err_NONE);
   EXPECT_EQ(PXLp_ResizeFrame(tooLarge, 64, worldH), PXL_Err_NONE);
-=======
-  EXPECT_EQ(PXLp_ResizeFrame(128, &kNew, worldH), PXL_Err_NONE);
-  EXPECT_EQ(PXLp_ResizeFrame(64, &tooLarge, worldH), PXL_Err_NONE);
->>>>>>> room-tests
   EXPECT_THAT(Log(), IsEmpty());
   EXPECT_THAT(ChangedFields(before, Record(worldH)), IsEmpty());
 }
@@ -327,11 +322,7 @@ TEST_F(ResizedFrame, GeometryIsStoredAsGivenButFromTheOrigin) {
   Record(worldH_).pixels.frame = reinterpret_cast<void*>(std::uintptr_t{0x1001});
   const PXL_World before = Record(worldH_);
   const Rect rect = {-5, 7, 15, 37};
-<<<<<<< HEAD
   PXLp_SetWorldGeometry({rect, 128, 0x12345}, worldH_);
-=======
-  EXPECT_EQ(PXLp_SetWorldGeometry(&rect, 0x12345, 128, worldH_), PXL_Err_NONE);
->>>>>>> room-tests
   EXPECT_THAT(Log(), ElementsAre("MacOffsetRect({-5, 7, 15, 37}, -7, 5)"));
   const PXL_World& world = Record(worldH_);
   EXPECT_THAT(ChangedFields(before, world),

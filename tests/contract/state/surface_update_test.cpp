@@ -46,26 +46,12 @@ TEST_F(SurfaceUpdate, ForcesBitmapsForOneCall) {
 }
 
 TEST_F(SurfaceUpdate, HandsDepthAndDeviceOn) {
-<<<<<<< HEAD
   auto* device = reinterpret_cast<GDHandle>(std::uintptr_t{0x1234567890});
   EXPECT_EQ(PXLp_UpdatePlatformSurface(&surface_, rect_, -8, device), PXL_Err_NONE);
-=======
-  auto* device = reinterpret_cast<void*>(std::uintptr_t{0x1234567890});
-  EXPECT_EQ(PXLp_UpdatePlatformSurface(worldH_, &surface_, -8, &rect_, device, &rect_),
-            PXL_Err_NONE);
->>>>>>> room-tests
   EXPECT_THAT(recorder_.LogOf({"UpdateGWorld"}),
               ElementsAre("UpdateGWorld(gworld1, -8, {1, 2, 21, 32}, null, 78187493520, 0)"));
 }
 
-<<<<<<< HEAD
-=======
-TEST_F(SurfaceUpdate, LooksAtNoWorld) {
-  EXPECT_EQ(PXLp_UpdatePlatformSurface(nullptr, &surface_, 32, &rect_, nullptr, nullptr),
-            PXL_Err_NONE);
-}
-
->>>>>>> room-tests
 TEST_F(SurfaceUpdate, UpdatesTheVariableInPlace) {
   recorder_.script.updateReplacesSurface = true;
   EXPECT_EQ(Update(), PXL_Err_NONE);

@@ -43,11 +43,7 @@ class BlitKernels : public Contract, public ::testing::WithParamInterface<Conver
     BeBorn();
     theCachingCalls.clear();
     theStreamingCalls.clear();
-<<<<<<< HEAD
     PXLp_selectedKernels.*GetParam().kernels = kNoting;
-=======
-    PXLp_kernels.*GetParam().kernels = kNoting;
->>>>>>> room-tests
   }
 
   static void Blit(int width, int height) {

@@ -456,11 +456,7 @@ TEST_F(Creation, UnlocksTheCallersHandleWhenAFailureOfTheSettingsPassesOut) {
 TEST_F(Creation, BuildsInTheRecordItIsGiven) {
   auto* callersH = CallerHandle();
   Record(callersH) = {};
-<<<<<<< HEAD
   EXPECT_EQ(PXLp_BuildWorld({nullptr, PXL_Flag_DEFERRED, &rect_, 64}, callersH), PXL_Err_NONE);
-=======
-  EXPECT_EQ(PXLp_BuildWorld(nullptr, PXL_Flag_DEFERRED, 64, 9, &rect_, callersH), PXL_Err_NONE);
->>>>>>> room-tests
   EXPECT_EQ(Record(callersH).pixels.frameSize, 820U);
   EXPECT_EQ(Record(callersH).headMark, 0U);
 }

@@ -1,9 +1,6 @@
 // PXL_DisposeWorld.
-<<<<<<< HEAD
 #include "world/disposal.h"
 
-=======
->>>>>>> room-tests
 #include <string>
 #include <utility>
 #include <vector>

@@ -1,9 +1,6 @@
 // The ways of reporting.
-<<<<<<< HEAD
 #include "state/messages/reports.h"
 
-=======
->>>>>>> room-tests
 #include <cstdio>
 #include <utility>
 

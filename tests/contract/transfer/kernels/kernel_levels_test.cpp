@@ -45,16 +45,9 @@ TEST_P(KernelsOfLevel, StreamToRowsBetweenTheChannelsOfMemory) {
   std::vector<std::uint8_t> source(kChannels);
   for (std::size_t i = 0; i < kChannels; ++i) source[i] = static_cast<std::uint8_t>(i);
   std::vector<std::uint16_t> expected(kChannels);
-<<<<<<< HEAD
   PXLp_ConvertRow8to16(source.data(), expected.data(), kChannels);
 
   std::vector<unsigned char> memory(1 + kChannels * 2);
   PXLp_GetKernels(GetParam()).from8to16.streaming(source.data(), memory.data() + 1, kChannels);
-=======
-  PXLp_Row8to16(source.data(), expected.data(), kChannels);
-
-  std::vector<unsigned char> memory(1 + kChannels * 2);
-  PXLp_KernelsOf(GetParam()).from8to16.streaming(source.data(), memory.data() + 1, kChannels);
->>>>>>> room-tests
   EXPECT_EQ(std::memcmp(memory.data() + 1, expected.data(), kChannels * 2), 0);
 }

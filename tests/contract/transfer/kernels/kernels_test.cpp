@@ -1,9 +1,4 @@
 // The kernels: every value, length and alignment.
-<<<<<<< HEAD
-=======
-#include "transfer/kernels/Kernels.h"
-
->>>>>>> room-tests
 #include <algorithm>
 #include <bit>
 #include <cstring>

@@ -16,17 +16,11 @@ constexpr std::uint64_t kUnwritten = 0x1111222233334444;
 class Geometry : public Contract {
  protected:
   std::int32_t Compute(std::int32_t depth, const Rect& rect) {
-<<<<<<< HEAD
     PXLp_Geometry geometry = {kUnwritten, kUnwritten};
     const std::int32_t status = PXLp_ComputeGeometry(rect, depth, &geometry);
     rowBytes_ = geometry.rowBytes;
     size_ = geometry.frameSize;
     return status;
-=======
-    rowBytes_ = kUnwritten;
-    size_ = kUnwritten;
-    return PXLp_ComputeGeometry(depth, &rect, &rowBytes_, &size_);
->>>>>>> room-tests
   }
   void ExpectGeometry(std::int32_t depth, int width, int height, std::uint64_t rowBytes,
                       std::uint64_t size) {
@@ -198,25 +192,6 @@ TEST_F(Geometry, KeepsTheFullHeightOfARectangle) {
   EXPECT_EQ(size_, 65535U * 16U + 16U);
 }
 
-<<<<<<< HEAD
-=======
-TEST_F(Geometry, NeedsNoPlaceForTheRowBytes) {
-  std::uint64_t size = kUnwritten;
-  const Rect good = Sized(10, 10);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &good, nullptr, &size), PXL_Err_NONE);
-  EXPECT_EQ(size, 496U);
-  const Rect wide = Sized(32767, 1);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &wide, nullptr, &size), PXL_Err_REFUSED);
-  EXPECT_EQ(size, 0U);
-  const Rect negative = Sized(10, -1);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &negative, nullptr, &size), PXL_Err_NO_MEMORY);
-  EXPECT_EQ(size, 0U);
-  const Rect large = Sized(32765, 16384);
-  EXPECT_EQ(PXLp_ComputeGeometry(32, &large, nullptr, &size), PXL_Err_NO_MEMORY);
-  EXPECT_EQ(size, 2147483664U);
-}
-
->>>>>>> room-tests
 TEST_F(Geometry, ClearsAnErrorThatWasPendingBeforeItsReport) {
   Kp_G_err_buf = -39;
   EXPECT_EQ(Compute(32, Sized(32766, 1)), PXL_Err_REFUSED);

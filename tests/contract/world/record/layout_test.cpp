@@ -6,14 +6,10 @@
 namespace {
 
 template <typename Record, typename Field>
-<<<<<<< HEAD
 using FieldOf = Field Record::*;
 
 template <typename Record, typename Field>
 std::size_t Offset(FieldOf<Record, Field> field) {
-=======
-std::size_t Offset(Field Record::*field) {
->>>>>>> room-tests
   static Record record;
   return static_cast<std::size_t>(reinterpret_cast<char*>(&(record.*field)) -
                                   reinterpret_cast<char*>(&record));
