@@ -16,7 +16,7 @@ static int32_t ShowPixels(PXL_WorldHandle world) {
   if (status != PXL_Err_NONE) return status;
   if (loaded == 0) return PXL_Err_NO_MEMORY; /* not locked, and reported */
   if (reloaded != 0) Draw(world);            /* purged and made anew, unset */
-  puts(reloaded != 0 ? "drawn anew" : "as they were");
+  puts(reloaded != 0 ? "redrawn" : "as they were");
   PXL_UnlockPixels(world);
   return PXL_Err_NONE;
 }

@@ -7,8 +7,8 @@
 #include "PXL.h"
 
 struct PXLp_PixelExtent {
-  Rect rect;
-  std::int32_t depth;         // bits per pixel
+  Rect rect = {};
+  std::int32_t depth = 0;     // bits per pixel
   std::int32_t rowBytes = 0;  // 0: not known
 };
 

@@ -24,7 +24,7 @@ void MarkPixelsLost(PXL_WorldHandle worldH) {
 
 struct NewFrame {
   PXLp_PixelExtent extent;
-  std::uint64_t size;
+  std::uint64_t size = 0;
 };
 
 // An error of the allocator counts even when it comes with a block.

@@ -39,7 +39,7 @@ void TakeOverSurface(GWorldPtr surface, const Rect& rect, PXL_WorldHandle worldH
 std::int32_t UpdateSurface(const Rect& rect, std::int32_t depth, std::int32_t surfaceArg,
                            PXL_WorldHandle worldH) {
   GWorldPtr surface = RecordOf(worldH)->gworld;
-  const auto device = reinterpret_cast<GDHandle>(static_cast<std::intptr_t>(surfaceArg));
+  auto* const device = reinterpret_cast<GDHandle>(static_cast<std::intptr_t>(surfaceArg));
   const std::int32_t status = PXLp_UpdatePlatformSurface(&surface, rect, depth, device);
   if (status != PXL_Err_NONE) {
     PXLp_ReportBufferError(PXLp_Site::UpdateWorld, status, {rect, depth});

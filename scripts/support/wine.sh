@@ -5,7 +5,7 @@
 # Windows' folders are the project's own, in build/wine. A server stands behind
 # them, and services of Windows that the first program starts and that keep its
 # output open for as long as they live. So the first program is one of Windows'
-# own, whose output nobody reads.
+# own, whose output is not read.
 set -eu
 
 root=$(dirname -- "$(readlink -f -- "$0")")/..
@@ -23,7 +23,7 @@ WINEDEBUG=${WINEDEBUG:--all}
 # No .NET, no browser, no menus, no debugger.
 WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d'
 export WINEPREFIX WINESERVER WINELOADER WINEARCH WINEDEBUG WINEDLLOVERRIDES
-# Names of files are UTF-8, whatever the user has set.
+# Names of files are UTF-8, independent of the user's settings.
 LC_ALL=C.UTF-8
 export LC_ALL
 unset DISPLAY

@@ -205,7 +205,7 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 
 void* realloc(void* block, std::size_t size) {
-  if (IsFenced(block)) Die("fences: nobody here is known to realloc\n");
+  if (IsFenced(block)) Die("fences: realloc of a guarded block is not supported\n");
   return __libc_realloc(block, size);
 }
 

@@ -54,7 +54,7 @@ struct Script {
   std::int32_t versionsOfTXT = 0;
   // vetrix
   std::map<std::string, std::string> settings;
-  bool inputIsBad = false;     // a stream read from says so, whatever fail() says
+  bool inputIsBad = false;     // a stream that was read reports it, independent of fail()
   std::uint64_t fileSize = 0;  // 0: what Init was given
   // QDE
   std::int16_t newGWorldError = kLayerError;     // when NewGWorld fails
