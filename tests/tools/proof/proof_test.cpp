@@ -61,7 +61,7 @@ Subject Spoilt(Subject subject, Spoil spoil) {
   return subject;
 }
 
-const char* const CONVERSIONS[] = {"8 to 16", "8 to float", "16 to 8", "float to 8"};
+const char* const kConversions[] = {"8 to 16", "8 to float", "16 to 8", "float to 8"};
 
 }  // namespace
 
@@ -87,7 +87,7 @@ TEST(Proof, KnowsEveryRoutineOfALevel) {
 }
 
 TEST(Proof, SeesALastLaneThatIsOffByOne) {
-  for (const std::string name : CONVERSIONS) {
+  for (const std::string name : kConversions) {
     const Subject subject = Conversion(name + ", streaming");
     const std::size_t size = subject.destination.elementBytes;
     const auto lastOfVector = [size](const Byte*, Byte* destination, std::size_t count) {
