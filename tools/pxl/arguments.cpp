@@ -87,7 +87,7 @@ void SetUp(CLI::App& app) {
 UsageError UsageErrorOf(const CLI::App& app, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
   if (!unknown.empty()) return {unknown.front(), "is not expected"};
-  if (HasNoVerb(app, error)) return {kNoVerb};
+  if (HasNoVerb(app, error)) return {"", kNoVerb};
   return Translated(error);
 }
 
