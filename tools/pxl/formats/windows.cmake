@@ -3,5 +3,5 @@
 include(portable.cmake)
 target_link_libraries(picture_libraries PUBLIC stb::stb tinyexr::tinyexr)
 
-target_sources(pxl_pictures PRIVATE $<TARGET_OBJECTS:portable_formats>)
-target_link_libraries(pxl_pictures PRIVATE picture_libraries)
+target_sources(pxl_picture_files PRIVATE $<TARGET_OBJECTS:portable_formats>)
+target_link_libraries(pxl_picture_files PRIVATE picture_libraries)
