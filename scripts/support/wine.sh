@@ -8,7 +8,7 @@
 # own, whose output is not read.
 set -eu
 
-root=$(dirname -- "$(readlink -f -- "$0")")/..
+root=$(dirname -- "$(readlink -f -- "$0")")/../..
 folder=$(cd "$root" && pwd)/build/wine
 WINEPREFIX=$folder/prefix
 # Debian keeps the programs out of the path.
